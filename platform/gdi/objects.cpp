@@ -1,0 +1,315 @@
+// The GDI object table, stock objects, creation of bitmaps, brushes and pens, and
+// DeleteObject / GetObjectW / SelectObject.
+#include "gdi/objects.h"
+
+#include <cstring>
+
+#include "gdi/dc.h"
+#include "zel/gdi_extras.h"
+
+namespace zel::gdi {
+
+detail::HandleTable<GdiObject>& Objects() {
+    static auto* table = new detail::HandleTable<GdiObject>();  // lives until exit: handles may outlive statics
+    return *table;
+}
+
+DC* LookupDC(const void* h) { return Lookup<DC>(h, kDC); }
+
+namespace {
+
+constexpr int kDefaultBitmap = STOCK_LAST + 1;
+
+GdiObject* MakeStock(int index) {
+    switch (index) {
+        case WHITE_BRUSH:
+        case LTGRAY_BRUSH:
+        case GRAY_BRUSH:
+        case DKGRAY_BRUSH:
+        case BLACK_BRUSH:
+        case NULL_BRUSH:
+        case DC_BRUSH: {
+            static const COLORREF colors[] = {RGB(255, 255, 255), RGB(192, 192, 192), RGB(128, 128, 128),
+                                              RGB(64, 64, 64), RGB(0, 0, 0)};
+            auto b = std::make_unique<Brush>();
+            if (index == NULL_BRUSH) {
+                b->style = BS_NULL;
+            } else {
+                b->color = index == DC_BRUSH ? RGB(255, 255, 255) : colors[index];
+            }
+            return Register(std::move(b), kBrush);
+        }
+        case WHITE_PEN:
+        case BLACK_PEN:
+        case NULL_PEN:
+        case DC_PEN: {
+            auto p = std::make_unique<Pen>();
+            p->style = index == NULL_PEN ? PS_NULL : PS_SOLID;
+            p->color = index == WHITE_PEN ? RGB(255, 255, 255) : RGB(0, 0, 0);
+            return Register(std::move(p), kPen);
+        }
+        case OEM_FIXED_FONT:
+        case ANSI_FIXED_FONT:
+        case ANSI_VAR_FONT:
+        case SYSTEM_FONT:
+        case DEVICE_DEFAULT_FONT:
+        case SYSTEM_FIXED_FONT:
+        case DEFAULT_GUI_FONT: {
+            auto f = std::make_unique<Font>();
+            f->lf.lfHeight = index == DEFAULT_GUI_FONT ? -11 : 16;
+            f->lf.lfWeight = index == SYSTEM_FONT ? FW_BOLD : FW_NORMAL;
+            f->lf.lfCharSet = ANSI_CHARSET;
+            const wchar_t* face = index == SYSTEM_FONT ? L"System" : L"Tahoma";
+            std::wcsncpy(f->lf.lfFaceName, face, LF_FACESIZE - 1);
+            return Register(std::move(f), kFont);
+        }
+        case DEFAULT_PALETTE: {
+            auto p = std::make_unique<GdiObject>();
+            return Register(std::move(p), kPalette);
+        }
+        case kDefaultBitmap: {
+            auto b = std::make_unique<Bitmap>();
+            b->px = PixelBuffer(1, 1, 1, 0);
+            return Register(std::move(b), kBitmap);
+        }
+        default:
+            return nullptr;
+    }
+}
+
+GdiObject* Stock(int index) {
+    static GdiObject* stock[kDefaultBitmap + 1] = {};
+    if (index < 0 || index > kDefaultBitmap) return nullptr;
+    if (!stock[index]) {
+        stock[index] = MakeStock(index);
+        if (stock[index]) stock[index]->stock = true;
+    }
+    return stock[index];
+}
+
+void Destroy(GdiObject* object) { Objects().Remove(object->handle); }
+
+// GetObjectW copies at most the structure and returns how much it wrote.
+int CopyOut(const void* data, int size, int available, void* buffer) {
+    if (!buffer) return size;
+    int n = available < size ? available : size;
+    if (n <= 0) return 0;
+    std::memcpy(buffer, data, n);
+    return n;
+}
+
+}  // namespace
+
+Bitmap* DefaultBitmap() { return static_cast<Bitmap*>(Stock(kDefaultBitmap)); }
+
+void Retain(GdiObject* object) {
+    if (object) ++object->selections;
+}
+
+void Release(GdiObject* object) {
+    if (!object) return;
+    if (--object->selections <= 0) {
+        object->selections = 0;
+        if (object->deletePending && !object->stock) Destroy(object);
+    }
+}
+
+Bitmap* NewBitmap(int width, int height, int bpp) {
+    auto b = std::make_unique<Bitmap>();
+    b->px = PixelBuffer(width, height, bpp, 0);
+    return Register(std::move(b), kBitmap);
+}
+
+}  // namespace zel::gdi
+
+using namespace zel::gdi;
+
+extern "C" {
+
+HGDIOBJ GetStockObject(int index) {
+    GdiObject* o = Stock(index);
+    return o ? reinterpret_cast<HGDIOBJ>(o->handle) : nullptr;
+}
+
+DWORD GetObjectType(HGDIOBJ handle) {
+    GdiObject* o = Objects().Lookup(reinterpret_cast<uintptr_t>(handle));
+    if (!o) return 0;
+    if (o->type == kDC) return static_cast<DC*>(o)->kind == DC::kMemory ? OBJ_MEMDC : OBJ_DC;
+    return o->type;
+}
+
+BOOL DeleteObject(HGDIOBJ handle) {
+    GdiObject* o = Objects().Lookup(reinterpret_cast<uintptr_t>(handle));
+    if (!o || o->type == kDC) return FALSE;
+    if (o->stock) return TRUE;
+    if (o->selections > 0) {
+        o->deletePending = true;  // dies when deselected; drawing keeps working meanwhile
+        return TRUE;
+    }
+    Objects().Remove(o->handle);
+    return TRUE;
+}
+
+int GetObjectW(HANDLE handle, int size, LPVOID buffer) {
+    GdiObject* o = Objects().Lookup(reinterpret_cast<uintptr_t>(handle));
+    if (!o) return 0;
+    switch (o->type) {
+        case kBitmap: {
+            auto* b = static_cast<Bitmap*>(o);
+            if (!buffer) return sizeof(BITMAP);
+            if (size < static_cast<int>(sizeof(BITMAP))) return 0;
+            BITMAP bm{};
+            bm.bmWidth = b->px.width;
+            bm.bmHeight = b->px.height;
+            bm.bmWidthBytes = ((b->px.width * b->px.bpp + 15) >> 3) & ~1;  // DDB rows are WORD-aligned
+            bm.bmPlanes = 1;
+            bm.bmBitsPixel = static_cast<WORD>(b->px.bpp);
+            std::memcpy(buffer, &bm, sizeof bm);
+            return sizeof(BITMAP);
+        }
+        case kPen: {
+            auto* p = static_cast<Pen*>(o);
+            if (!buffer) return sizeof(LOGPEN);
+            if (size < static_cast<int>(sizeof(LOGPEN))) return 0;
+            LOGPEN lp{p->style, {p->width, 0}, p->color};
+            std::memcpy(buffer, &lp, sizeof lp);
+            return sizeof(LOGPEN);
+        }
+        case kBrush: {
+            auto* b = static_cast<Brush*>(o);
+            LOGBRUSH lb{b->style, b->style == BS_SOLID ? b->color : 0, 0};
+            return CopyOut(&lb, sizeof lb, size, buffer);
+        }
+        case kFont:
+            return CopyOut(&static_cast<Font*>(o)->lf, sizeof(LOGFONTW), size, buffer);
+        default:
+            return 0;
+    }
+}
+
+HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* bits) {
+    if (width < 0 || height < 0 || planes != 1) return nullptr;
+    if (width == 0 || height == 0) return HandleOf<HBITMAP>(DefaultBitmap());
+    if (bpp != 1 && bpp != 32 && bpp != 24 && bpp != 16 && bpp != 8 && bpp != 4) return nullptr;
+    if (static_cast<int64_t>(width) * height > (int64_t{1} << 28)) return nullptr;
+    // Everything that is not monochrome is stored as 32 bpp, the screen's format.
+    int storeBpp = bpp == 1 ? 1 : 32;
+    Bitmap* b = NewBitmap(width, height, storeBpp);
+    if (bits) {
+        auto* src = static_cast<const uint8_t*>(bits);
+        int stride = ((width * static_cast<int>(bpp) + 15) >> 3) & ~1;
+        for (int y = 0; y < height; ++y) {
+            const uint8_t* row = src + static_cast<size_t>(y) * stride;
+            uint32_t* dst = b->px.row(y);
+            for (int x = 0; x < width; ++x) {
+                switch (bpp) {
+                    case 1: dst[x] = (row[x >> 3] >> (7 - (x & 7))) & 1; break;
+                    case 32: std::memcpy(&dst[x], row + x * 4, 4); break;
+                    case 24: dst[x] = row[x * 3] | (row[x * 3 + 1] << 8) | (row[x * 3 + 2] << 16); break;
+                    default: dst[x] = 0; break;
+                }
+            }
+        }
+    }
+    return HandleOf<HBITMAP>(b);
+}
+
+HBITMAP CreateBitmapIndirect(const BITMAP* bm) {
+    if (!bm) return nullptr;
+    return CreateBitmap(bm->bmWidth, bm->bmHeight, bm->bmPlanes, bm->bmBitsPixel, bm->bmBits);
+}
+
+HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
+    DC* dc = LookupDC(hdc);
+    if (!dc || width < 0 || height < 0) return nullptr;
+    if (width == 0 || height == 0) return HandleOf<HBITMAP>(DefaultBitmap());
+    if (static_cast<int64_t>(width) * height > (int64_t{1} << 28)) return nullptr;
+    // A memory DC is as deep as its selected bitmap: a fresh one gives monochrome.
+    PixelBuffer* target = dc->Target();
+    int bpp = target ? target->bpp : 32;
+    return HandleOf<HBITMAP>(NewBitmap(width, height, bpp));
+}
+
+LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
+    Bitmap* b = LookupBitmap(hbm);
+    if (!b) return 0;
+    LONG stride = ((b->px.width * b->px.bpp + 15) >> 3) & ~1;
+    LONG total = stride * b->px.height;
+    if (!bits) return total;
+    if (size > total) size = total;
+    auto* out = static_cast<uint8_t*>(bits);
+    std::memset(out, 0, size);
+    for (int y = 0; y < b->px.height && (y + 1) * stride <= size; ++y) {
+        const uint32_t* row = b->px.row(y);
+        uint8_t* dst = out + y * stride;
+        for (int x = 0; x < b->px.width; ++x) {
+            if (b->px.bpp == 1)
+                dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
+            else
+                std::memcpy(dst + x * 4, &row[x], 4);
+        }
+    }
+    return size;
+}
+
+HPEN CreatePen(int style, int width, COLORREF color) {
+    if ((style & PS_STYLE_MASK) == PS_NULL) return static_cast<HPEN>(GetStockObject(NULL_PEN));
+    auto p = std::make_unique<Pen>();
+    p->style = static_cast<UINT>(style);
+    p->width = width < 0 ? 0 : width;
+    p->color = color;
+    return HandleOf<HPEN>(Register(std::move(p), kPen));
+}
+
+HPEN CreatePenIndirect(const LOGPEN* lp) {
+    return lp ? CreatePen(static_cast<int>(lp->lopnStyle), lp->lopnWidth.x, lp->lopnColor) : nullptr;
+}
+
+HBRUSH CreateSolidBrush(COLORREF color) {
+    auto b = std::make_unique<Brush>();
+    b->style = BS_SOLID;
+    b->color = color;
+    return HandleOf<HBRUSH>(Register(std::move(b), kBrush));
+}
+
+HBRUSH CreatePatternBrush(HBITMAP hbm) {
+    Bitmap* bitmap = LookupBitmap(hbm);
+    if (!bitmap) return nullptr;
+    auto b = std::make_unique<Brush>();
+    b->style = BS_PATTERN;
+    b->pattern = std::make_shared<const PixelBuffer>(bitmap->px);  // later bitmap changes do not show
+    return HandleOf<HBRUSH>(Register(std::move(b), kBrush));
+}
+
+HBRUSH CreateBrushIndirect(const LOGBRUSH* lb) {
+    if (!lb) return nullptr;
+    switch (lb->lbStyle) {
+        case BS_SOLID: return CreateSolidBrush(lb->lbColor);
+        case BS_NULL: return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+        case BS_PATTERN: return CreatePatternBrush(reinterpret_cast<HBITMAP>(lb->lbHatch));
+        default: return nullptr;
+    }
+}
+
+}  // extern "C"
+
+namespace zel {
+
+GdiCounts LiveGdiObjects() {
+    GdiCounts c;
+    Objects().ForEach([&c](uint8_t type, const GdiObject& o) {
+        if (o.stock) return;
+        switch (type) {
+            case kDC: ++c.dcs; break;
+            case kBitmap: ++c.bitmaps; break;
+            case kBrush: ++c.brushes; break;
+            case kPen: ++c.pens; break;
+            case kFont: ++c.fonts; break;
+            case kRegion: ++c.regions; break;
+            default: break;
+        }
+    });
+    return c;
+}
+
+}  // namespace zel

@@ -1,0 +1,100 @@
+// Regions: thin Win32 semantics over pixman's region algebra.
+#include <algorithm>
+
+#include "gdi/objects.h"
+
+using namespace zel::gdi;
+
+namespace {
+
+// CreateRectRgn normalises swapped corners; an empty area is a NULLREGION.
+RECT Normalised(int l, int t, int r, int b) {
+    return RECT{std::min(l, r), std::min(t, b), std::max(l, r), std::max(t, b)};
+}
+
+}  // namespace
+
+extern "C" {
+
+HRGN CreateRectRgn(int left, int top, int right, int bottom) {
+    auto r = std::make_unique<Region>();
+    r->rgn = PixRegion(Normalised(left, top, right, bottom));
+    return HandleOf<HRGN>(Register(std::move(r), kRegion));
+}
+
+HRGN CreateRectRgnIndirect(const RECT* rc) {
+    if (!rc) return nullptr;
+    return CreateRectRgn(rc->left, rc->top, rc->right, rc->bottom);
+}
+
+BOOL SetRectRgn(HRGN hrgn, int left, int top, int right, int bottom) {
+    Region* r = LookupRegion(hrgn);
+    if (!r) return FALSE;
+    r->rgn = PixRegion(Normalised(left, top, right, bottom));
+    return TRUE;
+}
+
+int CombineRgn(HRGN hdst, HRGN hsrc1, HRGN hsrc2, int mode) {
+    Region* dst = LookupRegion(hdst);
+    Region* a = LookupRegion(hsrc1);
+    if (!dst || !a) return ERROR;
+    if (mode == RGN_COPY) {
+        dst->rgn = a->rgn;
+        return RegionType(dst->rgn);
+    }
+    Region* b = LookupRegion(hsrc2);
+    if (!b) return ERROR;
+    PixRegion out;
+    switch (mode) {
+        case RGN_AND: pixman_region32_intersect(out.get(), a->rgn.mut(), b->rgn.mut()); break;
+        case RGN_OR: pixman_region32_union(out.get(), a->rgn.mut(), b->rgn.mut()); break;
+        case RGN_DIFF: pixman_region32_subtract(out.get(), a->rgn.mut(), b->rgn.mut()); break;
+        case RGN_XOR: {
+            PixRegion l, r;
+            pixman_region32_subtract(l.get(), a->rgn.mut(), b->rgn.mut());
+            pixman_region32_subtract(r.get(), b->rgn.mut(), a->rgn.mut());
+            pixman_region32_union(out.get(), l.get(), r.get());
+            break;
+        }
+        default: return ERROR;
+    }
+    dst->rgn = out;
+    return RegionType(dst->rgn);
+}
+
+BOOL EqualRgn(HRGN ha, HRGN hb) {
+    Region* a = LookupRegion(ha);
+    Region* b = LookupRegion(hb);
+    if (!a || !b) return ERROR;
+    if (a->rgn.empty() && b->rgn.empty()) return TRUE;
+    return pixman_region32_equal(a->rgn.mut(), b->rgn.mut()) ? TRUE : FALSE;
+}
+
+BOOL PtInRegion(HRGN hrgn, int x, int y) {
+    Region* r = LookupRegion(hrgn);
+    return r && r->rgn.contains(x, y) ? TRUE : FALSE;
+}
+
+BOOL RectInRegion(HRGN hrgn, const RECT* rc) {
+    Region* r = LookupRegion(hrgn);
+    if (!r || !rc) return FALSE;
+    RECT n = Normalised(rc->left, rc->top, rc->right, rc->bottom);
+    pixman_box32_t box{n.left, n.top, n.right, n.bottom};
+    return pixman_region32_contains_rectangle(r->rgn.mut(), &box) != PIXMAN_REGION_OUT;
+}
+
+int GetRgnBox(HRGN hrgn, LPRECT rc) {
+    Region* r = LookupRegion(hrgn);
+    if (!r || !rc) return ERROR;
+    *rc = r->rgn.box();
+    return RegionType(r->rgn);
+}
+
+int OffsetRgn(HRGN hrgn, int x, int y) {
+    Region* r = LookupRegion(hrgn);
+    if (!r) return ERROR;
+    r->rgn.translate(x, y);
+    return RegionType(r->rgn);
+}
+
+}  // extern "C"
