@@ -3,4 +3,8 @@
 
 #include <windows.h>
 
+#include "zel/debug.h"
+#include "zel/desktop.h"
 #include "zel/gdi_extras.h"
+#include "zel/hooks.h"
+#include "zel/resources.h"
