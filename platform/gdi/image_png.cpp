@@ -53,7 +53,9 @@ bool ReadHeader(png_structp png, png_infop info) {
     if (depth == 16) png_set_scale_16(png);  // rounds: 0xFFFF -> 0xFF, 0x8080 -> 0x80
     if (type == PNG_COLOR_TYPE_PALETTE) png_set_palette_to_rgb(png);
     if (type == PNG_COLOR_TYPE_GRAY && depth < 8) png_set_expand_gray_1_2_4_to_8(png);
-    if (type & PNG_COLOR_MASK_ALPHA) png_set_strip_alpha(png);
+    // Palette expansion turns tRNS into an alpha channel too, so strip whatever alpha the
+    // expanded rows have rather than only the image's own.
+    png_set_strip_alpha(png);
     if (!(type & PNG_COLOR_MASK_COLOR)) png_set_gray_to_rgb(png);
     png_set_bgr(png);
     png_set_filler(png, 0, PNG_FILLER_AFTER);
