@@ -48,7 +48,9 @@ std::string PathToUtf8(LPCWSTR path) {
 
 // Reads a whole regular file; returns the reason on failure.
 std::string ReadWholeFile(const std::string& path, std::vector<uint8_t>& bytes) {
-    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    // Non-blocking, so that a FIFO named by mistake is refused instead of waiting for a
+    // writer; reads of regular files ignore the flag.
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0) return std::string("cannot open: ") + std::strerror(errno);
     std::string error;
     struct stat st;

@@ -2,7 +2,7 @@
 // are already 0x00RRGGBB pixels. Alpha and tRNS are dropped, as a device bitmap has none.
 //
 // libpng reports errors by longjmp to the setjmp of the running call. The functions that
-// call setjmp (ReadHeader, ReadRows) and every frame libpng can unwind (the read callback)
+// call setjmp (ReadInfo, SetUpTransforms, ReadRows) and every frame libpng can unwind (the read callback)
 // hold only trivially destructible locals; buffers are owned by DecodePng, outside the jump.
 #include <png.h>
 
@@ -44,10 +44,17 @@ void OnError(png_structp png, png_const_charp message) {
 // worth a line on stderr.
 void OnWarning(png_structp, png_const_charp) {}
 
-// Reads the chunks before the image data and sets up the transformations.
-bool ReadHeader(png_structp png, png_infop info) {
+// Reads the chunks before the image data.
+bool ReadInfo(png_structp png, png_infop info) {
     if (setjmp(png_jmpbuf(png))) return false;
     png_read_info(png, info);
+    return true;
+}
+
+// Sets up the transformations to BGRX; libpng then sizes its row buffers, so this runs
+// only once the dimensions are known to be acceptable.
+bool SetUpTransforms(png_structp png, png_infop info) {
+    if (setjmp(png_jmpbuf(png))) return false;
     int depth = png_get_bit_depth(png, info);
     int type = png_get_color_type(png, info);
     if (depth == 16) png_set_scale_16(png);  // rounds: 0xFFFF -> 0xFF, 0x8080 -> 0x80
@@ -97,6 +104,24 @@ private:
     png_infop info_ = nullptr;
 };
 
+// Deflate cannot expand data more than about 1032 times.
+constexpr uint64_t kMaxInflateRatio = 1032;
+
+// Total length of the IDAT chunks, walking the chunk list until IEND or the end of the data.
+uint64_t ImageDataBytes(const uint8_t* data, size_t size) {
+    uint64_t total = 0;
+    size_t pos = 8;  // past the signature
+    while (pos <= size && size - pos >= 12) {
+        uint32_t length = static_cast<uint32_t>(data[pos]) << 24 | data[pos + 1] << 16 | data[pos + 2] << 8 | data[pos + 3];
+        const uint8_t* type = data + pos + 4;
+        if (std::memcmp(type, "IEND", 4) == 0) break;
+        if (std::memcmp(type, "IDAT", 4) == 0) total += length;
+        if (length > size - pos - 12) break;
+        pos += 12 + static_cast<size_t>(length);
+    }
+    return total;
+}
+
 std::string Failure(const PngInput& input) {
     if (input.truncated) return "truncated PNG data";
     return std::string("bad PNG data: ") + input.message;
@@ -114,7 +139,7 @@ DecodedImage DecodePng(const uint8_t* data, size_t size, const ImageLimits& limi
         result.error = "out of memory";
         return result;
     }
-    if (!ReadHeader(reader.png(), reader.info())) {
+    if (!ReadInfo(reader.png(), reader.info())) {
         result.error = Failure(input);
         return result;
     }
@@ -122,6 +147,17 @@ DecodedImage DecodePng(const uint8_t* data, size_t size, const ImageLimits& limi
     int64_t height = png_get_image_height(reader.png(), reader.info());
     result.error = CheckDimensions(width, height, limits);
     if (!result.ok()) return result;
+    // A header may claim far more pixels than the image data could ever inflate to; such
+    // a file is refused before the pixel buffer is allocated.
+    uint64_t bitsPerPixel = png_get_bit_depth(reader.png(), reader.info()) * png_get_channels(reader.png(), reader.info());
+    if (ImageDataBytes(data, size) * kMaxInflateRatio < static_cast<uint64_t>(width) * height * bitsPerPixel / 8) {
+        result.error = "truncated PNG data";
+        return result;
+    }
+    if (!SetUpTransforms(reader.png(), reader.info())) {
+        result.error = Failure(input);
+        return result;
+    }
     if (png_get_rowbytes(reader.png(), reader.info()) != static_cast<size_t>(width) * 4) {
         result.error = "unsupported PNG pixel layout";
         return result;

@@ -1,5 +1,6 @@
 // SHLoadDIBitmap and zel::SaveBitmap on real files: round trips, the formats written,
 // path conversion (backslashes, non-ASCII names), and failures with their one stderr line.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <aygshell.h>
@@ -154,6 +155,9 @@ TEST_F(ImageFiles, LoadFailuresSayWhyInOneLineNamingTheFile) {
     EXPECT_EQ(LoadErrorOf(Wide(Path("none.bmp"))),
               "SHLoadDIBitmap: " + Path("none.bmp") + ": cannot open: No such file or directory\n");
     EXPECT_EQ(LoadErrorOf(Wide(dir_.string())), "SHLoadDIBitmap: " + dir_.string() + ": not a regular file\n");
+    ASSERT_EQ(mkfifo(Path("fifo.bmp").c_str(), 0600), 0);
+    EXPECT_EQ(LoadErrorOf(Wide(Path("fifo.bmp"))), "SHLoadDIBitmap: " + Path("fifo.bmp") + ": not a regular file\n")
+        << "refused without waiting for a writer";
     EXPECT_EQ(LoadErrorOf(Wide(Path("junk.bmp"))), "SHLoadDIBitmap: " + Path("junk.bmp") + ": truncated file header\n");
     EXPECT_EQ(LoadErrorOf(Wide(Path("text.png"))), "SHLoadDIBitmap: " + Path("text.png") + ": not a BMP or PNG file\n");
 

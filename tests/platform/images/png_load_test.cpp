@@ -163,6 +163,7 @@ TEST_F(PngLoad, RejectsDamagedFilesWithAReasonAndNoBitmap) {
         {"colour type 7", WithHeader(1, 1, 8, 7), "bad PNG data"},
         {"wider than 16384", WithHeader(16385, 1, 8, kRgb), "image too large (16385x1, at most 16384"},
         {"16384 x 16384", WithHeader(16384, 16384, 1, kGrey), "more than 256 MiB"},
+        {"16384 x 4096 from 27 bytes of image data", WithHeader(16384, 4096, 1, kGrey), "truncated PNG data"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
