@@ -112,11 +112,12 @@ uint64_t ImageDataBytes(const uint8_t* data, size_t size) {
     uint64_t total = 0;
     size_t pos = 8;  // past the signature
     while (pos <= size && size - pos >= 12) {
-        uint32_t length = static_cast<uint32_t>(data[pos]) << 24 | data[pos + 1] << 16 | data[pos + 2] << 8 | data[pos + 3];
-        const uint8_t* type = data + pos + 4;
-        if (std::memcmp(type, "IEND", 4) == 0) break;
-        if (std::memcmp(type, "IDAT", 4) == 0) total += length;
-        if (length > size - pos - 12) break;
+        const uint8_t* p = data + pos;
+        uint32_t length = static_cast<uint32_t>(p[0]) << 24 | p[1] << 16 | p[2] << 8 | p[3];
+        size_t present = size - pos - 8;  // data and CRC bytes actually in the file
+        if (std::memcmp(p + 4, "IEND", 4) == 0) break;
+        if (std::memcmp(p + 4, "IDAT", 4) == 0) total += length < present ? length : present;
+        if (length > present - 4) break;
         pos += 12 + static_cast<size_t>(length);
     }
     return total;
@@ -149,7 +150,8 @@ DecodedImage DecodePng(const uint8_t* data, size_t size, const ImageLimits& limi
     if (!result.ok()) return result;
     // A header may claim far more pixels than the image data could ever inflate to; such
     // a file is refused before the pixel buffer is allocated.
-    uint64_t bitsPerPixel = png_get_bit_depth(reader.png(), reader.info()) * png_get_channels(reader.png(), reader.info());
+    uint64_t bitsPerPixel =
+        png_get_bit_depth(reader.png(), reader.info()) * png_get_channels(reader.png(), reader.info());
     if (ImageDataBytes(data, size) * kMaxInflateRatio < static_cast<uint64_t>(width) * height * bitsPerPixel / 8) {
         result.error = "truncated PNG data";
         return result;

@@ -55,7 +55,8 @@ std::vector<Variant> Variants() {
     // Grey below 8 bits is widened by bit repetition; 16 bits round to the nearest 8-bit value.
     v.push_back({"grey 1", Png(kGrey, 1, {{{0}, {1}, {1}}, {{1}, {0}, {0}}}),
                  {{0x000000, 0xFFFFFF, 0xFFFFFF}, {0xFFFFFF, 0x000000, 0x000000}}});
-    v.push_back({"grey 2", Png(kGrey, 2, {{{0}, {1}, {2}, {3}, {1}}}), {{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF, 0x555555}}});
+    v.push_back({"grey 2", Png(kGrey, 2, {{{0}, {1}, {2}, {3}, {1}}}),
+                 {{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF, 0x555555}}});
     v.push_back({"grey 4", Png(kGrey, 4, {{{0}, {5}, {15}}}), {{0x000000, 0x555555, 0xFFFFFF}}});
     v.push_back({"grey 8", Png(kGrey, 8, {{{0x12}, {0xFE}}}), {{0x121212, 0xFEFEFE}}});
     v.push_back({"grey 16 rounds", Png(kGrey, 16, {{{0x12FF}, {0x0081}, {0x0080}, {0xFFFF}}}),
