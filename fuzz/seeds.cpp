@@ -33,8 +33,8 @@ std::vector<std::vector<uint32_t>> Pattern(int bpp) {
     return rows;
 }
 
-BmpSpec Bmp(uint32_t headerSize, int bpp, uint32_t compression = 0, bool topDown = false) {
-    BmpSpec s;
+BmpParts Bmp(uint32_t headerSize, int bpp, uint32_t compression = 0, bool topDown = false) {
+    BmpParts s;
     s.headerSize = headerSize;
     s.width = 5;
     s.height = topDown ? -3 : 3;
@@ -50,23 +50,23 @@ void ImageSeeds(Seeds& out) {
     for (int bpp : {1, 4, 8, 16, 24, 32}) out.Write("info" + std::to_string(bpp) + ".bmp", BuildBmp(Bmp(40, bpp)));
     for (int bpp : {1, 4, 8, 24}) out.Write("core" + std::to_string(bpp) + ".bmp", BuildBmp(Bmp(12, bpp)));
     out.Write("topdown24.bmp", BuildBmp(Bmp(40, 24, 0, true)));
-    BmpSpec fields16 = Bmp(40, 16, 3);
+    BmpParts fields16 = Bmp(40, 16, 3);
     fields16.masks = {0xF800, 0x07E0, 0x001F};
     out.Write("bitfields16.bmp", BuildBmp(fields16));
-    BmpSpec v4 = Bmp(108, 32, 3);
+    BmpParts v4 = Bmp(108, 32, 3);
     v4.masks = {0x3FF00000, 0x000FFC00, 0x000003FF, 0xC0000000};
     out.Write("v4bitfields32.bmp", BuildBmp(v4));
-    BmpSpec v5 = Bmp(124, 8);
+    BmpParts v5 = Bmp(124, 8);
     v5.clrUsed = 20;
     v5.palette.resize(20);
     out.Write("v5clrused.bmp", BuildBmp(v5));
-    BmpSpec ce = Bmp(40, 32, 6);
+    BmpParts ce = Bmp(40, 32, 6);
     ce.masks = {0xFF0000, 0xFF00, 0xFF, 0xFF000000};
     out.Write("alphabitfields.bmp", BuildBmp(ce));
-    BmpSpec rle8 = Bmp(40, 8, 1);
+    BmpParts rle8 = Bmp(40, 8, 1);
     rle8.bits = {2, 1, 0, 3, 4, 5, 6, 0, 0, 0, 0, 2, 1, 0, 2, 7, 0, 0, 5, 9, 0, 1};
     out.Write("rle8.bmp", BuildBmp(rle8));
-    BmpSpec rle4 = Bmp(40, 4, 2);
+    BmpParts rle4 = Bmp(40, 4, 2);
     rle4.bits = {0, 5, 0x12, 0x34, 0x50, 0, 0, 0, 0, 2, 2, 0, 3, 0xAB, 0, 0, 5, 0xCD, 0, 1};
     out.Write("rle4.bmp", BuildBmp(rle4));
 
@@ -76,7 +76,7 @@ void ImageSeeds(Seeds& out) {
                  {3, 2, 1}, {3, 4, 1}, {3, 8, 1}, {4, 8, 2}, {4, 16, 2}, {6, 8, 4}, {6, 16, 4}};
     for (const PngKind& k : kinds) {
         for (bool interlaced : {false, true}) {
-            PngSpec s;
+            PngParts s;
             s.width = 9, s.height = 9;
             s.depth = k.depth, s.colorType = k.type, s.interlaced = interlaced;
             uint32_t top = k.depth == 16 ? 0xFFFF : (1u << k.depth) - 1;

@@ -12,7 +12,7 @@ namespace {
 
 using zel::detail::DecodeImage;
 using zel::detail::LoadImageFromMemory;
-using zel::test::BmpSpec;
+using zel::test::BmpParts;
 using zel::test::BuildBmp;
 using zel::test::Bytes;
 using zel::test::OwnedBitmap;
@@ -54,33 +54,33 @@ zel::detail::DecodedImage Decode(const Bytes& file) { return DecodeImage(file.da
 
 struct Variant {
     std::string name;
-    BmpSpec spec;
+    BmpParts parts;
     Rows expected;  // top row first
 };
 
 Variant Indexed(std::string name, uint32_t headerSize, int bpp, const std::vector<uint32_t>& palette,
                 const Rows& indices, uint32_t clrUsed = 0, bool topDown = false) {
     Variant v{std::move(name), {}, Lookup(palette, indices)};
-    v.spec.headerSize = headerSize;
-    v.spec.width = static_cast<int32_t>(indices[0].size());
-    v.spec.height = static_cast<int32_t>(indices.size()) * (topDown ? -1 : 1);
-    v.spec.bpp = static_cast<uint16_t>(bpp);
-    v.spec.clrUsed = clrUsed;
-    v.spec.palette = palette;
-    v.spec.bits = PackDibRows(indices, bpp, topDown);
+    v.parts.headerSize = headerSize;
+    v.parts.width = static_cast<int32_t>(indices[0].size());
+    v.parts.height = static_cast<int32_t>(indices.size()) * (topDown ? -1 : 1);
+    v.parts.bpp = static_cast<uint16_t>(bpp);
+    v.parts.clrUsed = clrUsed;
+    v.parts.palette = palette;
+    v.parts.bits = PackDibRows(indices, bpp, topDown);
     return v;
 }
 
 Variant Direct(std::string name, uint32_t headerSize, int bpp, uint32_t compression, std::vector<uint32_t> masks,
                const Rows& stored, const Rows& expected, bool topDown = false) {
     Variant v{std::move(name), {}, expected};
-    v.spec.headerSize = headerSize;
-    v.spec.width = static_cast<int32_t>(stored[0].size());
-    v.spec.height = static_cast<int32_t>(stored.size()) * (topDown ? -1 : 1);
-    v.spec.bpp = static_cast<uint16_t>(bpp);
-    v.spec.compression = compression;
-    v.spec.masks = std::move(masks);
-    v.spec.bits = PackDibRows(stored, bpp, topDown);
+    v.parts.headerSize = headerSize;
+    v.parts.width = static_cast<int32_t>(stored[0].size());
+    v.parts.height = static_cast<int32_t>(stored.size()) * (topDown ? -1 : 1);
+    v.parts.bpp = static_cast<uint16_t>(bpp);
+    v.parts.compression = compression;
+    v.parts.masks = std::move(masks);
+    v.parts.bits = PackDibRows(stored, bpp, topDown);
     return v;
 }
 
@@ -134,17 +134,17 @@ std::vector<Variant> Variants() {
 TEST_F(BmpLoad, DecodesEveryHeaderDepthAndLayout) {
     for (const Variant& v : Variants()) {
         SCOPED_TRACE(v.name);
-        Bytes file = BuildBmp(v.spec);
+        Bytes file = BuildBmp(v.parts);
         EXPECT_TRUE(SamePixels(Decode(file), v.expected));
     }
 }
 
 TEST_F(BmpLoad, LoadedBitmapIs32BppWithTheDecodedPixels) {
     const Rows rgb = {{0x102030, 0xFFFFFF, 0x000000}, {0xC08040, 0x0000FF, 0x00FF00}};
-    BmpSpec spec;
-    spec.width = 3, spec.height = 2, spec.bpp = 24;
-    spec.bits = PackDibRows(rgb, 24, false);
-    Bytes file = BuildBmp(spec);
+    BmpParts parts;
+    parts.width = 3, parts.height = 2, parts.bpp = 24;
+    parts.bits = PackDibRows(rgb, 24, false);
+    Bytes file = BuildBmp(parts);
     OwnedBitmap bmp(LoadImageFromMemory(file.data(), file.size(), "rgb.bmp"));
     ASSERT_TRUE(bmp);
     EXPECT_EQ(GetObjectType(bmp.get()), static_cast<DWORD>(OBJ_BITMAP));
@@ -156,21 +156,21 @@ TEST_F(BmpLoad, LoadedBitmapIs32BppWithTheDecodedPixels) {
 }
 
 TEST_F(BmpLoad, LastRowMayOmitItsPadding) {
-    BmpSpec spec;
-    spec.width = 1, spec.height = 2, spec.bpp = 24;
-    spec.bits = PackDibRows({{0xABCDEF}, {0x123456}}, 24, false);
-    spec.bits.resize(spec.bits.size() - 1);  // 4 + 3 bytes: the top row's pad byte is missing
-    EXPECT_TRUE(SamePixels(Decode(BuildBmp(spec)), {{0xABCDEF}, {0x123456}}));
-    spec.bits.resize(spec.bits.size() - 1);
-    EXPECT_EQ(Decode(BuildBmp(spec)).error, "truncated pixel data");
+    BmpParts parts;
+    parts.width = 1, parts.height = 2, parts.bpp = 24;
+    parts.bits = PackDibRows({{0xABCDEF}, {0x123456}}, 24, false);
+    parts.bits.resize(parts.bits.size() - 1);  // 4 + 3 bytes: the top row's pad byte is missing
+    EXPECT_TRUE(SamePixels(Decode(BuildBmp(parts)), {{0xABCDEF}, {0x123456}}));
+    parts.bits.resize(parts.bits.size() - 1);
+    EXPECT_EQ(Decode(BuildBmp(parts)).error, "truncated pixel data");
 }
 
 // RLE streams are written by hand; entry 0 of their colour table is not black, so pixels
 // the stream skips are told apart from pixels written black.
 constexpr uint32_t kEntry0 = 0xAA0000;
 
-BmpSpec Rle(uint32_t compression, int width, int height, Bytes stream) {
-    BmpSpec s;
+BmpParts Rle(uint32_t compression, int width, int height, Bytes stream) {
+    BmpParts s;
     s.width = width, s.height = height;
     s.bpp = compression == BI_RLE8 ? 8 : 4;
     s.compression = compression;
@@ -182,7 +182,7 @@ BmpSpec Rle(uint32_t compression, int width, int height, Bytes stream) {
 }
 
 TEST_F(BmpLoad, Rle8RunsLiteralsDeltasAndEscapes) {
-    BmpSpec s = Rle(BI_RLE8, 6, 3,
+    BmpParts s = Rle(BI_RLE8, 6, 3,
                     {2, 1,                 // bottom row: two of index 1,
                      0, 3, 2, 3, 1, 0,     // a literal block of three, padded to a word,
                      0, 0,                 // end of line: the last pixel stays entry 0
@@ -197,7 +197,7 @@ TEST_F(BmpLoad, Rle8RunsLiteralsDeltasAndEscapes) {
 }
 
 TEST_F(BmpLoad, Rle4AlternatesNibblesAndPadsOddLiterals) {
-    BmpSpec s = Rle(BI_RLE4, 5, 2,
+    BmpParts s = Rle(BI_RLE4, 5, 2,
                     {0, 5, 0x12, 0x12, 0x10, 0,  // literal of five nibbles: three bytes and a pad
                      0, 0,                       // end of line
                      2, 0x34,                    // run of two: 3, 4
@@ -210,7 +210,7 @@ TEST_F(BmpLoad, Rle4AlternatesNibblesAndPadsOddLiterals) {
 }
 
 TEST_F(BmpLoad, RleStreamMayEndWithoutEndOfBitmap) {
-    BmpSpec s = Rle(BI_RLE8, 2, 2, {2, 3, 0, 0, 1, 2});
+    BmpParts s = Rle(BI_RLE8, 2, 2, {2, 3, 0, 0, 1, 2});
     auto p = s.palette;
     EXPECT_TRUE(SamePixels(Decode(BuildBmp(s)), {{p[2], kEntry0}, {p[3], p[3]}}));
 }
@@ -219,15 +219,15 @@ void Patch(Bytes& b, size_t at, uint32_t v, int n = 4) {
     for (int i = 0; i < n; ++i) b[at + i] = static_cast<uint8_t>(v >> (8 * i));
 }
 
-BmpSpec Good24() {
-    BmpSpec s;
+BmpParts Good24() {
+    BmpParts s;
     s.width = 3, s.height = 2, s.bpp = 24;
     s.bits = PackDibRows({{1, 2, 3}, {4, 5, 6}}, 24, false);
     return s;
 }
 
-BmpSpec Good8() {
-    BmpSpec s;
+BmpParts Good8() {
+    BmpParts s;
     s.width = 3, s.height = 2, s.bpp = 8;
     s.palette = Ramp(256);
     s.bits = PackDibRows({{1, 2, 3}, {4, 5, 6}}, 8, false);
@@ -241,9 +241,9 @@ struct Broken {
 };
 
 template <class F>
-Bytes Mutated(BmpSpec spec, F change) {
-    change(spec);
-    return BuildBmp(spec);
+Bytes Mutated(BmpParts parts, F change) {
+    change(parts);
+    return BuildBmp(parts);
 }
 
 // Offsets into the file: bfOffBits 10, biSize 14, biWidth 18, biHeight 22.
@@ -266,34 +266,34 @@ std::vector<Broken> BrokenFiles() {
     b.push_back({"zero height", patched(22, 0), "bad dimensions 3x0"});
     b.push_back({"height INT_MIN", patched(22, 0x80000000u), "image too large (3x2147483648"});
     b.push_back({"width 16385", patched(18, 16385), "image too large (16385x2, at most 16384"});
-    b.push_back({"16384 x 16384", Mutated(Good8(), [](BmpSpec& s) { s.width = s.height = 16384; }),
+    b.push_back({"16384 x 16384", Mutated(Good8(), [](BmpParts& s) { s.width = s.height = 16384; }),
                  "more than 256 MiB"});
-    b.push_back({"width 2^31-1 at 32 bpp", Mutated(Good24(), [](BmpSpec& s) { s.width = INT_MAX, s.bpp = 32; }),
+    b.push_back({"width 2^31-1 at 32 bpp", Mutated(Good24(), [](BmpParts& s) { s.width = INT_MAX, s.bpp = 32; }),
                  "image too large"});
-    b.push_back({"two planes", Mutated(Good24(), [](BmpSpec& s) { s.planes = 2; }), "bad plane count 2"});
-    b.push_back({"7 bpp", Mutated(Good24(), [](BmpSpec& s) { s.bpp = 7; }), "unsupported bit depth 7"});
-    b.push_back({"0 bpp (embedded JPEG or PNG)", Mutated(Good24(), [](BmpSpec& s) { s.bpp = 0; }),
+    b.push_back({"two planes", Mutated(Good24(), [](BmpParts& s) { s.planes = 2; }), "bad plane count 2"});
+    b.push_back({"7 bpp", Mutated(Good24(), [](BmpParts& s) { s.bpp = 7; }), "unsupported bit depth 7"});
+    b.push_back({"0 bpp (embedded JPEG or PNG)", Mutated(Good24(), [](BmpParts& s) { s.bpp = 0; }),
                  "unsupported bit depth 0"});
-    b.push_back({"core header with 32 bpp", Mutated(Good24(), [](BmpSpec& s) { s.headerSize = 12, s.bpp = 32; }),
+    b.push_back({"core header with 32 bpp", Mutated(Good24(), [](BmpParts& s) { s.headerSize = 12, s.bpp = 32; }),
                  "unsupported bit depth 32"});
-    b.push_back({"BI_JPEG", Mutated(Good24(), [](BmpSpec& s) { s.compression = 4; }), "unsupported compression 4"});
-    b.push_back({"compression 9", Mutated(Good24(), [](BmpSpec& s) { s.compression = 9; }),
+    b.push_back({"BI_JPEG", Mutated(Good24(), [](BmpParts& s) { s.compression = 4; }), "unsupported compression 4"});
+    b.push_back({"compression 9", Mutated(Good24(), [](BmpParts& s) { s.compression = 9; }),
                  "unsupported compression 9"});
-    b.push_back({"RLE8 at 4 bpp", Mutated(Good8(), [](BmpSpec& s) { s.compression = BI_RLE8, s.bpp = 4; }),
+    b.push_back({"RLE8 at 4 bpp", Mutated(Good8(), [](BmpParts& s) { s.compression = BI_RLE8, s.bpp = 4; }),
                  "RLE8 compression with 4 bpp"});
-    b.push_back({"RLE4 at 8 bpp", Mutated(Good8(), [](BmpSpec& s) { s.compression = BI_RLE4; }),
+    b.push_back({"RLE4 at 8 bpp", Mutated(Good8(), [](BmpParts& s) { s.compression = BI_RLE4; }),
                  "RLE4 compression with 8 bpp"});
-    b.push_back({"bit fields at 24 bpp", Mutated(Good24(), [](BmpSpec& s) { s.compression = BI_BITFIELDS; }),
+    b.push_back({"bit fields at 24 bpp", Mutated(Good24(), [](BmpParts& s) { s.compression = BI_BITFIELDS; }),
                  "bit-field compression with 24 bpp"});
-    b.push_back({"top-down RLE8", Mutated(Good8(), [](BmpSpec& s) { s.compression = BI_RLE8, s.height = -2; }),
+    b.push_back({"top-down RLE8", Mutated(Good8(), [](BmpParts& s) { s.compression = BI_RLE8, s.height = -2; }),
                  "top-down bitmap with RLE compression"});
-    b.push_back({"masks cut short", Mutated(Good24(), [](BmpSpec& s) {
+    b.push_back({"masks cut short", Mutated(Good24(), [](BmpParts& s) {
                      s.bpp = 32, s.compression = BI_BITFIELDS, s.masks = {0xFF0000, 0xFF00}, s.bits.clear();
                  }), "truncated colour masks"});
-    b.push_back({"colour table past the end", Mutated(Good8(), [](BmpSpec& s) {
+    b.push_back({"colour table past the end", Mutated(Good8(), [](BmpParts& s) {
                      s.palette.resize(4), s.bits.clear();
                  }), "truncated colour table"});
-    b.push_back({"core colour table past the end", Mutated(Good8(), [](BmpSpec& s) {
+    b.push_back({"core colour table past the end", Mutated(Good8(), [](BmpParts& s) {
                      s.headerSize = 12, s.palette.resize(100), s.bits.clear();
                  }), "truncated colour table"});
     b.push_back({"bfOffBits past the end", patched(10, static_cast<uint32_t>(good.size())),
@@ -301,7 +301,7 @@ std::vector<Broken> BrokenFiles() {
     b.push_back({"bfOffBits 0xFFFFFFFF", patched(10, 0xFFFFFFFF), "past the end of the file"});
     b.push_back({"bfOffBits inside the headers", patched(10, 20), "pixel data offset 20 inside the headers"});
     b.push_back({"pixel data cut short", Bytes(good.begin(), good.end() - 4), "truncated pixel data"});
-    b.push_back({"pixel data of a 3x3000 image", Mutated(Good24(), [](BmpSpec& s) { s.height = 3000; }),
+    b.push_back({"pixel data of a 3x3000 image", Mutated(Good24(), [](BmpParts& s) { s.height = 3000; }),
                  "truncated pixel data"});
     // RLE damage.
     auto rle = [](int w, int h, Bytes stream) { return BuildBmp(Rle(BI_RLE8, w, h, std::move(stream))); };
@@ -335,7 +335,7 @@ TEST_F(BmpLoad, LimitsApplyToEachSideAndToThePixelCount) {
     limits.maxSide = 1024;
     limits.maxPixelBytes = 1 << 20;
     auto decode = [&](int w, int h) {
-        BmpSpec s;
+        BmpParts s;
         s.width = w, s.height = h, s.bpp = 24;
         s.bits.assign(static_cast<size_t>((w * 3 + 3) & ~3) * h, 0);
         Bytes f = BuildBmp(s);
@@ -346,7 +346,7 @@ TEST_F(BmpLoad, LimitsApplyToEachSideAndToThePixelCount) {
     EXPECT_TRUE(decode(512, 512).ok());
     EXPECT_EQ(decode(512, 513).error, "image too large (512x513, more than 1 MiB of pixels)");
     // The default limits: 16384 a side.
-    BmpSpec wide;
+    BmpParts wide;
     wide.width = 16384, wide.height = 1, wide.bpp = 1;
     wide.palette = {0, 0xFFFFFF};
     wide.bits.assign(16384 / 8, 0xFF);

@@ -22,7 +22,7 @@ inline void PutBE(Bytes& b, uint32_t v) {
 
 // ---- BMP ----------------------------------------------------------------------------
 
-struct BmpSpec {
+struct BmpParts {
     uint32_t headerSize = 40;  // 12 (core), 40 (info), 52, 56, 108 (V4), 124 (V5)
     int32_t width = 0;
     int32_t height = 0;        // negative: top row stored first
@@ -36,7 +36,7 @@ struct BmpSpec {
     std::optional<uint32_t> offBits;  // default: where the pixel data is written
 };
 
-inline Bytes BuildBmp(const BmpSpec& s) {
+inline Bytes BuildBmp(const BmpParts& s) {
     Bytes h;  // DIB header
     if (s.headerSize == 12) {
         PutLE(h, 12, 4);
@@ -144,7 +144,7 @@ inline Bytes ZlibStored(const Bytes& raw) {
     return z;
 }
 
-struct PngSpec {
+struct PngParts {
     uint32_t width = 0, height = 0;
     uint8_t depth = 8;
     uint8_t colorType = 2;  // 0 grey, 2 RGB, 3 palette, 4 grey+alpha, 6 RGBA
@@ -156,7 +156,7 @@ struct PngSpec {
 };
 
 // Filter-0 scanlines of the pixels in [x0, ...) step dx, rows y0 step dy (Adam7 passes).
-inline void PngScanlines(const PngSpec& s, int x0, int dx, int y0, int dy, Bytes& raw) {
+inline void PngScanlines(const PngParts& s, int x0, int dx, int y0, int dy, Bytes& raw) {
     for (size_t y = y0; y < s.height; y += dy) {
         if (static_cast<size_t>(x0) >= s.width) return;
         raw.push_back(0);
@@ -177,7 +177,7 @@ inline void PngScanlines(const PngSpec& s, int x0, int dx, int y0, int dy, Bytes
     }
 }
 
-inline Bytes PngImageData(const PngSpec& s) {
+inline Bytes PngImageData(const PngParts& s) {
     Bytes raw;
     if (!s.interlaced) {
         PngScanlines(s, 0, 1, 0, 1, raw);
@@ -203,7 +203,7 @@ inline Bytes PngHeaderChunk(uint32_t width, uint32_t height, uint8_t depth, uint
     return ihdr;
 }
 
-inline Bytes BuildPng(const PngSpec& s) {
+inline Bytes BuildPng(const PngParts& s) {
     Bytes png = PngSignature();
     PutChunk(png, "IHDR", PngHeaderChunk(s.width, s.height, s.depth, s.colorType, s.interlaced));
     if (!s.palette.empty()) {

@@ -11,7 +11,7 @@ namespace {
 using zel::detail::DecodeImage;
 using zel::test::BuildPng;
 using zel::test::Bytes;
-using zel::test::PngSpec;
+using zel::test::PngParts;
 using Samples = std::vector<std::vector<std::vector<uint16_t>>>;  // rows x pixels x channels
 using Rows = std::vector<std::vector<uint32_t>>;
 
@@ -19,8 +19,8 @@ using PngLoad = zel::test::LeakChecked;
 
 enum : uint8_t { kGrey = 0, kRgb = 2, kPalette = 3, kGreyAlpha = 4, kRgba = 6 };
 
-PngSpec Png(uint8_t colorType, uint8_t depth, Samples pixels) {
-    PngSpec s;
+PngParts Png(uint8_t colorType, uint8_t depth, Samples pixels) {
+    PngParts s;
     s.colorType = colorType;
     s.depth = depth;
     s.height = static_cast<uint32_t>(pixels.size());
@@ -46,7 +46,7 @@ zel::detail::DecodedImage Decode(const Bytes& file) { return DecodeImage(file.da
 
 struct Variant {
     const char* name;
-    PngSpec spec;
+    PngParts parts;
     Rows expected;
 };
 
@@ -72,7 +72,7 @@ std::vector<Variant> Variants() {
 
     auto palette = [&](const char* name, uint8_t depth, std::vector<uint32_t> colours, Samples idx, Rows want,
                        Bytes trns = {}) {
-        PngSpec s = Png(kPalette, depth, std::move(idx));
+        PngParts s = Png(kPalette, depth, std::move(idx));
         s.palette = std::move(colours);
         s.trns = std::move(trns);
         v.push_back({name, s, std::move(want)});
@@ -84,10 +84,10 @@ std::vector<Variant> Variants() {
     palette("palette 8 with tRNS: transparency ignored", 8, {0xFF0000, 0x00FF00, 0x0000FF}, {{{2}, {1}, {0}}},
             {{0x0000FF, 0x00FF00, 0xFF0000}}, {0, 0x80});
 
-    PngSpec keyed = Png(kRgb, 8, {{{9, 8, 7}, {1, 1, 1}}});
+    PngParts keyed = Png(kRgb, 8, {{{9, 8, 7}, {1, 1, 1}}});
     keyed.trns = {0, 9, 0, 8, 0, 7};  // colour key of the first pixel
     v.push_back({"RGB with a tRNS colour key", keyed, {{0x090807, 0x010101}}});
-    PngSpec greyKeyed = Png(kGrey, 8, {{{0x33}}});
+    PngParts greyKeyed = Png(kGrey, 8, {{{0x33}}});
     greyKeyed.trns = {0, 0x33};
     v.push_back({"grey with a tRNS key", greyKeyed, {{0x333333}}});
     return v;
@@ -96,7 +96,7 @@ std::vector<Variant> Variants() {
 TEST_F(PngLoad, DecodesEveryColourTypeAndDepth) {
     for (const Variant& v : Variants()) {
         SCOPED_TRACE(v.name);
-        EXPECT_TRUE(Pixels(Decode(BuildPng(v.spec)), v.expected));
+        EXPECT_TRUE(Pixels(Decode(BuildPng(v.parts)), v.expected));
     }
 }
 
@@ -113,7 +113,7 @@ TEST_F(PngLoad, InterlacedImagesMatchTheirProgressiveForm) {
                 uint32_t g = depth == 2 ? v * 0x55u : v;
                 want[y][x] = g * 0x010101u;
             }
-        PngSpec s = Png(kGrey, depth, grey);
+        PngParts s = Png(kGrey, depth, grey);
         s.interlaced = true;
         EXPECT_TRUE(Pixels(Decode(BuildPng(s)), want));
     }
@@ -137,15 +137,15 @@ Bytes WithHeader(uint32_t w, uint32_t h, uint8_t depth, uint8_t type) {
 }
 
 TEST_F(PngLoad, RejectsDamagedFilesWithAReasonAndNoBitmap) {
-    PngSpec small = Png(kRgb, 8, {{{1, 2, 3}, {4, 5, 6}}, {{7, 8, 9}, {10, 11, 12}}});
+    PngParts small = Png(kRgb, 8, {{{1, 2, 3}, {4, 5, 6}}, {{7, 8, 9}, {10, 11, 12}}});
     Bytes good = BuildPng(small);
-    PngSpec oneRow = small;
+    PngParts oneRow = small;
     oneRow.height = 1;
     Bytes shortData = PngWithData(2, 2, 8, kRgb, zel::test::ZlibStored(zel::test::PngImageData(oneRow)));
     Bytes zlib = zel::test::ZlibStored(zel::test::PngImageData(small));
     zlib[5] ^= 0xFF;  // the stored block's NLEN no longer complements LEN
     Bytes badZlib = PngWithData(2, 2, 8, kRgb, zlib);
-    PngSpec noPalette = Png(kPalette, 8, {{{0}}});
+    PngParts noPalette = Png(kPalette, 8, {{{0}}});
 
     struct Case {
         const char* name;
@@ -176,7 +176,7 @@ TEST_F(PngLoad, RejectsDamagedFilesWithAReasonAndNoBitmap) {
 }
 
 TEST_F(PngLoad, EveryPrefixIsRefused) {
-    PngSpec s = Png(kPalette, 4, {{{1}, {2}, {3}}, {{4}, {5}, {6}}});
+    PngParts s = Png(kPalette, 4, {{{1}, {2}, {3}}, {{4}, {5}, {6}}});
     s.palette = std::vector<uint32_t>(16, 0x445566);
     s.interlaced = true;
     Bytes file = BuildPng(s);
