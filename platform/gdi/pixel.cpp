@@ -1,5 +1,5 @@
 // SetPixel / GetPixel.
-#include "gdi/dc.h"
+#include "gdi/stroke.h"
 
 using namespace zel::gdi;
 
@@ -12,7 +12,7 @@ COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color) {
     if (!dc) return CLR_INVALID;
     PixelBuffer* t = dc->Target();
     if (!t) return CLR_INVALID;
-    uint32_t p = ColorToPixel(*t, color);
+    uint32_t p = ColorToPixel(*t, ResolveColor(color));
     int dx = dc->DevX(x), dy = dc->DevY(y);
     if (dc->PointVisible(dx, dy)) t->row(dy)[dx] = p;
     return PixelToColor(*t, p);
