@@ -101,6 +101,12 @@ int CopyOut(const void* data, int size, int available, void* buffer) {
     return n;
 }
 
+// 16-bpp DDB pixels are x555; each 5-bit channel widens by repeating its top bits.
+uint32_t Rgb555ToPixel32(unsigned v) {
+    auto widen = [](unsigned c) { return (c << 3) | (c >> 2); };
+    return (widen((v >> 10) & 31) << 16) | (widen((v >> 5) & 31) << 8) | widen(v & 31);
+}
+
 }  // namespace
 
 Bitmap* DefaultBitmap() { return static_cast<Bitmap*>(Stock(kDefaultBitmap)); }
@@ -191,10 +197,14 @@ int GetObjectW(HANDLE handle, int size, LPVOID buffer) {
 }
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* bits) {
-    if (width < 0 || height < 0 || planes != 1) return nullptr;
-    if (width == 0 || height == 0) return HandleOf<HBITMAP>(DefaultBitmap());
-    if (bpp != 1 && bpp != 32 && bpp != 24 && bpp != 16 && bpp != 8 && bpp != 4) return nullptr;
-    if (static_cast<int64_t>(width) * height > (int64_t{1} << 28)) return nullptr;
+    // An empty size gives the stock 1x1 bitmap whatever the other arguments; negative
+    // sizes count by their magnitude; depths round up to the next DDB depth.
+    const int64_t w = std::llabs(width), h = std::llabs(height);
+    if (w == 0 || h == 0) return HandleOf<HBITMAP>(DefaultBitmap());
+    if (planes != 1 || bpp > 32 || w * h > (int64_t{1} << 28)) return nullptr;
+    width = static_cast<int>(w);
+    height = static_cast<int>(h);
+    bpp = bpp <= 1 ? 1 : bpp <= 4 ? 4 : bpp <= 8 ? 8 : bpp <= 16 ? 16 : bpp <= 24 ? 24 : 32;
     // Everything that is not monochrome is stored as 32 bpp, the screen's format.
     int storeBpp = bpp == 1 ? 1 : 32;
     Bitmap* b = NewBitmap(width, height, storeBpp);
@@ -209,7 +219,8 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* b
                     case 1: dst[x] = (row[x >> 3] >> (7 - (x & 7))) & 1; break;
                     case 32: std::memcpy(&dst[x], row + x * 4, 4); break;
                     case 24: dst[x] = row[x * 3] | (row[x * 3 + 1] << 8) | (row[x * 3 + 2] << 16); break;
-                    default: dst[x] = 0; break;
+                    case 16: dst[x] = Rgb555ToPixel32(row[x * 2] | (row[x * 2 + 1] << 8)); break;
+                    default: dst[x] = 0; break;  // 4/8 bpp index a palette we do not keep: black
                 }
             }
         }
