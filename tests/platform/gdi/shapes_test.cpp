@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <climits>
 
 #include "shape_canvas.h"
 #include "support/leak_check.h"
@@ -259,6 +260,26 @@ TEST_F(Shapes, FrameRectAndInvertRect) {
     EXPECT_TRUE(InvertRect(inv.dc(), &i));
     EXPECT_EQ(inv.Ink(RGB(255, 255, 255)).size(), 0u);
     EXPECT_FALSE(InvertRect(inv.dc(), nullptr));
+}
+
+// Coordinates far outside the surface are clamped to GDI's range: no overflow, no long
+// loops, and what lands on the surface is still right.
+TEST_F(Shapes, HugeCoordinatesStayExactAndCheap) {
+    Canvas c(6, 4);
+    {
+        PenAndBrush pb(c.dc(), RedPen(9), BlueBrush());
+        EXPECT_TRUE(Rectangle(c.dc(), INT_MIN, INT_MIN, INT_MAX, INT_MAX));
+        EXPECT_EQ(c.Picture(), "bbbbbb\nbbbbbb\nbbbbbb\nbbbbbb\n") << "the outline is far away";
+        MoveToEx(c.dc(), INT_MIN, 1, nullptr);
+        EXPECT_TRUE(LineTo(c.dc(), INT_MAX, 1));
+        EXPECT_EQ(c.Picture(), "rrrrrr\nrrrrrr\nrrrrrr\nrrrrrr\n");
+        EXPECT_FALSE(Ellipse(c.dc(), -100000000, -100000000, 100000000, 100000000)) << "refused, not traced";
+        EXPECT_TRUE(RoundRect(c.dc(), INT_MIN, 0, INT_MAX, 3, INT_MAX, 2));
+    }
+    const RECT far{INT_MIN, INT_MIN, INT_MAX, INT_MAX};
+    EXPECT_TRUE(DrawFocusRect(c.dc(), &far));
+    EXPECT_TRUE(InvertRect(c.dc(), &far));
+    EXPECT_EQ(GetPixel(c.dc(), 0, 0), RGB(0, 255, 255));
 }
 
 }  // namespace
