@@ -1,5 +1,5 @@
-// A small memory surface for exact pixel tests of shapes and lines, pre-filled with a
-// sentinel colour so that any stray pixel outside the expected shape shows up.
+// A small memory surface for exact pixel tests, pre-filled with a sentinel colour so that
+// a stray pixel outside the expected shape shows up.
 #pragma once
 
 #include <windows.h>
@@ -11,6 +11,7 @@
 namespace zel::test {
 
 constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
+using Ink = std::set<std::pair<int, int>>;
 
 class Canvas {
 public:
@@ -31,16 +32,11 @@ public:
     Canvas& operator=(const Canvas&) = delete;
 
     HDC dc() const { return dc_; }
-    int w() const { return w_; }
-    int h() const { return h_; }
-
     void Fill(COLORREF c) {
         for (int y = 0; y < h_; ++y)
             for (int x = 0; x < w_; ++x) SetPixel(dc_, x, y, c);
     }
-
-    // The surface as text, one line per row: '.' sentinel, '#' black, 'o' white, 'r' red,
-    // 'b' blue, 'g' green, '?' anything else.
+    // One text line per row: '.' sentinel, '#' black, 'o' white, 'r' red, 'b' blue, '?' other.
     std::string Picture() const {
         std::string s;
         for (int y = 0; y < h_; ++y) {
@@ -49,16 +45,13 @@ public:
         }
         return s;
     }
-
-    // Coordinates of every pixel that is not `background`.
-    std::set<std::pair<int, int>> Ink(COLORREF background = kSentinel) const {
-        std::set<std::pair<int, int>> ink;
+    Ink Pixels(COLORREF background = kSentinel) const {
+        Ink ink;
         for (int y = 0; y < h_; ++y)
             for (int x = 0; x < w_; ++x)
                 if (GetPixel(dc_, x, y) != background) ink.insert({x, y});
         return ink;
     }
-
     static char Glyph(COLORREF c) {
         switch (c) {
             case kSentinel: return '.';
@@ -66,7 +59,6 @@ public:
             case RGB(255, 255, 255): return 'o';
             case RGB(255, 0, 0): return 'r';
             case RGB(0, 0, 255): return 'b';
-            case RGB(0, 255, 0): return 'g';
             default: return '?';
         }
     }
@@ -78,21 +70,17 @@ private:
     HGDIOBJ old_;
 };
 
-// Selects a pen and a brush for the scope of a test and deletes them afterwards.
-class PenAndBrush {
+// Selects a pen and a brush for a scope, then restores and deletes them.
+class Selected {
 public:
-    PenAndBrush(HDC dc, HPEN pen, HBRUSH brush) : dc_(dc), pen_(pen), brush_(brush) {
-        oldPen_ = SelectObject(dc, pen);
-        oldBrush_ = SelectObject(dc, brush);
-    }
-    ~PenAndBrush() {
+    Selected(HDC dc, HPEN pen, HBRUSH brush)
+        : dc_(dc), pen_(pen), brush_(brush), oldPen_(SelectObject(dc, pen)), oldBrush_(SelectObject(dc, brush)) {}
+    ~Selected() {
         SelectObject(dc_, oldPen_);
         SelectObject(dc_, oldBrush_);
         DeleteObject(pen_);  // stock objects ignore this
         DeleteObject(brush_);
     }
-    PenAndBrush(const PenAndBrush&) = delete;
-    PenAndBrush& operator=(const PenAndBrush&) = delete;
 
 private:
     HDC dc_;
@@ -101,7 +89,8 @@ private:
     HGDIOBJ oldPen_, oldBrush_;
 };
 
-inline HPEN Stock(int pen) { return static_cast<HPEN>(GetStockObject(pen)); }
-inline HBRUSH StockBrush(int brush) { return static_cast<HBRUSH>(GetStockObject(brush)); }
+inline HPEN Pen(COLORREF c, int width = 1, int style = PS_SOLID) { return CreatePen(style, width, c); }
+inline HPEN NullPen() { return static_cast<HPEN>(GetStockObject(NULL_PEN)); }
+inline HBRUSH NullBrush() { return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)); }
 
 }  // namespace zel::test
