@@ -6,7 +6,7 @@ using namespace zel::gdi;
 extern "C" {
 
 // Returns the colour actually stored (black or white on a monochrome surface). A clipped
-// point still reports the colour, as Windows' own drivers do.
+// point still reports the colour: Win32 display drivers behave so.
 COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color) {
     DC* dc = LookupDC(hdc);
     if (!dc) return CLR_INVALID;
