@@ -83,9 +83,8 @@ int FillRect(HDC hdc, const RECT* rc, HBRUSH hbrush) {
     if (!dc || !rc || !brush) return 0;
     PatternSource pat = RealizeBrush(*dc, brush);
     if (pat.kind == PatternSource::kNull) return 1;
-    if (rc->left >= rc->right || rc->top >= rc->bottom) return 1;
-    PatFill(*dc, pat, RECT{dc->DevX(rc->left), dc->DevY(rc->top), dc->DevX(rc->right), dc->DevY(rc->bottom)},
-            0xF0);
+    // The extents go through PatBlt's rules: an inverted rect fills its mirror image.
+    PatFill(*dc, pat, ExtentRect(*dc, rc->left, rc->top, rc->right - rc->left, rc->bottom - rc->top), 0xF0);
     return 1;
 }
 
