@@ -59,45 +59,50 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
     RowConverter conv(dst, *t, src, *s);
     const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;
 
-    // On one surface, work away from the side the source lies on so that every source pixel
-    // is read before it is overwritten: bottom-up when the source is above, and right to left
-    // (rectangles in reverse, rows staged) when it is on the same rows to the left.
-    const bool same = t == s;
-    const bool upward = same && dy < 0;
-    const bool reverse = upward || (same && dy == 0 && dx < 0);
-    const bool stageRows = same && dy == 0 && mode == RowMode::kRop;
-
     std::vector<RECT> rects;
     for (const RECT& c : dst.ClipRects()) {
         RECT r = Intersect(c, area);
         if (!Empty(r)) rects.push_back(r);
     }
-    if (reverse) std::reverse(rects.begin(), rects.end());
-
     std::vector<uint32_t> scratch(mode == RowMode::kRop ? static_cast<size_t>(t->width) : 0);
-    for (const RECT& r : rects) {
+    auto row = [&](const RECT& r, int y, bool stage) {
         const int n = r.right - r.left;
-        for (int i = 0; i < r.bottom - r.top; ++i) {
-            const int y = upward ? r.bottom - 1 - i : r.top + i;
-            uint32_t* d = t->row(y) + r.left;
-            switch (mode) {
-                case RowMode::kMove:
-                    std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
-                    break;
-                case RowMode::kConvert:
-                    conv.Into(r.left + dx, y + dy, n, d);
-                    break;
-                case RowMode::kRop: {
-                    const uint32_t* in = conv.Row(r.left + dx, y + dy, n, scratch.data());
-                    if (stageRows) {
-                        std::memmove(scratch.data(), in, static_cast<size_t>(n) * sizeof *in);
-                        in = scratch.data();
-                    }
-                    applier.Apply(d, in, r.left, y, n);
-                    break;
+        uint32_t* d = t->row(y) + r.left;
+        switch (mode) {
+            case RowMode::kMove:
+                std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                break;
+            case RowMode::kConvert:
+                conv.Into(r.left + dx, y + dy, n, d);
+                break;
+            case RowMode::kRop: {
+                const uint32_t* in = conv.Row(r.left + dx, y + dy, n, scratch.data());
+                if (stage) {
+                    std::memmove(scratch.data(), in, static_cast<size_t>(n) * sizeof *in);
+                    in = scratch.data();
                 }
+                applier.Apply(d, in, r.left, y, n);
+                break;
             }
         }
+    };
+
+    if (t != s) {
+        for (const RECT& r : rects)
+            for (int y = r.top; y < r.bottom; ++y) row(r, y, false);
+        return;
+    }
+    // On one surface, work away from the side the source lies on so that every source pixel
+    // is read before it is overwritten: rows bottom-up when the source is above; on the same
+    // rows, right to left when it is to the left, staging each row (memmove for copies).
+    // Rows go across all clip rectangles at once, since one rectangle may read another's.
+    const bool upward = dy < 0, leftward = dy == 0 && dx < 0;
+    if (upward || leftward) std::reverse(rects.begin(), rects.end());
+    const int rows = area.bottom - area.top;
+    for (int i = 0; i < rows; ++i) {
+        const int y = upward ? area.bottom - 1 - i : area.top + i;
+        for (const RECT& r : rects)
+            if (y >= r.top && y < r.bottom) row(r, y, dy == 0);
     }
 }
 
