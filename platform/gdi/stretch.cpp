@@ -19,6 +19,10 @@
 #include <cstring>
 #include <utility>
 
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#endif
+
 #include "gdi/raster.h"
 
 namespace zel::gdi {
@@ -87,58 +91,117 @@ void Normalise(std::vector<Tap>& taps) {
     taps.back().w = kOne - used;
 }
 
-// The source walk indices in [ja, jb) that make destination walk index i.
-void TapsFor(const Axis& a, i64 i, i64 ja, i64 jb, Pick pick, std::vector<Tap>& out) {
-    const i64 S = a.S, D = a.D;
-    auto inside = [&](i64 j) { return j >= ja && j < jb; };
-    if (D >= S && pick != Pick::kFilter) {
-        i64 j = FloorDiv(i128(2 * i + 1) * S + 2 * D - 1, 2 * D) - 1;
-        if (inside(j)) out.push_back({j, kOne});
-        return;
+// floor((a * i + b) / m) and its remainder for consecutive i, one division at the start
+// and none per step (a >= 0, m > 0).
+class FloorSeq {
+public:
+    FloorSeq(i64 a, i128 b, i64 m, i64 i) : da_(a / m), ra_(a % m), m_(m) {
+        const i128 n = i128(a) * i + b;
+        q_ = FloorDiv(n, m);
+        r_ = static_cast<i64>(n - i128(q_) * m);
     }
-    if (D >= S) {
-        // Bilinear: the sample centre (i + 1/2) S/D - 1/2 between source pixels j0 and j0 + 1,
-        // clamped to the source rectangle so its edge pixels extend to the destination edge.
-        i128 num = i128(2 * i + 1) * S - D;
-        i64 j0 = FloorDiv(num, 2 * D);
-        auto w1 = static_cast<uint32_t>((num - i128(j0) * 2 * D) * kOne / (2 * D));
-        i64 a0 = std::clamp<i64>(j0, 0, S - 1), a1 = std::clamp<i64>(j0 + 1, 0, S - 1);
-        if (a0 == a1) {
-            if (inside(a0)) out.push_back({a0, kOne});
+    i64 q() const { return q_; }
+    i64 r() const { return r_; }
+    void Step(int direction) {
+        if (direction > 0) {
+            q_ += da_, r_ += ra_;
+            if (r_ >= m_) r_ -= m_, ++q_;
         } else {
-            if (inside(a0) && kOne - w1) out.push_back({a0, kOne - w1});
-            if (inside(a1) && w1) out.push_back({a1, w1});
+            q_ -= da_, r_ -= ra_;
+            if (r_ < 0) r_ += m_, --q_;
+        }
+    }
+
+private:
+    i64 q_ = 0, r_ = 0;
+    const i64 da_, ra_, m_;
+};
+
+// The source walk indices that make consecutive destination walk indices, restricted to
+// [ja, jb) (the source pixels inside the source surface).
+class Sampler {
+public:
+    Sampler(const Axis& a, i64 i, i64 ja, i64 jb, Pick pick)
+        : S_(a.S), D_(a.D), i_(i), ja_(ja), jb_(jb), pick_(pick),
+          enlarge_(a.D >= a.S),
+          // enlarging: ceil((2i+1)S / 2D) - 1; filtered: the sample centre's cell and offset
+          centre_(2 * S_, enlarge_ && pick == Pick::kFilter ? S_ - D_ : S_ + 2 * D_ - 1, 2 * D_, i),
+          // shrinking: the group of i starts at floor((2iS - D) / 2D) + 1 and ends where the
+          // group of i + 1 starts
+          groupLo_(2 * S_, -D_, 2 * D_, i), groupHi_(2 * S_, 2 * S_ - D_, 2 * D_, i),
+          // area average: source pixels [floor(iS/D), ceil((i+1)S/D))
+          areaLo_(S_, 0, D_, i), areaHi_(S_, S_ + D_ - 1, D_, i) {}
+
+    void Taps(std::vector<Tap>& out) const {
+        if (enlarge_) return pick_ == Pick::kFilter ? Bilinear(out) : Nearest(out);
+        const i64 glo = std::max(groupLo_.q() + 1, ja_), ghi = std::min(groupHi_.q() + 1, jb_);
+        switch (pick_) {
+            case Pick::kFirst:
+                if (glo < ghi) out.push_back({glo, kOne});
+                break;
+            case Pick::kLast:
+                if (glo < ghi) out.push_back({ghi - 1, kOne});
+                break;
+            case Pick::kAll:
+                for (i64 j = glo; j < ghi; ++j) out.push_back({j, kOne});
+                break;
+            case Pick::kFilter:
+                Area(out);
+                break;
+        }
+    }
+
+    void Step(int direction) {
+        i_ += direction;
+        centre_.Step(direction);
+        groupLo_.Step(direction);
+        groupHi_.Step(direction);
+        areaLo_.Step(direction);
+        areaHi_.Step(direction);
+    }
+
+private:
+    bool Inside(i64 j) const { return j >= ja_ && j < jb_; }
+
+    void Nearest(std::vector<Tap>& out) const {
+        const i64 j = centre_.q() - 1;
+        if (Inside(j)) out.push_back({j, kOne});
+    }
+
+    // The sample centre (i + 1/2) S/D - 1/2 lies between source pixels j0 and j0 + 1, both
+    // clamped to the source rectangle so its edge pixels extend to the destination edges.
+    void Bilinear(std::vector<Tap>& out) const {
+        const i64 j0 = centre_.q();
+        const auto w1 = static_cast<uint32_t>(centre_.r() * i64{kOne} / (2 * D_));
+        const i64 a0 = std::clamp<i64>(j0, 0, S_ - 1), a1 = std::clamp<i64>(j0 + 1, 0, S_ - 1);
+        if (a0 == a1) {
+            if (Inside(a0)) out.push_back({a0, kOne});
+        } else {
+            if (Inside(a0) && kOne - w1) out.push_back({a0, kOne - w1});
+            if (Inside(a1) && w1) out.push_back({a1, w1});
         }
         Normalise(out);
-        return;
     }
-    const i64 glo = std::max(FloorDiv(i128(2) * i * S - D, 2 * D) + 1, ja);
-    const i64 ghi = std::min(FloorDiv(i128(2) * (i + 1) * S - D, 2 * D) + 1, jb);
-    switch (pick) {
-        case Pick::kFirst:
-            if (glo < ghi) out.push_back({glo, kOne});
-            break;
-        case Pick::kLast:
-            if (glo < ghi) out.push_back({ghi - 1, kOne});
-            break;
-        case Pick::kAll:
-            for (i64 j = glo; j < ghi; ++j) out.push_back({j, kOne});
-            break;
-        case Pick::kFilter: {
-            // Area average: destination i covers [iS, (i+1)S) and source j covers
-            // [jD, (j+1)D) in units of 1/D source pixel.
-            const i128 from = i128(i) * S, to = i128(i + 1) * S;
-            const i64 lo = std::max(FloorDiv(from, D), ja), hi = std::min(FloorDiv(to + D - 1, D), jb);
-            for (i64 j = lo; j < hi; ++j) {
-                i128 overlap = std::min(to, i128(j + 1) * D) - std::max(from, i128(j) * D);
-                // At most min(S, D), so it fits the weight.
-                if (overlap > 0) out.push_back({j, static_cast<uint32_t>(overlap)});
-            }
-            Normalise(out);
-            break;
+
+    // Destination i covers [iS, (i+1)S) and source j covers [jD, (j+1)D), in units of 1/D
+    // source pixel; each source pixel weighs its overlap (at most min(S, D)).
+    void Area(std::vector<Tap>& out) const {
+        const i128 from = i128(i_) * S_, to = from + S_;
+        const i64 lo = std::max(areaLo_.q(), ja_), hi = std::min(areaHi_.q(), jb_);
+        for (i64 j = lo; j < hi; ++j) {
+            const i128 overlap = std::min(to, i128(j + 1) * D_) - std::max(from, i128(j) * D_);
+            if (overlap > 0) out.push_back({j, static_cast<uint32_t>(overlap)});
         }
+        Normalise(out);
     }
-}
+
+    const i64 S_, D_;
+    i64 i_;
+    const i64 ja_, jb_;
+    const Pick pick_;
+    const bool enlarge_;
+    FloorSeq centre_, groupLo_, groupHi_, areaLo_, areaHi_;
+};
 
 // For each destination coordinate in [lo, hi), its source coordinates (and filter weights).
 struct AxisPlan {
@@ -147,6 +210,7 @@ struct AxisPlan {
     std::vector<int> taps;
     std::vector<uint32_t> weights;
     bool single = true;  // one tap per destination pixel: taps[c - lo] is it
+    int step = 0;        // single taps advancing by this many source pixels each (0: irregular)
     int minTap = 0, maxTap = -1;
 
     bool Empty() const { return lo >= hi; }
@@ -165,9 +229,10 @@ AxisPlan PlanAxis(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
 
     std::vector<Tap> cur;
     bool started = false;
-    for (i64 c = from; c < to; ++c) {
+    Sampler sampler(a, (from - a.dStart) * a.dStep, ja, jb, pick);
+    for (i64 c = from; c < to; ++c, sampler.Step(a.dStep)) {
         cur.clear();
-        TapsFor(a, (c - a.dStart) * a.dStep, ja, jb, pick, cur);
+        sampler.Taps(cur);
         // The sampling is monotonic, so the pixels with a source form one run.
         if (cur.empty()) {
             if (started) break;
@@ -181,13 +246,19 @@ AxisPlan PlanAxis(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
         for (const Tap& t : cur) {
             int sc = static_cast<int>(a.sStart + a.sStep * t.j);
             p.taps.push_back(sc);
-            p.weights.push_back(t.w);
+            if (pick == Pick::kFilter) p.weights.push_back(t.w);
             p.minTap = p.taps.size() == 1 ? sc : std::min(p.minTap, sc);
             p.maxTap = std::max(p.maxTap, sc);
         }
         p.first.push_back(static_cast<int>(p.taps.size()));
         p.hi = static_cast<int>(c) + 1;
         if (cur.size() != 1) p.single = false;
+    }
+    if (p.single && p.taps.size() > 1) {
+        int step = p.taps[1] - p.taps[0];
+        for (size_t k = 2; k < p.taps.size() && step > 0; ++k)
+            if (p.taps[k] - p.taps[k - 1] != step) step = 0;
+        p.step = std::max(step, 0);
     }
     return p;
 }
@@ -225,6 +296,84 @@ void MergeColumns(const uint32_t* src, const int* first, const int* taps, int n,
     }
 }
 
+using Quad = uint32_t __attribute__((vector_size(16)));
+
+// Single-tap horizontal sampling of n pixels. src points at the first pixel's source, with
+// `avail` pixels readable from there; idx holds the n source coordinates (step: their
+// constant difference, when the plan has one).
+using GatherFn = void (*)(const uint32_t* src, int avail, const int* idx, int step, int n, uint32_t* out);
+
+void GatherTable(const uint32_t* src, int, const int* idx, int, int n, uint32_t* out) {
+    const int base = idx[0];
+    for (int k = 0; k < n; ++k) out[k] = src[idx[k] - base];
+}
+void GatherRun(const uint32_t* src, int, const int*, int, int n, uint32_t* out) {
+    std::memcpy(out, src, static_cast<size_t>(n) * sizeof *out);
+}
+// Halving: every other pixel, four at a time. The vector loop stops early enough never to
+// read past the last sampled pixel.
+void GatherEven(const uint32_t* src, int, const int*, int, int n, uint32_t* out) {
+    int k = 0;
+    for (; k + 5 <= n; k += 4) {
+        Quad a, b;
+        std::memcpy(&a, src + 2 * k, sizeof a);
+        std::memcpy(&b, src + 2 * k + 4, sizeof b);
+        Quad even = __builtin_shufflevector(a, b, 0, 2, 4, 6);
+        std::memcpy(out + k, &even, sizeof even);
+    }
+    for (; k < n; ++k) out[k] = src[2 * k];
+}
+void GatherStrided(const uint32_t* src, int, const int*, int step, int n, uint32_t* out) {
+    for (int k = 0; k < n; ++k) out[k] = src[static_cast<ptrdiff_t>(k) * step];
+}
+
+#if defined(__x86_64__) || defined(__i386__)
+// With AVX2, eight destination pixels whose sources lie within 8 (or 16) consecutive source
+// pixels come from one (or two) unaligned loads and a lane permutation: that covers every
+// enlargement and shrinking down to one half. Blocks that do not fit fall back to scalar.
+__attribute__((target("avx2"))) void GatherTableAvx2(const uint32_t* src, int avail, const int* idx, int, int n,
+                                                     uint32_t* out) {
+    const int base = idx[0];
+    int k = 0;
+    for (; k + 8 <= n; k += 8) {
+        const int first = idx[k] - base, span = idx[k + 7] - idx[k];
+        const __m256i rel = _mm256_sub_epi32(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(idx + k)),
+                                             _mm256_set1_epi32(idx[k]));
+        const auto* at = reinterpret_cast<const __m256i*>(src + first);
+        __m256i v;
+        if (span >= 0 && span < 8 && first + 8 <= avail) {
+            v = _mm256_permutevar8x32_epi32(_mm256_loadu_si256(at), rel);
+        } else if (span >= 0 && span < 16 && first + 16 <= avail) {
+            const __m256i lo = _mm256_permutevar8x32_epi32(_mm256_loadu_si256(at), rel);
+            const __m256i hi = _mm256_permutevar8x32_epi32(_mm256_loadu_si256(at + 1), rel);
+            v = _mm256_blendv_epi8(lo, hi, _mm256_cmpgt_epi32(rel, _mm256_set1_epi32(7)));
+        } else {
+            for (int q = 0; q < 8; ++q) out[k + q] = src[idx[k + q] - base];
+            continue;
+        }
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + k), v);
+    }
+    for (; k < n; ++k) out[k] = src[idx[k] - base];
+}
+
+GatherFn TableGather() {
+    static const GatherFn best = __builtin_cpu_supports("avx2") ? &GatherTableAvx2 : &GatherTable;
+    return best;
+}
+#else
+GatherFn TableGather() { return &GatherTable; }
+#endif
+
+// The sampling routine for a plan, chosen once per call.
+GatherFn GatherFor(const AxisPlan& px) {
+    switch (px.step) {
+        case 0: return TableGather();
+        case 1: return &GatherRun;
+        case 2: return &GatherEven;
+        default: return &GatherStrided;
+    }
+}
+
 // Rows of one stretch. The source rows handed out are in the destination's format.
 class Stretcher {
 public:
@@ -239,6 +388,7 @@ public:
         tmp_.resize(w);
         if (!conv_.Identity()) converted_.resize(static_cast<size_t>(s_.width));
         if (filter_) acc_.resize(3 * w);
+        gather_ = GatherFor(px);
     }
 
     void Run() {
@@ -290,7 +440,7 @@ private:
 
     void Gather(const uint32_t* src, int x, int n, uint32_t* out) const {
         const int* idx = px_.taps.data() + (x - px_.lo);
-        for (int k = 0; k < n; ++k) out[k] = src[idx[k]];
+        gather_(src + idx[0], sourceWidth_ - idx[0], idx, px_.step, n, out);
     }
 
     void Horizontal(const uint32_t* src, int x, int n, uint32_t* out) const {
@@ -337,6 +487,8 @@ private:
     // BLACKONWHITE unless told otherwise; only used by groups of more than one pixel.
     void (*mergeRows_)(uint32_t*, const uint32_t*, int) = &MergeRows<And>;
     void (*mergeColumns_)(const uint32_t*, const int*, const int*, int, uint32_t*) = &MergeColumns<And>;
+    GatherFn gather_;
+    const int sourceWidth_ = s_.width;  // readable pixels of a source or converted row
     std::vector<uint32_t> row_, tmp_, converted_;
     std::vector<uint64_t> acc_;
     int lastSource_ = -1;

@@ -45,6 +45,39 @@ TEST_F(Stretch, EnlargingSamplesThePixelUnderTheCentre) {
                     << c.from << " -> " << c.to << (vertical ? " vertical" : " horizontal") << " mode " << mode;
 }
 
+// Every size pair up to 40 pixels, both directions of mirroring, against the closed forms:
+// enlarging, destination i shows source ceil((2i+1)S / 2D) - 1; shrinking, source j belongs
+// to destination ceil((2j+1)D / 2S) - 1 and COLORONCOLOR keeps a group's last column.
+TEST_F(Stretch, SamplingSweepMatchesTheClosedForms) {
+    auto ceilDiv = [](long a, long b) { return (a + b - 1) / b; };
+    for (int S = 1; S <= 40; ++S) {
+        Canvas src(S, 1);
+        for (int x = 0; x < S; ++x) src.at(x, 0) = static_cast<uint32_t>(x);
+        for (int D = 1; D <= 40; ++D) {
+            for (bool mirror : {false, true}) {
+                // A destination extent of exactly +1 samples one source pixel less.
+                const int s = !mirror && D == 1 && S > 1 ? S - 1 : S;
+                std::vector<int> expected(D, -1);
+                if (D >= s) {
+                    for (int i = 0; i < D; ++i) expected[i] = static_cast<int>(ceilDiv((2L * i + 1) * s, 2L * D) - 1);
+                } else {
+                    for (int j = 0; j < s; ++j) expected[ceilDiv((2L * j + 1) * D, 2L * s) - 1] = j;
+                }
+                Canvas dst(D, 1);
+                SetStretchBltMode(dst.dc(), COLORONCOLOR);
+                bool ok = mirror ? StretchBlt(dst.dc(), D - 1, 0, -D, 1, src.dc(), 0, 0, S, 1, SRCCOPY)
+                                 : StretchBlt(dst.dc(), 0, 0, D, 1, src.dc(), 0, 0, S, 1, SRCCOPY);
+                ASSERT_TRUE(ok);
+                for (int i = 0; i < D; ++i) {
+                    uint32_t got = dst.at(mirror ? D - 1 - i : i, 0);
+                    ASSERT_EQ(got, static_cast<uint32_t>(expected[i]))
+                        << S << " -> " << D << (mirror ? " mirrored" : "") << ", destination pixel " << i;
+                }
+            }
+        }
+    }
+}
+
 // Shrinking in COLORONCOLOR keeps the last source column but the first source row of each
 // group.
 TEST_F(Stretch, ColorOnColorKeepsLastColumnFirstRow) {
