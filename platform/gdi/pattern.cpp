@@ -169,9 +169,9 @@ namespace {
 
 // PatBlt's negative extents count back from the origin pixel: width -w at x covers
 // x - w + 1 .. x.
-RECT ExtentRect(const DC& dc, int x, int y, int w, int h) {
-    int64_t l = w >= 0 ? int64_t{x} : int64_t{x} + w + 1, r = w >= 0 ? int64_t{x} + w : int64_t{x} + 1;
-    int64_t t = h >= 0 ? int64_t{y} : int64_t{y} + h + 1, b = h >= 0 ? int64_t{y} + h : int64_t{y} + 1;
+RECT ExtentRect(const DC& dc, int64_t x, int64_t y, int64_t w, int64_t h) {
+    int64_t l = w >= 0 ? x : x + w + 1, r = w >= 0 ? x + w : x + 1;
+    int64_t t = h >= 0 ? y : y + h + 1, b = h >= 0 ? y + h : y + 1;
     return DeviceRect(dc, l, t, r, b);
 }
 
@@ -191,9 +191,12 @@ int FillRect(HDC hdc, const RECT* rc, HBRUSH hbrush) {
     DC* dc = LookupDC(hdc);
     Brush* brush = LookupBrush(hbrush);
     if (!dc || !rc || !brush) return 0;
-    if (rc->left >= rc->right || rc->top >= rc->bottom) return 1;
+    // A PatBlt of the rectangle's extents: an inverted rectangle becomes negative extents,
+    // which count back from its first corner (7,9 -> 2,3 fills x 3..7, y 4..9).
+    const int64_t w = int64_t{rc->right} - rc->left, h = int64_t{rc->bottom} - rc->top;
+    if (w == 0 || h == 0) return 1;
     PatternSource pat = RealizeBrush(*dc, brush);
-    PatFill(*dc, pat, DeviceRect(*dc, rc->left, rc->top, rc->right, rc->bottom), 0xF0);
+    PatFill(*dc, pat, ExtentRect(*dc, rc->left, rc->top, w, h), 0xF0);
     return 1;
 }
 

@@ -1,6 +1,8 @@
 // Raster building blocks shared by blits, fills, shapes and text.
 #pragma once
 
+#include <cstring>
+
 #include "gdi/dc.h"
 
 namespace zel::gdi {
@@ -97,7 +99,12 @@ public:
         convert_(in, scratch, n, a_, b_);
         return scratch;
     }
-    void Into(int x, int y, int n, uint32_t* out) const { convert_(source_.row(y) + x, out, n, a_, b_); }
+    void Into(int x, int y, int n, uint32_t* out) const {
+        if (convert_)
+            convert_(source_.row(y) + x, out, n, a_, b_);
+        else
+            std::memcpy(out, source_.row(y) + x, static_cast<size_t>(n) * sizeof *out);
+    }
 
 private:
     const PixelBuffer& source_;

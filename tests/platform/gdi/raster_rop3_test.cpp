@@ -143,4 +143,18 @@ TEST_F(Rop3, PatBltWorksOnAllBitsAndNegativeExtentsCountBack) {
     EXPECT_EQ(dst.at(3, 1), 0x01020304u);
 }
 
+// FillRect is a PatBlt of the rectangle's extents, so an inverted rectangle fills the
+// negative extents counted back from its first corner.
+TEST_F(Rop3, FillRectOfAnInvertedRectangle) {
+    Canvas dst(12, 12);
+    HBRUSH br = CreateSolidBrush(RGB(255, 0, 0));
+    RECT inverted{7, 9, 2, 3}, empty{4, 2, 4, 6};
+    EXPECT_EQ(FillRect(dst.dc(), &inverted, br), 1);
+    EXPECT_EQ(FillRect(dst.dc(), &empty, br), 1);
+    DeleteObject(br);
+    for (int y = 4; y < 10; ++y)
+        for (int x = 3; x < 8; ++x) EXPECT_EQ(dst.at(x, y), 0x00FF0000u) << x << "," << y;
+    EXPECT_EQ(dst.FenceIntact(RECT{3, 4, 8, 10}), "");
+}
+
 }  // namespace
