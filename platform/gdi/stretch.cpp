@@ -153,11 +153,15 @@ public:
 
     void Step(int direction) {
         i_ += direction;
-        centre_.Step(direction);
-        groupLo_.Step(direction);
-        groupHi_.Step(direction);
-        areaLo_.Step(direction);
-        areaHi_.Step(direction);
+        if (enlarge_) {
+            centre_.Step(direction);
+        } else if (pick_ == Pick::kFilter) {
+            areaLo_.Step(direction);
+            areaHi_.Step(direction);
+        } else {
+            groupLo_.Step(direction);
+            groupHi_.Step(direction);
+        }
     }
 
 private:
@@ -227,6 +231,8 @@ AxisPlan PlanAxis(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
     jb = std::min(jb, a.S);
     if (from >= to || ja >= jb) return p;
 
+    p.taps.reserve(static_cast<size_t>(to - from));
+    p.first.reserve(static_cast<size_t>(to - from) + 1);
     std::vector<Tap> cur;
     bool started = false;
     Sampler sampler(a, (from - a.dStart) * a.dStep, ja, jb, pick);
@@ -247,12 +253,15 @@ AxisPlan PlanAxis(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
             int sc = static_cast<int>(a.sStart + a.sStep * t.j);
             p.taps.push_back(sc);
             if (pick == Pick::kFilter) p.weights.push_back(t.w);
-            p.minTap = p.taps.size() == 1 ? sc : std::min(p.minTap, sc);
-            p.maxTap = std::max(p.maxTap, sc);
         }
         p.first.push_back(static_cast<int>(p.taps.size()));
         p.hi = static_cast<int>(c) + 1;
         if (cur.size() != 1) p.single = false;
+    }
+    if (!p.taps.empty()) {
+        auto [lo, hi] = std::minmax_element(p.taps.begin(), p.taps.end());
+        p.minTap = *lo;
+        p.maxTap = *hi;
     }
     if (p.single && p.taps.size() > 1) {
         int step = p.taps[1] - p.taps[0];
