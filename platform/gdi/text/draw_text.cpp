@@ -43,6 +43,7 @@ struct Line {
     std::wstring text;
     std::vector<uint8_t> marks;  // 1 under a character a prefix underlines
     std::vector<Segment> segments;
+    std::vector<size_t> origin;  // scratch: source index of each display character of a segment
     int width = 0;
     int height = 0;
     int underline = -1;  // index in text of the underlined character
@@ -113,7 +114,7 @@ private:
     Break WordBreak(const WCHAR* s, size_t n, size_t fit) const;
     void EndEllipsis(Line& line, size_t start, int maxWidth) const;
     void PathEllipsis(Line& line, size_t start, int maxWidth) const;
-    size_t CopySegment(size_t pos, Line& line, std::vector<size_t>& origin);
+    size_t CopySegment(size_t pos, Line& line);
     void Replace(Line& line, size_t start, const std::wstring& text, const std::vector<uint8_t>& marks) const;
 
     RealizedFont& font_;
@@ -196,7 +197,8 @@ void LineBreaker::PathEllipsis(Line& line, size_t start, int maxWidth) const {
 // Copies display characters up to the next tab (with DT_EXPANDTABS), line break or end,
 // removing prefixes. origin[j] is where display character j's source begins (its prefix
 // included), so a break after j characters resumes at origin[j].
-size_t LineBreaker::CopySegment(size_t pos, Line& line, std::vector<size_t>& origin) {
+size_t LineBreaker::CopySegment(size_t pos, Line& line) {
+    std::vector<size_t>& origin = line.origin;
     bool prefixes = !(format_ & DT_NOPREFIX);
     while (pos < end_ && !(src_[pos] == kTab && (format_ & DT_EXPANDTABS)) && !IsBreak(src_[pos], format_)) {
         WCHAR c = src_[pos];
@@ -233,7 +235,6 @@ size_t LineBreaker::CopySegment(size_t pos, Line& line, std::vector<size_t>& ori
 
 size_t LineBreaker::Next(size_t pos, bool lastLine, Line& line, std::wstring* ellipsized) {
     line.Clear();
-    std::vector<size_t> origin;
     int x = 0;
     while (pos < end_) {
         if (src_[pos] == kTab && (format_ & DT_EXPANDTABS)) {
@@ -248,8 +249,8 @@ size_t LineBreaker::Next(size_t pos, bool lastLine, Line& line, std::wstring* el
             }
         }
         size_t start = line.text.size();
-        origin.clear();
-        size_t segEnd = CopySegment(pos, line, origin);
+        line.origin.clear();
+        size_t segEnd = CopySegment(pos, line);
         pos = segEnd;
         const WCHAR* seg = line.text.data() + start;
         size_t n = line.text.size() - start;
@@ -260,7 +261,7 @@ size_t LineBreaker::Next(size_t pos, bool lastLine, Line& line, std::wstring* el
         bool broken = false;
         if (!fits && (format_ & DT_WORDBREAK)) {
             Break b = WordBreak(seg, n, fit);
-            pos = b.used < n ? origin[b.used] : segEnd;
+            pos = b.used < n ? line.origin[b.used] : segEnd;
             line.text.resize(start + b.length);
             line.marks.resize(start + b.length);
             w = Measure(line.text.data() + start, b.length);

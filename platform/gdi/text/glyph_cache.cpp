@@ -31,7 +31,27 @@ void GlyphCache::SetLimit(size_t bytes) {
     Trim();
 }
 
+void GlyphImage::BuildRuns() {
+    runs.clear();
+    rowRuns.assign(static_cast<size_t>(height) + 1, 0);
+    for (int y = 0; y < height; ++y) {
+        const uint8_t* row = coverage.data() + static_cast<size_t>(y) * width;
+        for (int x = 0; x < width;) {
+            if (row[x] < 128) {
+                ++x;
+                continue;
+            }
+            int begin = x;
+            while (x < width && row[x] >= 128) ++x;
+            runs.push_back(static_cast<uint16_t>(begin));
+            runs.push_back(static_cast<uint16_t>(x));
+        }
+        rowRuns[y + 1] = static_cast<uint32_t>(runs.size());
+    }
+}
+
 void GlyphCache::Clear() {
+    ++epoch_;
     lru_.clear();
     map_.clear();
     bytes_ = 0;
@@ -40,6 +60,7 @@ void GlyphCache::Clear() {
 // The newest entry is never evicted: its caller is about to draw it.
 void GlyphCache::Trim() {
     while (bytes_ > limit_ && lru_.size() > 1) {
+        ++epoch_;
         const Entry& last = lru_.back();
         bytes_ -= last.image->Bytes();
         map_.erase(last.key);

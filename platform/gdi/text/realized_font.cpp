@@ -103,7 +103,8 @@ BYTE PitchAndFamily(FT_Face face) {
 std::unique_ptr<GlyphImage> ToImage(const FT_GlyphSlot slot) {
     const FT_Bitmap& bm = slot->bitmap;
     auto image = std::make_unique<GlyphImage>();
-    if (bm.width == 0 || bm.rows == 0 || static_cast<size_t>(bm.width) * bm.rows > kMaxGlyphPixels) return image;
+    if (bm.width == 0 || bm.rows == 0 || bm.width > 0xFFFF || static_cast<size_t>(bm.width) * bm.rows > kMaxGlyphPixels)
+        return image;
     image->left = slot->bitmap_left;
     image->top = slot->bitmap_top;
     image->width = static_cast<int>(bm.width);
@@ -289,7 +290,7 @@ void RealizedFont::ComputeMetrics(const LOGFONTW& lf) {
         strikeout_ = Band{-tm_.tmAscent / 3, thickness};
 }
 
-const GlyphInfo& RealizedFont::Glyph(char32_t ch) {
+const GlyphInfo& RealizedFont::GlyphSlow(char32_t ch) {
     if (ch < latin_.size()) {
         if (!latinKnown_[ch]) {
             latin_[ch] = LookUp(ch);
@@ -333,6 +334,23 @@ GlyphInfo RealizedFont::LookUp(char32_t ch) {
     return info;
 }
 
+const text::GlyphImage* RealizedFont::Image(char32_t ch, const GlyphInfo& glyph) {
+    // Latin text skips the cache's hash lookup while nothing has been evicted (such hits
+    // do not refresh the glyph's recency; an eviction sends every lookup back through it).
+    if (ch < latinImages_.size()) {
+        uint64_t epoch = text::GlyphCache::Get().Epoch();
+        if (epoch != latinEpoch_) {
+            latinImages_.fill(nullptr);
+            latinEpoch_ = epoch;
+        }
+        if (const text::GlyphImage* image = latinImages_[ch]) return image;
+        const text::GlyphImage* image = Image(glyph);
+        if (text::GlyphCache::Get().Epoch() == latinEpoch_) latinImages_[ch] = image;
+        return image;
+    }
+    return Image(glyph);
+}
+
 const text::GlyphImage* RealizedFont::Image(const GlyphInfo& glyph) {
     if (glyph.slot >= slots_.size()) return nullptr;
     const Slot& slot = slots_[glyph.slot];
@@ -356,6 +374,7 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
     image->advance = static_cast<int>((face->glyph->advance.x + 32) >> 6);
     if (!gray_)  // an embedded grey strike still draws monochrome
         for (uint8_t& c : image->coverage) c = c >= 128 ? 255 : 0;
+    image->BuildRuns();
     return image;
 }
 

@@ -42,10 +42,13 @@ public:
     ~RealizedFont();
 
     const TEXTMETRICW& Metrics() const { return tm_; }
-    const GlyphInfo& Glyph(char32_t ch);
+    const GlyphInfo& Glyph(char32_t ch) {
+        return ch < latin_.size() && latinKnown_[ch] ? latin_[ch] : GlyphSlow(ch);
+    }
     int Advance(char32_t ch) { return Glyph(ch).advance; }
     // The rasterised glyph (its coverage may be empty), valid until the next call;
-    // nullptr when the face cannot load it.
+    // nullptr when the face cannot load it. `ch` is the character `glyph` was found for.
+    const text::GlyphImage* Image(char32_t ch, const GlyphInfo& glyph);
     const text::GlyphImage* Image(const GlyphInfo& glyph);
 
     bool Antialiased() const { return gray_; }
@@ -77,6 +80,7 @@ private:
     void ComputeMetrics(const LOGFONTW& lf);
     bool AddSlot(std::shared_ptr<text::FaceFile> file, bool embolden, bool oblique);
     bool Activate(const Slot& slot);
+    const GlyphInfo& GlyphSlow(char32_t ch);
     GlyphInfo LookUp(char32_t ch);
     std::unique_ptr<text::GlyphImage> Render(const Slot& slot, uint32_t glyph);
 
@@ -91,6 +95,8 @@ private:
     std::vector<Slot> slots_;
     std::array<GlyphInfo, 256> latin_{};
     std::array<bool, 256> latinKnown_{};
+    std::array<const text::GlyphImage*, 256> latinImages_{};
+    uint64_t latinEpoch_ = 0;
     std::unordered_map<char32_t, GlyphInfo> others_;
 };
 

@@ -9,43 +9,47 @@ namespace zel::gdi {
 
 namespace {
 
-// One glyph row segment: coverage[0..n) onto dst[0..n). The painter is chosen once per
-// call from the surface format and the font's rendering.
-struct Painter {
-    uint32_t pixel = 0;  // the text colour in the surface's format
-    void (*span)(const Painter&, uint32_t* dst, const uint8_t* coverage, int n) = nullptr;
-};
-
-void SpanSolid(const Painter& p, uint32_t* dst, const uint8_t* cov, int n) {
-    for (int i = 0; i < n; ++i)
-        if (cov[i] >= 128) dst[i] = p.pixel;
-}
-
-// dst + (src - dst) * a / 255 per channel, exact for every a; GDI leaves alpha 0.
+// (src * a + dst * (255 - a)) / 255 per channel, rounded, exact for every a; red and blue
+// share one multiplication (their sums cannot reach each other). GDI leaves alpha 0.
 inline uint32_t Mix(uint32_t src, uint32_t dst, uint32_t a) {
-    uint32_t out = 0;
-    for (int shift = 0; shift <= 16; shift += 8) {
-        uint32_t s = (src >> shift) & 0xFF, d = (dst >> shift) & 0xFF;
-        uint32_t t = s * a + d * (255 - a) + 128;
-        out |= (((t + (t >> 8)) >> 8) & 0xFF) << shift;
-    }
-    return out;
+    uint32_t rb = (src & 0xFF00FF) * a + (dst & 0xFF00FF) * (255 - a) + 0x800080;
+    rb = ((rb + ((rb >> 8) & 0xFF00FF)) >> 8) & 0xFF00FF;
+    uint32_t g = (src & 0xFF00) * a + (dst & 0xFF00) * (255 - a) + 0x8000;
+    g = ((g + ((g >> 8) & 0xFF00)) >> 8) & 0xFF00;
+    return rb | g;
 }
 
-void SpanBlend(const Painter& p, uint32_t* dst, const uint8_t* cov, int n) {
-    for (int i = 0; i < n; ++i) {
-        uint32_t a = cov[i];
-        if (a == 0) continue;
-        dst[i] = a == 255 ? p.pixel : Mix(p.pixel, dst[i], a);
+// Primitives take a glyph and a rectangle already clipped to both the glyph box and the
+// DC's clip, in surface coordinates; (left, top) is where the glyph's first pixel goes.
+using GlyphBlit = void (*)(PixelBuffer& target, const text::GlyphImage& g, int left, int top, const RECT& r,
+                           uint32_t pixel);
+
+// Monochrome: fill the runs of pixels covered at least half (any surface format).
+void BlitRuns(PixelBuffer& target, const text::GlyphImage& g, int left, int top, const RECT& r, uint32_t pixel) {
+    for (int y = r.top; y < r.bottom; ++y) {
+        uint32_t* row = target.row(y);
+        const uint16_t* run = g.runs.data() + g.rowRuns[y - top];
+        const uint16_t* end = g.runs.data() + g.rowRuns[y - top + 1];
+        for (; run != end; run += 2) {
+            int from = std::max<int>(left + run[0], r.left), to = std::min<int>(left + run[1], r.right);
+            if (from < to) std::fill(row + from, row + to, pixel);
+        }
     }
 }
 
-Painter PainterFor(const DC& dc, const PixelBuffer& target, bool antialiased) {
-    Painter p;
-    p.pixel = ColorToPixel(target, dc.state.textColor);
-    // A monochrome surface has no shades: coverage thresholds at one half.
-    p.span = antialiased && !target.mono() ? SpanBlend : SpanSolid;
-    return p;
+// Antialiased on 32 bpp: blend the text colour over the destination by coverage.
+void BlitBlend(PixelBuffer& target, const text::GlyphImage& g, int left, int top, const RECT& r, uint32_t pixel) {
+    for (int y = r.top; y < r.bottom; ++y) {
+        uint32_t* dst = target.row(y);
+        const uint8_t* cov = g.coverage.data() + static_cast<size_t>(y - top) * g.width - left;
+        for (int x = r.left; x < r.right; ++x) {
+            uint32_t a = cov[x];
+            if (a == 255)
+                dst[x] = pixel;
+            else if (a != 0)
+                dst[x] = Mix(pixel, dst[x], a);
+        }
+    }
 }
 
 RECT Intersect(const RECT& a, const RECT& b) {
@@ -63,23 +67,19 @@ int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* 
         for (int i = 0; i < count; ++i) penX += dx ? dx[i] : font.Advance(static_cast<char32_t>(text[i]));
         return penX - start;
     }
-    Painter painter = PainterFor(dc, *target, font.Antialiased());
+    // A monochrome surface has no shades: antialiased coverage thresholds at one half.
+    GlyphBlit blit = font.Antialiased() && !target->mono() ? BlitBlend : BlitRuns;
+    uint32_t pixel = ColorToPixel(*target, dc.state.textColor);
     for (int i = 0; i < count; ++i) {
-        const GlyphInfo& g = font.Glyph(static_cast<char32_t>(text[i]));
-        const text::GlyphImage* image = font.Image(g);
+        char32_t ch = static_cast<char32_t>(text[i]);
+        const GlyphInfo& g = font.Glyph(ch);
+        const text::GlyphImage* image = font.Image(ch, g);
         if (image && !image->coverage.empty()) {
             int left = penX + image->left, top = baseline - image->top;
             RECT box{left, top, left + image->width, top + image->height};
             if (limit) box = Intersect(box, *limit);
-            if (box.left < box.right && box.top < box.bottom) {
-                dc.ForEachClipped(box, [&](const RECT& r) {
-                    for (int y = r.top; y < r.bottom; ++y) {
-                        const uint8_t* cov = image->coverage.data() +
-                                             static_cast<size_t>(y - top) * image->width + (r.left - left);
-                        painter.span(painter, target->row(y) + r.left, cov, r.right - r.left);
-                    }
-                });
-            }
+            if (box.left < box.right && box.top < box.bottom)
+                dc.ForEachClipped(box, [&](const RECT& r) { blit(*target, *image, left, top, r, pixel); });
         }
         penX += dx ? dx[i] : image ? image->advance : g.advance;
     }
