@@ -84,6 +84,16 @@ int PpemFor(FT_Face face, LONG lfHeight) {
     return ppem;
 }
 
+// lfWidth asks for an average character width: the horizontal pixel size that scales the
+// face's OS/2 xAvgCharWidth to it. 0 keeps the face's own proportions.
+int XPpemFor(FT_Face face, LONG lfWidth, int ppem) {
+    if (lfWidth == 0) return ppem;
+    auto* os2 = static_cast<TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
+    long average = os2 && os2->version != 0xFFFF && os2->xAvgCharWidth > 0 ? os2->xAvgCharWidth : face->units_per_EM / 2;
+    int64_t width = std::min<int64_t>(std::llabs(static_cast<int64_t>(lfWidth)), 1 << 20);
+    return std::clamp(MulDivRound(width, face->units_per_EM, average), 1, kMaxPpem);
+}
+
 // Pitch and family byte of TEXTMETRIC: the TMPF_FIXED_PITCH bit (1) is set for
 // variable-pitch fonts (the name is historical); TMPF_VECTOR (2) | TMPF_TRUETYPE (4).
 BYTE PitchAndFamily(FT_Face face) {
@@ -216,7 +226,7 @@ void RealizedFont::Realize(const LOGFONTW& lf) {
     faceName_ = choice.faceName;
     if (choice.file) {
         ppem_ = PpemFor(choice.file->face, lf.lfHeight);
-        xPpem_ = ppem_;
+        xPpem_ = XPpemFor(choice.file->face, lf.lfWidth, ppem_);
         gray_ = AntialiasedFor(lf.lfQuality, choice.file->face, ppem_);
         if (!AddSlot(choice.file, choice.embolden, choice.oblique)) slots_.clear();
     }
@@ -252,7 +262,7 @@ void RealizedFont::ComputeMetrics(const LOGFONTW& lf) {
     tm_.tmWeight = wantBold_ ? FW_BOLD : FW_NORMAL;
     if (slots_.empty()) {
         // No usable face: an empty font of the requested height, so layout still works.
-        LONG h = lf.lfHeight == 0 ? 16 : std::min<LONG>(std::abs(lf.lfHeight), kMaxPpem);
+        LONG h = lf.lfHeight == 0 ? 16 : static_cast<LONG>(std::min<int64_t>(std::llabs(lf.lfHeight), kMaxPpem));
         tm_.tmHeight = h;
         tm_.tmAscent = h - h / 5;
         tm_.tmDescent = h / 5;

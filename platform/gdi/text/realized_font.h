@@ -5,7 +5,8 @@
 //   lfHeight > 0  cell height: ppem = MulDiv(unitsPerEm, lfHeight, winAscent + winDescent),
 //                 then lowered while the rounded cell would still be taller than asked;
 //   lfHeight < 0  character height: ppem = -lfHeight;
-//   lfHeight = 0  as a cell height of 16.
+//   lfHeight = 0  as a cell height of 16;
+//   lfWidth != 0  the average character width: glyphs are stretched or squeezed to it.
 // Advances are the hinted advances of the face's normal hinting; glyph shapes are hinted
 // for the rendering they get. NONANTIALIASED_QUALITY renders monochrome, ANTIALIASED,
 // CLEARTYPE and CLEARTYPE_NATURAL antialiased (greyscale); DEFAULT, DRAFT and PROOF follow

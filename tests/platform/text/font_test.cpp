@@ -194,6 +194,27 @@ TEST_F(Fonts, TextMetricsDescribeTheFace) {
     EXPECT_EQ(mono.tmPitchAndFamily & 0xF0, FF_MODERN);
 }
 
+TEST_F(Fonts, WidthSetsTheAverageCharacterWidth) {
+    for (LONG width : {4, 7, 14, 20}) {
+        LOGFONTW lf = t::MakeLogFont({L"Liberation Sans", 14});
+        lf.lfWidth = width;
+        HFONT f = CreateFontIndirectW(&lf);
+        Surface s(1, 1);
+        HGDIOBJ old = SelectObject(s.dc(), f);
+        TEXTMETRICW tm{};
+        GetTextMetricsW(s.dc(), &tm);
+        EXPECT_EQ(tm.tmAveCharWidth, width);
+        EXPECT_EQ(tm.tmHeight, 14) << "the height does not change";
+        int wide = t::Width(s.dc(), L"abcdefghijklmnopqrstuvwxyz");
+        SelectObject(s.dc(), old);
+        DeleteObject(f);
+        // Natural proportions give an average width of 7 at this height.
+        s.Use({L"Liberation Sans", 14});
+        int natural = t::Width(s.dc(), L"abcdefghijklmnopqrstuvwxyz");
+        EXPECT_NEAR(wide, natural * width / 7.0, 26 * 0.6) << width;
+    }
+}
+
 TEST_F(Fonts, BoldWithoutABoldFileIsSynthesised) {
     // The CJK face has no bold file: its outlines are thickened.
     FontSpec regular{L"WenQuanYi Micro Hei", 20}, bold{L"WenQuanYi Micro Hei", 20, FW_BOLD};
