@@ -140,7 +140,7 @@ std::unique_ptr<GlyphImage> ToImage(const FT_GlyphSlot slot) {
 
 struct FontKey {
     LONG height, width, weight;
-    BYTE italic, underline, strikeout, charset, quality, pitchAndFamily;
+    BYTE italic, underline, strikeout, charset, quality, pitchAndFamily, smoothing;
     std::string face;
     auto operator<=>(const FontKey&) const = default;
 };
@@ -157,17 +157,8 @@ FontKey KeyOf(const LOGFONTW& lf) {
                    lf.lfCharSet,
                    lf.lfQuality,
                    lf.lfPitchAndFamily,
+                   static_cast<BYTE>(text::FontSmoothing()),
                    std::move(face)};
-}
-
-// Font smoothing is the device switch for default-quality text. Like the registry key
-// that enables it, it is off unless ZEL_FONT_SMOOTHING is set (to anything but "0").
-bool SmoothingOn() {
-    static const bool on = [] {
-        const char* v = std::getenv("ZEL_FONT_SMOOTHING");
-        return v && *v && std::strcmp(v, "0") != 0;
-    }();
-    return on;
 }
 
 // The face's gasp table may ask for greyscale only from some size on (small sizes are
@@ -187,7 +178,7 @@ bool GaspAllowsGray(FT_Face face, int ppem) {
 bool AntialiasedFor(BYTE quality, FT_Face face, int ppem) {
     if (quality >= ANTIALIASED_QUALITY && quality <= CLEARTYPE_NATURAL_QUALITY) return true;
     if (quality == NONANTIALIASED_QUALITY) return false;
-    return SmoothingOn() && face && GaspAllowsGray(face, ppem);
+    return text::FontSmoothing() && face && GaspAllowsGray(face, ppem);
 }
 
 }  // namespace
@@ -404,6 +395,21 @@ RealizedFont& Realize(Font& font) {
 }  // namespace zel::gdi
 
 namespace zel::text {
+
+namespace {
+// Like the registry key that enables it, font smoothing is off unless ZEL_FONT_SMOOTHING
+// is set (to anything but "0").
+bool& Smoothing() {
+    static bool on = [] {
+        const char* v = std::getenv("ZEL_FONT_SMOOTHING");
+        return v && *v && std::strcmp(v, "0") != 0;
+    }();
+    return on;
+}
+}  // namespace
+
+bool FontSmoothing() { return Smoothing(); }
+void SetFontSmoothing(bool on) { Smoothing() = on; }
 
 std::string ResolvedFontFile(HFONT handle, char32_t ch) {
     gdi::Font* font = gdi::LookupFont(handle);

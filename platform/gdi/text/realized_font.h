@@ -107,6 +107,11 @@ RealizedFont& Realize(Font& font);
 }  // namespace zel::gdi
 
 namespace zel::text {
+// The device's font smoothing switch (fonts realized afterwards follow it): with it on,
+// default-quality text is antialiased where the face's gasp table asks for greyscale.
+bool FontSmoothing();
+void SetFontSmoothing(bool on);
+
 // Which file a font handle resolved to, and which file serves `ch` (for tests and
 // diagnostics); "" for an invalid handle or a character no installed font has.
 std::string ResolvedFontFile(HFONT font, char32_t ch = 0);

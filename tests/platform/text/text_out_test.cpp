@@ -215,6 +215,26 @@ TEST_F(TextOutput, AntialiasedTextBlendsAndThresholdsOnMonochrome) {
     }
 }
 
+TEST_F(TextOutput, FontSmoothingAntialiasesDefaultTextWhereTheGaspTableAllows) {
+    auto shades = [](const FontSpec& spec) {
+        Surface s(80, 40, kWhite);
+        s.Use(spec);
+        SetBkMode(s.dc(), TRANSPARENT);
+        TextOutW(s.dc(), 2, 2, L"Wag", 3);
+        return 80 * 40 - s.Count(kWhite) - s.Count(kBlack);
+    };
+    ASSERT_FALSE(zel::text::FontSmoothing()) << "off by default";
+    zel::text::SetFontSmoothing(true);
+    // Liberation Sans asks for greyscale above 17 pixels per em only.
+    int small = shades({L"Liberation Sans", 14}), large = shades({L"Liberation Sans", 30});
+    int forcedOff = shades({L"Liberation Sans", 30, FW_NORMAL, NONANTIALIASED_QUALITY});
+    zel::text::SetFontSmoothing(false);
+    EXPECT_EQ(small, 0) << "12 ppem stays monochrome";
+    EXPECT_GT(large, 10) << "27 ppem is antialiased";
+    EXPECT_EQ(forcedOff, 0) << "NONANTIALIASED_QUALITY ignores the switch";
+    EXPECT_EQ(shades({L"Liberation Sans", 30}), 0) << "off again";
+}
+
 TEST_F(TextOutput, MonochromeSurfacesGetTheSameShapes) {
     FontSpec spec{L"Tahoma", 14};
     Surface colour(50, 20, kWhite), mono(50, 20, kWhite, /*mono=*/true);
