@@ -13,7 +13,7 @@ namespace zel::text {
 
 namespace {
 
-// Wine's font package installs Tahoma here; fontconfig does not index it by default.
+// The fonts-wine package installs Tahoma here; fontconfig does not index it by default.
 constexpr const char* kBundledFontDirs[] = {"/usr/share/wine/fonts"};
 
 // Everything here lives until exit on purpose: realized fonts owned by stock objects keep

@@ -34,7 +34,7 @@ struct FaceFile {
 FT_Library Library();
 
 // Our fontconfig configuration: the system configuration plus the directories of faces
-// the platform ships with (the Tahoma of Wine's font package). Private to the platform so
+// the platform ships with (the Tahoma of the fonts-wine package). Private to the platform so
 // the host application's own fontconfig use is not affected.
 FcConfig* Config();
 

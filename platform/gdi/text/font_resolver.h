@@ -3,7 +3,7 @@
 // Like the Windows font mapper this never fails: a name that is not installed resolves to
 // the generic family its pitch and family bits ask for (sans-serif by default). Known
 // names are substituted first (as the registry's FontSubstitutes do):
-//   "Tahoma", "System", "MS Sans Serif", "MS Shell Dlg" -> Tahoma (Wine's font package)
+//   "Tahoma", "System", "MS Sans Serif", "MS Shell Dlg" -> Tahoma (the fonts-wine package)
 //   "Arial" -> Liberation Sans, "Times New Roman" -> Liberation Serif,
 //   "Courier New" -> Liberation Mono.
 // ZEL_FONT_SUBSTITUTES="From=To;From2=To2" adds or overrides entries.
