@@ -185,7 +185,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     NormaliseFlags(w, wp);
     const UINT kNothing = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER;
     if ((wp.flags & kNothing) == kNothing && !(wp.flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED))) {
-        if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w)) Activate(w);
+        if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w) && !(w->style & WS_DISABLED)) Activate(w);
         return TRUE;
     }
 
@@ -217,7 +217,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     if (!Visible(w)) ClearUpdateTree(w);
     if (wp.flags & SWP_HIDEWINDOW) AfterHide(w);
     if (!(w = Get(hwnd))) return TRUE;
-    if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w)) Activate(w);
+    if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w) && !(w->style & WS_DISABLED)) Activate(w);
     if (!(w = Get(hwnd))) return TRUE;
 
     if (!moved) wp.flags |= kNoClientMove;
