@@ -120,6 +120,27 @@ TEST_F(Painting, HiddenWindowsHaveNothingToPaintUntilShown) {
 
 constexpr COLORREF kRed = RGB(255, 0, 0), kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0), kBlack = RGB(0, 0, 0);
 
+TEST_F(Painting, MovingAChildErasesWhatItUncoveredAtOnceAndItselfWhenPainted) {
+    HWND top = rec.Top("top", 0, 0, 200, 100);
+    HWND c = rec.Child(top, "c", 10, 10, 100, 60, 1);
+    D().RunUntilIdle();
+    rec.Start({WM_PAINT, WM_ERASEBKGND});
+    rec.Name(top, "top");
+    rec.Name(c, "c");
+    LogPaints(rec);
+    MoveWindow(c, 20, 20, 120, 70, TRUE);
+    EXPECT_EQ(rec.Take(), "top:ERASEBKGND") << "the child waits: its parent has yet to paint";
+    RECT upd;
+    GetUpdateRect(top, &upd, FALSE);
+    EXPECT_EQ(upd.left, 10);
+    EXPECT_EQ(upd.bottom, 70) << "only what the child uncovered";
+    D().RunUntilIdle();
+    EXPECT_EQ(rec.Take(), "top:PAINT;top:begin(10,10,110,70,erase=0);c:PAINT;c:ERASEBKGND;c:begin(0,0,120,70,erase=0)");
+    MoveWindow(c, 25, 20, 120, 70, FALSE);
+    D().RunUntilIdle();
+    EXPECT_EQ(rec.Take(), "-") << "without repaint nothing is invalidated";
+}
+
 // Window classes painting solid colours through DefWindowProc's erase. Their brushes live
 // as long as the program, as class brushes do.
 void RegisterSolidClasses() {
