@@ -486,7 +486,7 @@ HWND SetParent(HWND hwnd, HWND parentHandle) {
         return nullptr;
     }
     HWND old = w->parent ? w->parent->handle : H(Desktop());
-    ExposureSnapshot snapshot;
+    ExposureSnapshot snapshot({w});
     std::vector<Window*>& sibs = Siblings(w);
     sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
     w->parent = p == Desktop() ? nullptr : p;
