@@ -167,6 +167,9 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define GCL_WNDPROC (-24)
 #define GCL_STYLE (-26)
 #define GCLP_HBRBACKGROUND GCL_HBRBACKGROUND
+#define GCLP_WNDPROC GCL_WNDPROC
+#define GCLP_HCURSOR GCL_HCURSOR
+#define GCLP_HICON GCL_HICON
 
 // ---- GetWindow ----
 #define GW_HWNDFIRST 0
@@ -536,6 +539,8 @@ ZEL_API LONG_PTR GetWindowLongPtrW(HWND hwnd, int index);
 ZEL_API LONG_PTR SetWindowLongPtrW(HWND hwnd, int index, LONG_PTR value);
 ZEL_API DWORD GetClassLongW(HWND hwnd, int index);
 ZEL_API DWORD SetClassLongW(HWND hwnd, int index, LONG value);
+ZEL_API ULONG_PTR GetClassLongPtrW(HWND hwnd, int index);
+ZEL_API ULONG_PTR SetClassLongPtrW(HWND hwnd, int index, LONG_PTR value);
 ZEL_API int GetClassNameW(HWND hwnd, LPWSTR name, int max);
 ZEL_API int GetWindowTextW(HWND hwnd, LPWSTR text, int max);
 ZEL_API int GetWindowTextLengthW(HWND hwnd);
@@ -619,6 +624,8 @@ ZEL_API HCURSOR LoadCursorW(HINSTANCE instance, LPCWSTR name);
 #define SetWindowLongPtr SetWindowLongPtrW
 #define GetClassLong GetClassLongW
 #define SetClassLong SetClassLongW
+#define GetClassLongPtr GetClassLongPtrW
+#define SetClassLongPtr SetClassLongPtrW
 #define GetClassName GetClassNameW
 #define GetWindowText GetWindowTextW
 #define GetWindowTextLength GetWindowTextLengthW
