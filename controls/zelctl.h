@@ -1,0 +1,4 @@
+// One include for every control of the library.
+#pragma once
+
+#include "CSkinWnd.h"
