@@ -569,6 +569,8 @@ ZEL_API BOOL RedrawWindow(HWND hwnd, const RECT* rect, HRGN rgn, UINT flags);
 ZEL_API LRESULT SendMessageW(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 ZEL_API BOOL PostMessageW(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 ZEL_API BOOL PeekMessageW(LPMSG msg, HWND hwnd, UINT filterMin, UINT filterMax, UINT remove);
+// Waits for a timer on the real clock; when nothing can ever arrive (virtual clock, no
+// timer) it returns FALSE as if WM_QUIT had been retrieved.
 ZEL_API BOOL GetMessageW(LPMSG msg, HWND hwnd, UINT filterMin, UINT filterMax);
 ZEL_API LRESULT DispatchMessageW(const MSG* msg);
 ZEL_API BOOL TranslateMessage(const MSG* msg);

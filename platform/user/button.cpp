@@ -8,11 +8,6 @@
 // repainted at once through a window DC (not through WM_PAINT), each time they are set.
 #include "user/wndmgr.h"
 
-// The caption and the focus rectangle come from the text and shape code; a platform built
-// without them paints push buttons without those two parts.
-extern "C" int DrawTextW(HDC, LPCWSTR, int, LPRECT, UINT) __attribute__((weak));
-extern "C" BOOL DrawFocusRect(HDC, const RECT*) __attribute__((weak));
-
 namespace zel::user {
 
 namespace {
@@ -74,7 +69,7 @@ void PaintPushButton(Window* w, HDC dc) {
             Strip(dc, cx - 2, 1, cx - 1, cy - 1, COLOR_BTNSHADOW);
         }
     }
-    if (DrawTextW && !w->text.empty()) {
+    if (!w->text.empty()) {
         RECT text{2, 2, cx - 2, cy - 2};
         if (pushed) OffsetRect(&text, 1, 1);
         HGDIOBJ oldFont = d.font ? SelectObject(dc, d.font) : nullptr;
@@ -85,7 +80,7 @@ void PaintPushButton(Window* w, HDC dc) {
         SetBkMode(dc, oldMode);
         if (oldFont) SelectObject(dc, oldFont);
     }
-    if ((d.state & BST_FOCUS) && DrawFocusRect && cx > 6 && cy > 6) {
+    if ((d.state & BST_FOCUS) && cx > 6 && cy > 6) {
         RECT focus{3, 3, cx - 3, cy - 3};
         DrawFocusRect(dc, &focus);
     }

@@ -112,6 +112,7 @@ std::optional<MSG> RoutePointer(const RawEvent& e) {
     return MSG{target->handle, msg, wp, lp, e.time, e.pt};
 }
 
+// Keys go to the focus window; with no focus they are dropped.
 std::optional<MSG> RouteKey(const RawEvent& e) {
     Window* target = Get(State().focus);
     if (!target) return std::nullopt;

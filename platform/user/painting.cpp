@@ -27,11 +27,14 @@ PixRegion UncoveredDesktop() {
     return rgn;
 }
 
+// Visible windows whose rectangle meets `bounds` (children lie within their parent).
 template <class F>
-void ForEachVisible(Window* w, F&& f) {
+void ForEachVisibleNear(Window* w, const RECT& bounds, F&& f) {
     if (!(w->style & WS_VISIBLE)) return;
+    RECT r = ScreenRect(w), meet;
+    if (!IntersectRect(&meet, &r, &bounds)) return;
     f(w);
-    for (Window* c : w->children) ForEachVisible(c, f);
+    for (Window* c : w->children) ForEachVisibleNear(c, bounds, f);
 }
 
 // WM_ERASEBKGND outside BeginPaint: through a DC clipped to the update region.
@@ -147,27 +150,48 @@ void EraseNow(Window* w) {
     for (HWND k : kids) EraseNow(Get(k));
 }
 
-ExposureSnapshot::ExposureSnapshot() {
-    for (Window* t : State().desktop->children)
-        ForEachVisible(t, [this](Window* w) { windows_.emplace_back(w->handle, VisibleRegion(w)); });
+ExposureSnapshot::ExposureSnapshot(std::vector<const Window*> subjects) : subjects_(std::move(subjects)) {
+    bool any = false;
+    for (const Window* s : subjects_) {
+        RECT r = ScreenRect(s);
+        if (!any) bounds_ = r;
+        UnionRect(&bounds_, &bounds_, &r);
+        any = true;
+    }
+    for (Window* t : State().desktop->children) {
+        ForEachVisibleNear(t, bounds_, [this](Window* w) { windows_.emplace_back(w->handle, VisibleRegion(w)); });
+    }
     desktop_ = UncoveredDesktop();
+    desktop_.intersect(PixRegion(bounds_));
 }
 
 void ExposureSnapshot::Apply() {
     std::unordered_map<HWND, const PixRegion*> before;
-    for (const auto& [h, rgn] : windows_) before[h] = &rgn;
-    for (Window* t : State().desktop->children) {
-        ForEachVisible(t, [&before](Window* w) {
-            PixRegion gained = VisibleRegion(w);
-            auto it = before.find(w->handle);
-            if (it != before.end()) Subtract(gained, *it->second);
-            if (gained.empty()) return;
-            POINT o = ScreenOrigin(w);
-            gained.translate(-o.x, -o.y);
-            Invalidate(w, &gained, true);
-        });
+    std::vector<HWND> order;
+    for (const auto& [h, rgn] : windows_) {
+        before[h] = &rgn;
+        order.push_back(h);
+    }
+    // A subject that was hidden before is not in the record: all it shows now is new.
+    for (const Window* s : subjects_) {
+        if (!Get(s->handle)) continue;
+        PreOrder(const_cast<Window*>(s), order);
+    }
+    std::unordered_map<HWND, bool> done;
+    for (HWND h : order) {
+        Window* w = Get(h);
+        if (!w || done[h] || !Visible(w)) continue;
+        done[h] = true;
+        PixRegion gained = VisibleRegion(w);
+        auto it = before.find(h);
+        if (it != before.end()) Subtract(gained, *it->second);
+        if (gained.empty()) continue;
+        POINT o = ScreenOrigin(w);
+        gained.translate(-o.x, -o.y);
+        Invalidate(w, &gained, true);
     }
     PixRegion bare = UncoveredDesktop();
+    bare.intersect(PixRegion(bounds_));
     Subtract(bare, desktop_);
     PaintDesktop(bare);
     RefreshWindowDCs();

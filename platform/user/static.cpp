@@ -6,9 +6,6 @@
 // caller's: the static never deletes it.
 #include "user/wndmgr.h"
 
-extern "C" int DrawTextW(HDC, LPCWSTR, int, LPRECT, UINT) __attribute__((weak));
-extern "C" BOOL BitBlt(HDC, int, int, int, int, HDC, int, int, DWORD) __attribute__((weak));
-
 namespace zel::user {
 
 namespace {
@@ -42,7 +39,7 @@ HBRUSH BackgroundBrush(HWND hwnd, HDC dc) {
 void PaintBitmap(Window* w, HDC dc) {
     StaticData& d = Data(w);
     BITMAP bm{};
-    if (!d.bitmap || !BitBlt || GetObjectW(d.bitmap, sizeof bm, &bm) != static_cast<int>(sizeof bm)) return;
+    if (!d.bitmap || GetObjectW(d.bitmap, sizeof bm, &bm) != static_cast<int>(sizeof bm)) return;
     int x = 0, y = 0;
     if (w->style & SS_CENTERIMAGE) {
         x = (w->Width() - bm.bmWidth) / 2;
@@ -56,7 +53,7 @@ void PaintBitmap(Window* w, HDC dc) {
 }
 
 void PaintText(Window* w, HDC dc) {
-    if (!DrawTextW || w->text.empty()) return;
+    if (w->text.empty()) return;
     StaticData& d = Data(w);
     RECT rc = w->ClientRect();
     UINT align = TypeOf(w) == SS_CENTER ? DT_CENTER : TypeOf(w) == SS_RIGHT ? DT_RIGHT : DT_LEFT;

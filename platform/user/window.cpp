@@ -416,7 +416,10 @@ LONG_PTR SetWindowLongPtrW(HWND hwnd, int index, LONG_PTR value) {
         case GWL_HINSTANCE: w->instance = reinterpret_cast<HINSTANCE>(value); break;
         // Style bits change as stored, without repainting (as Win32 does; callers follow
         // with SetWindowPos(SWP_FRAMECHANGED) or InvalidateRect when it matters).
-        case GWL_STYLE: w->style = static_cast<DWORD>(value); break;
+        case GWL_STYLE:
+            w->style = static_cast<DWORD>(value);
+            RefreshWindowDCs();  // WS_VISIBLE may have changed what window DCs may paint
+            break;
         case GWL_EXSTYLE: w->exStyle = static_cast<DWORD>(value); break;
         case GWL_USERDATA: w->userData = value; break;
         case GWL_ID: w->id = static_cast<UINT_PTR>(value); break;
@@ -486,7 +489,7 @@ HWND SetParent(HWND hwnd, HWND parentHandle) {
         return nullptr;
     }
     HWND old = w->parent ? w->parent->handle : H(Desktop());
-    ExposureSnapshot snapshot;
+    ExposureSnapshot snapshot({w});
     std::vector<Window*>& sibs = Siblings(w);
     sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
     w->parent = p == Desktop() ? nullptr : p;

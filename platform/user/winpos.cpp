@@ -103,7 +103,9 @@ void BringToTop(Window* top) {
     std::vector<Window*> owned;
     for (Window* t : State().desktop->children)
         if (t->owner == top) owned.push_back(t);
-    ExposureSnapshot snapshot;
+    std::vector<const Window*> subjects(owned.begin(), owned.end());
+    subjects.push_back(top);
+    ExposureSnapshot snapshot(std::move(subjects));
     Restack(top, TopIndexFor(top));
     for (auto it = owned.rbegin(); it != owned.rend(); ++it) Restack(*it, TopIndexFor(*it));
     snapshot.Apply();
@@ -195,7 +197,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
 
     bool redraw = !(wp.flags & SWP_NOREDRAW);
     std::optional<ExposureSnapshot> snapshot;
-    if (redraw) snapshot.emplace();
+    if (redraw) snapshot.emplace(std::vector<const Window*>{w});
     RECT old = w->rect;
     w->rect = RECT{wp.x, wp.y, wp.x + wp.cx, wp.y + wp.cy};
     if (!(wp.flags & SWP_NOZORDER)) ApplyZOrder(w, wp.hwndInsertAfter);
@@ -296,7 +298,7 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
     if (!(w = Get(hwnd))) return 0;
 
     std::optional<ExposureSnapshot> snapshot;
-    if (redraw) snapshot.emplace();
+    if (redraw) snapshot.emplace(std::vector<const Window*>{w});
     w->shape = std::move(shape);
     if (redraw) {
         snapshot->Apply();

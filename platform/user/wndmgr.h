@@ -127,14 +127,18 @@ Window* FindPaintWindow(HWND filter);
 // still has to paint keeps its children waiting for their own BeginPaint.
 void EraseNow(Window* w);
 
-// Records what every window shows, so that after a change the newly uncovered parts can be
-// invalidated (and the bare desktop repainted).
+// Records what the windows around `subjects` show, so that after the subjects change
+// (move, resize, show, hide, restack, reshape) the parts that became visible can be
+// invalidated and the bare desktop repainted. Only the subjects may change in between:
+// then nothing outside their former rectangles can have been uncovered.
 class ExposureSnapshot {
 public:
-    ExposureSnapshot();
+    explicit ExposureSnapshot(std::vector<const Window*> subjects);
     void Apply();
 
 private:
+    std::vector<const Window*> subjects_;
+    RECT bounds_{};  // screen: the union of the subjects' former rectangles
     std::vector<std::pair<HWND, PixRegion>> windows_;
     PixRegion desktop_;
 };

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 
 #include <zel/desktop.h>
@@ -234,8 +235,7 @@ TEST_F(Composition, SavePngWritesTheScreen) {
     D().RunUntilIdle();
     std::string path = std::string(ZEL_TEST_OUT_DIR) + "/desktop_save.png";
     std::remove(path.c_str());
-    std::string dir = ZEL_TEST_OUT_DIR;
-    std::system(("mkdir -p '" + dir + "'").c_str());
+    std::filesystem::create_directories(ZEL_TEST_OUT_DIR);
     ASSERT_TRUE(D().SavePng(path.c_str()));
     std::ifstream f(path, std::ios::binary);
     char sig[8] = {};

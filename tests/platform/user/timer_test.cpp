@@ -44,6 +44,24 @@ TEST_F(Timers, OverdueTicksCoalesceIntoOne) {
     EXPECT_EQ(rec.Take(), "1@105") << "the next period counts from the delivery";
 }
 
+TEST_F(Timers, ABlockingHandlerInALongAdvanceCoalescesTheOthers) {
+    bool slept = false;
+    rec.hook = [&](HWND, UINT m, WPARAM wp, LPARAM, LRESULT*) {
+        if (m != WM_TIMER) return false;
+        rec.Note(std::to_string(wp) + "@" + std::to_string(GetTickCount()));
+        if (wp == 2 && !slept) {
+            slept = true;
+            Sleep(45);
+        }
+        return false;
+    };
+    SetTimer(w, 1, 10, nullptr);
+    SetTimer(w, 2, 50, nullptr);
+    D().Advance(100);
+    EXPECT_EQ(rec.Take(), "1@10;1@20;1@30;1@40;1@50;2@50;1@95;2@100")
+        << "timer 1 missed 60..90 while timer 2 blocked and is delivered once at 95";
+}
+
 TEST_F(Timers, SettingAgainRestartsWithTheNewPeriod) {
     SetTimer(w, 1, 50, nullptr);
     D().Advance(40);

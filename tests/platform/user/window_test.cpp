@@ -259,3 +259,17 @@ TEST_F(Windows, ResetDestroysEverythingAndSizesTheScreen) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Cursors, StandardCursorsLoadOthersDoNot) {
+    HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
+    EXPECT_NE(arrow, nullptr);
+    EXPECT_EQ(LoadCursorW(nullptr, IDC_ARROW), arrow);
+    EXPECT_FALSE(IsWindow(reinterpret_cast<HWND>(arrow)));
+    EXPECT_EQ(GetObjectType(arrow), 0u);
+    EXPECT_EQ(LoadCursorW(nullptr, MAKEINTRESOURCEW(5)), nullptr);
+    EXPECT_EQ(LoadCursorW(nullptr, L"named"), nullptr);
+}
+
+}  // namespace
