@@ -2,3 +2,8 @@
 #pragma once
 
 #include "CSkinWnd.h"
+#include "CZELButton.h"
+#include "CZELBmpButton.h"
+#include "CBmpTextButton.h"
+#include "CZELChkBox.h"
+#include "CImageRadioBox.h"
