@@ -35,6 +35,8 @@ void CZELBmpButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, UINT nDis
     if (nDown) m_bmpDown.Attach(zelctl::LoadSkinBitmap(nDown, hInst));
     if (nDisable) m_bmpDisable.Attach(zelctl::LoadSkinBitmap(nDisable, hInst));
     BuildShape();
+    // A new region alone repaints only what it uncovers; the new skins need a paint too.
+    if (m_hWnd) Invalidate();
 }
 
 // One span per row, from the first to the last pixel that is not the key colour (the
