@@ -36,6 +36,7 @@ void CBmpTextButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, HINSTANC
     m_bmpNormal.Attach(zelctl::LoadSkinBitmap(nNormal, hInst));
     m_bmpFocus.Attach(zelctl::LoadSkinBitmap(nFocus, hInst));
     m_bmpDown.Attach(zelctl::LoadSkinBitmap(nDown, hInst));
+    if (m_hWnd) Invalidate();
 }
 
 void CBmpTextButton::SetFont(int nHeight, int, DWORD crNormal, DWORD crActive) {
@@ -45,6 +46,7 @@ void CBmpTextButton::SetFont(int nHeight, int, DWORD crNormal, DWORD crActive) {
     m_hFontActive = zelctl::CreateTahomaFont(nHeight, kCaptionWeight);
     m_crNormal = crNormal;
     m_crActive = crActive;
+    if (m_hWnd) Invalidate();
 }
 
 void CBmpTextButton::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint) {

@@ -92,7 +92,9 @@ BOOL CZELButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }
 
 void CZELButton::SetWindowTextW(LPCTSTR lpszString) { CWnd::SetWindowTextW(lpszString); }
 
-void CZELButton::InvalidateRect(const RECT*, BOOL) { CWnd::InvalidateRect(nullptr, TRUE); }
+void CZELButton::InvalidateRect(const RECT*, BOOL) {
+    if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
+}
 
 BOOL CZELButton::EnableWindow(BOOL bEnable) { return CWnd::EnableWindow(bEnable); }
 

@@ -63,7 +63,7 @@ int CZELChkBox::GetCheck() { return m_bChecked; }
 
 void CZELChkBox::SetCheck(int n) {
     m_bChecked = n != 0;
-    Invalidate();
+    if (m_hWnd) Invalidate();  // a null window would mean every window
 }
 
 void CZELChkBox::SetAutoClick(bool b) { m_bClickable = b; }

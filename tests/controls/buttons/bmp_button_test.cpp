@@ -208,6 +208,21 @@ TEST_F(BmpButton, LoadingBeforeTheWindowExistsShowsTheMessageAndKeepsTheSkins) {
     zel::ClearMessageBoxes();
 }
 
+TEST_F(BmpButton, UnknownIdentifiersAndModulesDoNotBreakIt) {
+    auto button = Make();
+    zel::ClearMessageBoxes();
+    button->LoadBitmaps(999, 998, 0, 0, module);
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, reinterpret_cast<HINSTANCE>(0x1234));
+    desktop.RunUntilIdle();
+    TapAt(button->m_hWnd, 30, 15);
+    parent.Take();
+    EXPECT_TRUE(zel::MessageBoxes().empty());
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    parent.SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(button->m_hWnd, 15, 15), kRed) << "and it recovers with good skins";
+}
+
 TEST_F(BmpButton, GoldenStates) {
     auto button = Make();
     button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);

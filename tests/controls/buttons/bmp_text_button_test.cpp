@@ -100,7 +100,6 @@ protected:
         EXPECT_TRUE(button->Create(caption, WS_VISIBLE | BS_PUSHBUTTON, rect, &parent, kId));
         parent.Name(button->m_hWnd, "btn");
         button->LoadBitmaps(normal, kFocus, kDown, module);
-        button->Invalidate();
         desktop.RunUntilIdle();
         return button;
     }
@@ -131,7 +130,6 @@ TEST_F(BmpTextButton, SetFontGivesBothStatesTheFirstHeightAndTheNewColours) {
     auto button = Make(L"Play");
     const HWND hwnd = button->m_hWnd;
     button->SetFont(18, 30, kBlack, kRed);
-    button->Invalidate();
     desktop.RunUntilIdle();
     const int height18 = ReferenceInkHeight(L"Play", 18);
     EXPECT_EQ(InkBox(hwnd, kBlack).Height(), height18);
@@ -200,7 +198,6 @@ TEST_F(BmpTextButton, GoldenStates) {
     EXPECT_GOLDEN("CBmpTextButton", "down", zel::test::CaptureWindow(hwnd, 1));
     UpAt(hwnd, 60, 20);
     button->SetFont(18, 30, kBlack, kRed);
-    button->Invalidate();
     desktop.RunUntilIdle();
     EXPECT_GOLDEN("CBmpTextButton", "setfont_focus", zel::test::CaptureWindow(hwnd, 1));
     parent.SetFocus();

@@ -5,6 +5,7 @@
 #include <CZELChkBox.h>
 
 #include <filesystem>
+#include <fstream>
 #include <memory>
 
 #include "button_host.h"
@@ -208,6 +209,19 @@ TEST_F(ChkBox, SkinPiecesAreCheckedUncheckedBackgroundAndTheBoxTakesTheUnchecked
     box->LoadSkin(CString((checked + "|").c_str()), CString());
     desktop.RunUntilIdle();
     EXPECT_EQ(ShownAt(hwnd, 100, 20), kChecked) << "missing pieces repeat the first";
+}
+
+TEST_F(ChkBox, BadImagesLeaveNoBoxAndNoCrash) {
+    const std::string junk = (skins.Dir() / "junk.bmp").string();
+    std::ofstream(junk, std::ios::binary) << "BM\x01\x02 broken";
+    auto box = std::make_unique<ChkProbe>();
+    ASSERT_TRUE(box->Create(nullptr, L"Mute", WS_VISIBLE, kPlace, &parent, kId));
+    box->LoadBitmapW(CString(junk.c_str()), CString(L""), CString(L"/no/such/back.bmp"));
+    desktop.RunUntilIdle();
+    const CRect ink = InkBox(box->m_hWnd, kBlack);
+    EXPECT_LT(ink.left, 10) << "no box: the caption starts 5 pixels in";
+    TapAt(box->m_hWnd, ink.CenterPoint().x, 20);
+    EXPECT_EQ(parent.Take(), "-") << "and the hit area has no rows";
 }
 
 TEST_F(ChkBox, PathsLongerThanMaxPathAreCut) {

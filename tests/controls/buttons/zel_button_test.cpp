@@ -3,6 +3,7 @@
 #include <CZELButton.h>
 
 #include <array>
+#include <fstream>
 #include <memory>
 
 #include "button_host.h"
@@ -325,6 +326,20 @@ TEST_F(ZelButton, SurvivesAParentThatDestroysItFromTheClick) {
     TapAt(second, 5, 6);
     EXPECT_FALSE(IsWindow(second)) << "destroyed from the click";
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn)");
+}
+
+TEST_F(ZelButton, BadSkinFilesDrawNothingAndAMissingParentFailsCreate) {
+    const std::string junk = (skins.Dir() / "junk.bmp").string();
+    std::ofstream(junk, std::ios::binary) << "BM this is not a bitmap";
+    auto button = Make();
+    button->LoadSkin(CString((junk + "|" + junk + "|").c_str()), CString());
+    EXPECT_EQ(Shown(*button), (Skins{kSentinel, kSentinel, kSentinel, kSentinel}));
+
+    CZELButton orphan;
+    EXPECT_FALSE(orphan.Create(L"", WS_VISIBLE | BS_OWNERDRAW, kPlace, nullptr, kId, true));
+    EXPECT_EQ(orphan.m_hWnd, nullptr);
+    orphan.InvalidateRect(nullptr, TRUE);
+    orphan.LoadSkin(CString((red + "|").c_str()), CString());
 }
 
 TEST_F(ZelButton, ObjectWithoutAWindowReleasesItsSkins) {
