@@ -13,7 +13,7 @@ HFONT CreateTahomaFont(int height, LONG weight) {
     return ::CreateFontIndirectW(&lf);
 }
 
-void DeleteFont(HFONT& font) {
+void ReleaseFont(HFONT& font) {
     if (font) ::DeleteObject(font);
     font = nullptr;
 }

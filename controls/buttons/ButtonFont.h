@@ -10,7 +10,7 @@ namespace zelctl {
 // every other field 0.
 HFONT CreateTahomaFont(int height, LONG weight);
 
-// Deletes a font handle and clears it.
-void DeleteFont(HFONT& font);
+// Deletes a font handle and clears it. (Not DeleteFont: windowsx.h has a macro of that name.)
+void ReleaseFont(HFONT& font);
 
 }  // namespace zelctl

@@ -24,8 +24,8 @@ CBmpTextButton::CBmpTextButton()
 // OnDestroy releases the fonts of a button that had a window; this covers one that never
 // had one. The skins go with their wrappers.
 CBmpTextButton::~CBmpTextButton() {
-    zelctl::DeleteFont(m_hFontNormal);
-    zelctl::DeleteFont(m_hFontActive);
+    zelctl::ReleaseFont(m_hFontNormal);
+    zelctl::ReleaseFont(m_hFontActive);
 }
 
 void CBmpTextButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, HINSTANCE hInst) {
@@ -40,8 +40,8 @@ void CBmpTextButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, HINSTANC
 }
 
 void CBmpTextButton::SetFont(int nHeight, int, DWORD crNormal, DWORD crActive) {
-    zelctl::DeleteFont(m_hFontNormal);
-    zelctl::DeleteFont(m_hFontActive);
+    zelctl::ReleaseFont(m_hFontNormal);
+    zelctl::ReleaseFont(m_hFontActive);
     m_hFontNormal = zelctl::CreateTahomaFont(nHeight, kCaptionWeight);
     m_hFontActive = zelctl::CreateTahomaFont(nHeight, kCaptionWeight);
     m_crNormal = crNormal;
@@ -109,7 +109,7 @@ void CBmpTextButton::DrawBitmap(CDC* pDC, STATE state) {
 }
 
 void CBmpTextButton::OnDestroy() {
-    zelctl::DeleteFont(m_hFontNormal);
-    zelctl::DeleteFont(m_hFontActive);
+    zelctl::ReleaseFont(m_hFontNormal);
+    zelctl::ReleaseFont(m_hFontActive);
     CButton::OnDestroy();
 }

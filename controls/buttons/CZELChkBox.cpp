@@ -54,7 +54,7 @@ CZELChkBox::~CZELChkBox() {
     zelctl::DeleteSkin(m_hBmpUnchecked);
     zelctl::DeleteSkin(m_hBmpChecked);
     zelctl::DeleteSkin(m_hBmpBack);
-    zelctl::DeleteFont(m_hFont);
+    zelctl::ReleaseFont(m_hFont);
 }
 
 void CZELChkBox::PreSubclassWindow() {}
@@ -69,7 +69,7 @@ void CZELChkBox::SetCheck(int n) {
 void CZELChkBox::SetAutoClick(bool b) { m_bClickable = b; }
 
 void CZELChkBox::SetFont(int nHeight, CString, DWORD crText) {
-    zelctl::DeleteFont(m_hFont);
+    zelctl::ReleaseFont(m_hFont);
     m_hFont = zelctl::CreateTahomaFont(nHeight, FW_NORMAL);
     m_crText = crText;
     if (m_hWnd) Invalidate();
