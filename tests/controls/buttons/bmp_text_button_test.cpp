@@ -25,24 +25,6 @@ constexpr UINT kId = 7;
 enum : UINT { kNormal = 201, kFocus, kDown, kCellsSkin };
 const CRect kPlace(10, 10, 130, 50);  // 120 x 40
 
-// The bounding box of the pixels of one colour inside a window.
-CRect InkBox(HWND hwnd, COLORREF ink) {
-    CRect client, box;
-    GetClientRect(hwnd, &client);
-    bool any = false;
-    for (int y = 0; y < client.bottom; ++y)
-        for (int x = 0; x < client.right; ++x) {
-            POINT pt{x, y};
-            ClientToScreen(hwnd, &pt);
-            if (zel::Desktop::Get().Pixel(pt.x, pt.y) != ink) continue;
-            box = any ? CRect(std::min<int>(box.left, x), std::min<int>(box.top, y), std::max<int>(box.right, x + 1),
-                              std::max<int>(box.bottom, y + 1))
-                      : CRect(x, y, x + 1, y + 1);
-            any = true;
-        }
-    return box;
-}
-
 // The ink height of `text` in bold Tahoma of the given cell height, drawn on its own.
 int ReferenceInkHeight(const wchar_t* text, int height) {
     HDC screen = GetDC(nullptr);

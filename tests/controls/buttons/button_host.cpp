@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
@@ -137,6 +138,23 @@ void FillBox(HDC dc, int l, int t, int r, int b, COLORREF colour) {
     HBRUSH brush = CreateSolidBrush(colour);
     FillRect(dc, &rc, brush);
     DeleteObject(brush);
+}
+
+CRect InkBox(HWND hwnd, COLORREF ink) {
+    CRect client, box;
+    GetClientRect(hwnd, &client);
+    bool any = false;
+    for (int y = 0; y < client.bottom; ++y)
+        for (int x = 0; x < client.right; ++x) {
+            POINT pt{x, y};
+            ClientToScreen(hwnd, &pt);
+            if (zel::Desktop::Get().Pixel(pt.x, pt.y) != ink) continue;
+            box = any ? CRect(std::min<int>(box.left, x), std::min<int>(box.top, y), std::max<int>(box.right, x + 1),
+                              std::max<int>(box.bottom, y + 1))
+                      : CRect(x, y, x + 1, y + 1);
+            any = true;
+        }
+    return box;
 }
 
 void ButtonsTest::SetUp() {

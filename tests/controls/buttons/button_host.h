@@ -72,6 +72,10 @@ private:
 // Fills (l, t, r, b) of dc with one colour.
 void FillBox(HDC dc, int l, int t, int r, int b, COLORREF colour);
 
+// The bounding box of the screen pixels of one colour inside a window's client area
+// (empty when there are none).
+CRect InkBox(HWND hwnd, COLORREF ink);
+
 class ButtonsTest : public zel::test::LeakChecked {
 protected:
     void SetUp() override;

@@ -28,24 +28,6 @@ public:
     using CZELChkBox::m_hFont;
 };
 
-// Ink of one colour inside a window's client area.
-CRect InkBox(HWND hwnd, COLORREF ink) {
-    CRect client, box;
-    GetClientRect(hwnd, &client);
-    bool any = false;
-    for (int y = 0; y < client.bottom; ++y)
-        for (int x = 0; x < client.right; ++x) {
-            POINT pt{x, y};
-            ClientToScreen(hwnd, &pt);
-            if (zel::Desktop::Get().Pixel(pt.x, pt.y) != ink) continue;
-            box = any ? CRect(std::min<int>(box.left, x), std::min<int>(box.top, y), std::max<int>(box.right, x + 1),
-                              std::max<int>(box.bottom, y + 1))
-                      : CRect(x, y, x + 1, y + 1);
-            any = true;
-        }
-    return box;
-}
-
 class ChkBox : public ButtonsTest {
 protected:
     std::unique_ptr<ChkProbe> Make(const wchar_t* caption, const CRect& rect = kPlace) {
