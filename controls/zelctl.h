@@ -1,0 +1,9 @@
+// One include for every control of the library.
+#pragma once
+
+#include "CSkinWnd.h"
+#include "CZELButton.h"
+#include "CZELBmpButton.h"
+#include "CBmpTextButton.h"
+#include "CZELChkBox.h"
+#include "CImageRadioBox.h"
