@@ -2,3 +2,5 @@
 #pragma once
 
 #include "CSkinWnd.h"
+#include "CZELScrollbar.h"
+#include "CZELSlider.h"
