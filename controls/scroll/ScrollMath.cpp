@@ -8,16 +8,17 @@ namespace {
 
 using Wide = __int128;
 
-long Saturate(Wide v) {
-    if (v > LONG_MAX) return LONG_MAX;
-    if (v < LONG_MIN) return LONG_MIN;
-    return static_cast<long>(v);
-}
-
+// Factors are differences of two longs or pixel spans, below 2^64 in magnitude, so their
+// product fits an unsigned 128-bit magnitude; the sign is applied after the division,
+// which therefore truncates toward zero.
 long WideScale(Wide a, Wide b, Wide c) {
     if (c == 0) return 0;
-    // Both factors fit in 65 bits, so the product fits in 128 bits.
-    return Saturate(a * b / c);
+    using Magnitude = unsigned __int128;
+    const bool negative = (a < 0) != (b < 0) ? (c > 0) : (c < 0);
+    const auto abs = [](Wide v) { return v < 0 ? Magnitude(-v) : Magnitude(v); };
+    const Magnitude q = abs(a) * abs(b) / abs(c);
+    if (negative) return q > Magnitude(LONG_MAX) + 1 ? LONG_MIN : static_cast<long>(-Wide(q));
+    return q > Magnitude(LONG_MAX) ? LONG_MAX : static_cast<long>(q);
 }
 
 // A range set without checks (max below min) can put a position far outside its span.

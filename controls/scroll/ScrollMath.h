@@ -2,7 +2,7 @@
 //
 // Positions are `long` as in the controls' interfaces. Products of a pixel span and a range
 // are formed 128 bits wide, so extreme ranges never overflow; results are truncated toward
-// zero (C's signed division, as the device's compiler did) and saturated to `long`.
+// zero (C's signed division) and saturated to `long`.
 #pragma once
 
 #include <windows.h>
