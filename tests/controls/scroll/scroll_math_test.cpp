@@ -80,16 +80,6 @@ TEST(ScrollMath, SliderValueToPixelAndBack) {
     EXPECT_EQ(SliderDragVertical(50, column, 0, 0, 100), 0);
 }
 
-TEST(ScrollMath, SliderJumps) {
-    const RECT channel{6, 0, 74, 16};
-    EXPECT_EQ(SliderJumpHorizontal(40, channel, 0, 100), 50);
-    EXPECT_EQ(SliderJumpHorizontal(73, channel, 0, 100), 98);
-    EXPECT_EQ(SliderJumpHorizontal(6, channel, 10, 20), 10);
-    EXPECT_EQ(SliderJumpVertical(30, RECT{0, 0, 10, 40}, 0, 100), 25);
-    EXPECT_EQ(SliderJumpVertical(0, RECT{0, 0, 10, 40}, 0, 100), 100);
-    EXPECT_EQ(SliderJumpHorizontal(40, RECT{6, 0, 6, 16}, 0, 100), 0) << "an empty channel";
-}
-
 TEST(ScrollMath, SliderRangeChangeKeepsThePositionOnlyOnTheNewMaximum) {
     struct Case {
         long pos, oldMin, oldMax, newMin, newMax, expected;
@@ -106,13 +96,6 @@ TEST(ScrollMath, SliderRangeChangeKeepsThePositionOnlyOnTheNewMaximum) {
     for (const Case& c : cases)
         EXPECT_EQ(SliderRangePos(c.pos, c.oldMin, c.oldMax, c.newMin, c.newMax), c.expected)
             << c.pos << " of " << c.oldMin << ".." << c.oldMax << " -> " << c.newMin << ".." << c.newMax;
-}
-
-TEST(ScrollMath, ProgressSpan) {
-    EXPECT_EQ(ProgressSpan(40, 25, 0, 100), 10);
-    EXPECT_EQ(ProgressSpan(40, 100, 0, 100), 40);
-    EXPECT_EQ(ProgressSpan(40, 0, 0, 0), 0);
-    EXPECT_EQ(ProgressSpan(40, 3, 1, 4), 26);
 }
 
 }  // namespace

@@ -463,15 +463,6 @@ TEST_F(ScrollbarTest, DraggedPositionsKeepTheOffsetOfANonZeroMinimum) {
                               "VSCROLL(THUMBPOSITION,150,bar)");
 }
 
-TEST_F(ScrollbarTest, MovesWithoutAPressedThumbOnlyRepaint) {
-    ProbeBar& b = MakeBar();
-    D().PointerDown(kX + 5, kY + 25);  // page down once
-    D().PointerMove(kX + 5, kY + 2);
-    D().PointerUp(kX + 5, kY + 2);
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEDOWN,0,bar)");
-    EXPECT_EQ(b.GetScrollPos(), 20);
-}
-
 // ---- keys, focus, incoming scroll messages ---------------------------------------------------
 
 TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {

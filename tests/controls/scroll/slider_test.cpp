@@ -244,18 +244,13 @@ TEST_F(SliderTest, SetRangeRestartsAtTheNewMinimumUnlessTheValueLandsOnTheNewMax
     EXPECT_EQ(s.GetPos(), 0);
     s.SetRange(9, 3, TRUE);
     EXPECT_EQ(s.GetPos(), 0);
-    EXPECT_EQ(parent->Take(), "-");
-}
 
-TEST_F(SliderTest, SetPosClampsAndTellsNobody) {
-    ProbeSlider& s = MakeNinePiece();
+    s.SetRange(0, 100, TRUE);
     s.SetPos(500);
     EXPECT_EQ(s.GetPos(), 100);
     s.SetPos(-3);
     EXPECT_EQ(s.GetPos(), 0);
-    s.SetPos(42);
-    EXPECT_EQ(s.GetPos(), 42);
-    EXPECT_EQ(parent->Take(), "-");
+    EXPECT_EQ(parent->Take(), "-") << "range and position changes from the host are silent";
 }
 
 TEST_F(SliderTest, LineStepsNotifyOnlyWhenTheyMove) {
