@@ -7,3 +7,5 @@
 #include "CBmpTextButton.h"
 #include "CZELChkBox.h"
 #include "CImageRadioBox.h"
+#include "CZELScrollbar.h"
+#include "CZELSlider.h"

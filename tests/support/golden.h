@@ -35,6 +35,16 @@ std::optional<Image> ReadPng(const std::string& path);
 
 ::testing::AssertionResult MatchesGolden(const std::string& cls, const std::string& state, const Image& actual);
 
+// The composed screen inside `screenRect`, or a window's own on-screen rectangle, against
+// the golden.
+inline ::testing::AssertionResult ScreenMatchesGolden(const std::string& cls, const std::string& state,
+                                                      const RECT& screenRect) {
+    return MatchesGolden(cls, state, CaptureScreen(screenRect));
+}
+inline ::testing::AssertionResult WindowMatchesGolden(const std::string& cls, const std::string& state, HWND hwnd) {
+    return MatchesGolden(cls, state, CaptureWindow(hwnd, 0));
+}
+
 }  // namespace zel::test
 
 // EXPECT_GOLDEN("CZELButton", "normal", image)
