@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "support/memory_surface.h"
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -14,28 +16,10 @@ namespace zel::test {
 // Fence colour around every target area: anything drawn outside shows up.
 constexpr uint32_t kSentinel = 0x00AAAAAA;
 
-class Canvas {
+class Canvas : public MemorySurface {
 public:
     // 32-bpp (compatible with the screen) or 1-bpp, every pixel raw `fill`.
-    Canvas(int w, int h, bool mono = false, uint32_t fill = kSentinel) : w_(w), h_(h) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bmp_ = mono ? CreateBitmap(w, h, 1, 1, nullptr) : CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        old_ = SelectObject(dc_, bmp_);
-        Fill(fill);
-    }
-    ~Canvas() {
-        SelectObject(dc_, old_);
-        DeleteObject(bmp_);
-        DeleteDC(dc_);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    HDC dc() const { return dc_; }
-    int w() const { return w_; }
-    int h() const { return h_; }
+    Canvas(int w, int h, bool mono = false, uint32_t fill = kSentinel) : MemorySurface(w, h, mono) { Fill(fill); }
     uint32_t& at(int x, int y) { return px().row(y)[x]; }
     void Fill(uint32_t raw) {
         for (uint32_t& p : px().pixels) p = raw;
@@ -65,11 +49,6 @@ public:
 
 private:
     gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->px; }
-
-    int w_, h_;
-    HDC dc_;
-    HBITMAP bmp_;
-    HGDIOBJ old_;
 };
 
 }  // namespace zel::test

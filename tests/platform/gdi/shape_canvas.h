@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "support/memory_surface.h"
+
 #include <set>
 #include <string>
 #include <utility>
@@ -13,25 +15,9 @@ namespace zel::test {
 constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
 using Ink = std::set<std::pair<int, int>>;
 
-class Canvas {
+class Canvas : public MemorySurface {
 public:
-    Canvas(int w, int h, bool mono = false, COLORREF fill = kSentinel) : w_(w), h_(h) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bmp_ = mono ? CreateBitmap(w, h, 1, 1, nullptr) : CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        old_ = SelectObject(dc_, bmp_);
-        Fill(fill);
-    }
-    ~Canvas() {
-        SelectObject(dc_, old_);
-        DeleteObject(bmp_);
-        DeleteDC(dc_);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-
-    HDC dc() const { return dc_; }
+    Canvas(int w, int h, bool mono = false, COLORREF fill = kSentinel) : MemorySurface(w, h, mono) { Fill(fill); }
     void Fill(COLORREF c) {
         for (int y = 0; y < h_; ++y)
             for (int x = 0; x < w_; ++x) SetPixel(dc_, x, y, c);
@@ -62,12 +48,6 @@ public:
             default: return '?';
         }
     }
-
-private:
-    int w_, h_;
-    HDC dc_;
-    HBITMAP bmp_;
-    HGDIOBJ old_;
 };
 
 // Selects a pen and a brush for a scope, then restores and deletes them.

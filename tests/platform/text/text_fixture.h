@@ -15,6 +15,7 @@
 
 #include "gdi/text/realized_font.h"
 #include "support/leak_check.h"
+#include "support/memory_surface.h"
 
 namespace zel::test {
 
@@ -57,27 +58,15 @@ inline HFONT MakeFont(const FontSpec& spec) {
 
 // A memory DC with a bitmap of the given depth, filled with `fill`; optionally with a
 // font created from `spec` selected. Everything is released on destruction.
-class Surface {
+class Surface : public MemorySurface {
 public:
-    Surface(int w, int h, COLORREF fill = kSentinel, bool mono = false) : w_(w), h_(h) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bmp_ = mono ? CreateBitmap(w, h, 1, 1, nullptr) : CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        oldBmp_ = SelectObject(dc_, bmp_);
-        Fill(fill);
-    }
+    Surface(int w, int h, COLORREF fill = kSentinel, bool mono = false) : MemorySurface(w, h, mono) { Fill(fill); }
     ~Surface() {
         if (font_) {
             SelectObject(dc_, oldFont_);
             DeleteObject(font_);
         }
-        SelectObject(dc_, oldBmp_);
-        DeleteObject(bmp_);
-        DeleteDC(dc_);
     }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
 
     HFONT Use(const FontSpec& spec) {
         HFONT f = MakeFont(spec);
@@ -99,9 +88,6 @@ public:
         DeleteObject(b);
     }
     COLORREF Pixel(int x, int y) const { return GetPixel(dc_, x, y); }
-    HDC dc() const { return dc_; }
-    int w() const { return w_; }
-    int h() const { return h_; }
 
     // Bounding box (exclusive right/bottom) of pixels for which pred(colour) holds;
     // all zero when none.
@@ -141,10 +127,6 @@ public:
     }
 
 private:
-    int w_, h_;
-    HDC dc_ = nullptr;
-    HBITMAP bmp_ = nullptr;
-    HGDIOBJ oldBmp_ = nullptr;
     HFONT font_ = nullptr;
     HGDIOBJ oldFont_ = nullptr;
 };
