@@ -1,0 +1,6 @@
+// Common controls support.
+#pragma once
+
+#include <commctrl.h>
+
+#include "afxwin.h"

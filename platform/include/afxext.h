@@ -1,0 +1,4 @@
+// Framework extensions; everything they need comes with afxwin.h.
+#pragma once
+
+#include "afxwin.h"

@@ -1,0 +1,4 @@
+// Collection templates: CArray.
+#pragma once
+
+#include "zel/mfc/carray.h"

@@ -1,0 +1,4 @@
+// CPoint, CSize and CRect.
+#pragma once
+
+#include "zel/mfc/geometry.h"

@@ -1,0 +1,166 @@
+// GDI object wrappers and CDC: ownership, permanent and temporary wrappers, selection,
+// the solid-fill helpers.
+#include <afxwin.h>
+#include <gtest/gtest.h>
+
+#include "mfc/handle_maps.h"
+#include "support/leak_check.h"
+
+namespace {
+
+using GdiWrappers = zel::test::LeakChecked;
+
+constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
+
+// A 32-bpp memory surface filled with the sentinel colour.
+class Surface {
+public:
+    Surface(int w, int h) : w_(w), h_(h) {
+        CClientDC screen(nullptr);
+        dc.CreateCompatibleDC(&screen);
+        bitmap.CreateCompatibleBitmap(&screen, w, h);
+        old_ = dc.SelectObject(&bitmap);
+        dc.FillSolidRect(0, 0, w, h, kSentinel);
+    }
+    ~Surface() { dc.SelectObject(old_); }
+
+    // Row-major picture: '#' = colour c, '.' = sentinel, anything else = other.
+    std::string Picture(COLORREF c) {
+        std::string s;
+        for (int y = 0; y < h_; ++y) {
+            for (int x = 0; x < w_; ++x) {
+                COLORREF p = dc.GetPixel(x, y);
+                s += p == c ? '#' : (p == kSentinel ? '.' : '?');
+            }
+            s += '/';
+        }
+        return s;
+    }
+
+    CDC dc;
+    CBitmap bitmap;
+
+private:
+    int w_, h_;
+    CBitmap* old_ = nullptr;
+};
+
+TEST_F(GdiWrappers, WrappersOwnTheirHandles) {
+    int before = zel::LiveGdiObjects().total();
+    {
+        CPen pen(PS_SOLID, 1, RGB(1, 2, 3));
+        CBrush brush(RGB(4, 5, 6));
+        CRgn rgn;
+        CBitmap bmp;
+        ASSERT_TRUE(rgn.CreateRectRgn(0, 0, 4, 4));
+        ASSERT_TRUE(bmp.CreateBitmap(8, 8, 1, 32, nullptr));
+        EXPECT_EQ(zel::LiveGdiObjects().total(), before + 4);
+        LOGPEN lp{};
+        EXPECT_EQ(pen.GetLogPen(&lp), static_cast<int>(sizeof lp));
+        EXPECT_EQ(lp.lopnColor, RGB(1, 2, 3));
+        BITMAP bm{};
+        bmp.GetBitmap(&bm);
+        EXPECT_EQ(bm.bmWidth, 8);
+    }
+    EXPECT_EQ(zel::LiveGdiObjects().total(), before) << "destructors delete what the wrappers hold";
+
+    CBrush brush;
+    EXPECT_TRUE(brush.CreateSolidBrush(RGB(9, 9, 9)));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(brush.CreateSolidBrush(RGB(8, 8, 8))) << "a second handle would leak the first";
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("already holds"), std::string::npos);
+    EXPECT_TRUE(brush.DeleteObject());
+    EXPECT_FALSE(brush.DeleteObject());
+    EXPECT_TRUE(brush.CreateSolidBrush(RGB(8, 8, 8)));
+}
+
+TEST_F(GdiWrappers, AttachedHandlesArePermanentOthersTemporary) {
+    HBRUSH raw = CreateSolidBrush(RGB(1, 1, 1));
+    CBrush* temp = CBrush::FromHandle(raw);
+    ASSERT_NE(temp, nullptr);
+    EXPECT_EQ(temp, CBrush::FromHandle(raw)) << "one temporary per handle until cleanup";
+    EXPECT_EQ(temp->m_hObject, raw);
+    EXPECT_EQ(CGdiObject::FromHandle(raw), temp) << "a CBrush is a CGdiObject";
+    EXPECT_EQ(CBrush::FromHandle(nullptr), nullptr);
+
+    CBrush owner;
+    ASSERT_TRUE(owner.Attach(raw));
+    EXPECT_EQ(CBrush::FromHandle(raw), &owner);
+    EXPECT_NE(CPen::FromHandle(reinterpret_cast<HPEN>(raw)), nullptr) << "asked as another type: a fresh temporary";
+
+    CGdiObject::DeleteTempMap();
+    EXPECT_EQ(zel::mfc::TemporaryWrapperCount(), 0u);
+    EXPECT_NE(GetObjectType(raw), 0u) << "deleting temporaries never deletes their handles";
+    EXPECT_EQ(owner.Detach(), raw);
+    EXPECT_NE(CBrush::FromHandle(raw), &owner);
+    CGdiObject::DeleteTempMap();
+    DeleteObject(raw);
+}
+
+TEST_F(GdiWrappers, SelectObjectReturnsThePreviousObjectAsItsWrapperType) {
+    CDC dc;
+    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
+    CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
+    CBrush brush(RGB(0, 255, 0));
+    CPen* oldPen = dc.SelectObject(&pen);
+    ASSERT_NE(oldPen, nullptr);
+    EXPECT_EQ(oldPen->m_hObject, GetStockObject(BLACK_PEN));
+    CBrush* oldBrush = dc.SelectObject(&brush);
+    EXPECT_EQ(oldBrush->m_hObject, GetStockObject(WHITE_BRUSH));
+    EXPECT_EQ(dc.SelectObject(oldPen), &pen) << "the permanent wrapper comes back";
+    EXPECT_EQ(dc.GetCurrentBrush(), &brush);
+    dc.SelectObject(oldBrush);
+    EXPECT_EQ(dc.SelectObject(static_cast<CBrush*>(nullptr)), nullptr);
+    CGdiObject* stock = dc.SelectStockObject(NULL_BRUSH);
+    EXPECT_EQ(stock->m_hObject, GetStockObject(WHITE_BRUSH));
+    EXPECT_EQ(CDC::FromHandle(dc.m_hDC), &dc);
+    CGdiObject::DeleteTempMap();
+}
+
+TEST_F(GdiWrappers, FillSolidRectLeavesTheBackgroundColourSet) {
+    Surface s(6, 4);
+    s.dc.SetBkColor(RGB(1, 1, 1));
+    s.dc.FillSolidRect(CRect(1, 1, 4, 3), RGB(0, 0, 255));
+    EXPECT_EQ(s.Picture(RGB(0, 0, 255)), "....../.###../.###../....../");
+    EXPECT_EQ(s.dc.GetBkColor(), RGB(0, 0, 255));
+}
+
+TEST_F(GdiWrappers, Draw3dRectGivesBothFarCornersToTheBottomRightColour) {
+    Surface s(7, 6);
+    const COLORREF light = RGB(255, 255, 255), dark = RGB(0, 0, 0);
+    s.dc.Draw3dRect(CRect(1, 1, 6, 5), light, dark);
+    EXPECT_EQ(s.Picture(light),
+              "......./"
+              ".####?./"
+              ".#...?./"
+              ".#...?./"
+              ".?????./"
+              "......./");
+    EXPECT_EQ(s.Picture(dark).substr(8 * 4, 8), ".#####./");
+    EXPECT_EQ(s.dc.GetBkColor(), dark);
+}
+
+TEST_F(GdiWrappers, RegionsCombineAndTestPoints) {
+    CRgn a, b, both;
+    a.CreateRectRgn(0, 0, 10, 10);
+    b.CreateRectRgnIndirect(CRect(5, 5, 15, 15));
+    both.CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(both.CombineRgn(&a, &b, RGN_OR), COMPLEXREGION);
+    EXPECT_TRUE(both.PtInRegion(12, 12));
+    EXPECT_FALSE(both.PtInRegion(12, 2));
+    CRect box;
+    EXPECT_EQ(both.GetRgnBox(&box), COMPLEXREGION);
+    EXPECT_EQ(box, CRect(0, 0, 15, 15));
+    EXPECT_EQ(both.CombineRgn(&a, &b, RGN_AND), SIMPLEREGION);
+    CRgn overlap;
+    overlap.CreateRectRgn(5, 5, 10, 10);
+    EXPECT_TRUE(both.EqualRgn(&overlap));
+    EXPECT_EQ(both.CopyRgn(&b), SIMPLEREGION);
+    both.OffsetRgn(-5, -5);
+    EXPECT_TRUE(both.PtInRegion(0, 0));
+    EXPECT_FALSE(both.PtInRegion(10, 10));
+    EXPECT_EQ(both.CombineRgn(nullptr, &b, RGN_OR), ERROR);
+    EXPECT_FALSE(CRgn().PtInRegion(0, 0)) << "an empty wrapper fails like a NULL handle";
+}
+
+}  // namespace

@@ -1,0 +1,230 @@
+// Resource scripts: what a real script looks like, what breaks one, and the module
+// handles built from them.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <zel/resources.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "kernel/resource_script.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class ResourceScripts : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() /
+               ("zel_rc_" + std::to_string(::getpid()) + "_" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_ / "res");
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    std::string Write(const std::string& name, const std::string& text) {
+        fs::path p = dir_ / name;
+        std::ofstream(p, std::ios::binary) << text;
+        return p.string();
+    }
+    std::string Dir() const { return dir_.string(); }
+
+    // Parses and returns the error line (empty on success).
+    std::string ErrorOf(const std::string& rc) {
+        std::string error;
+        auto script = zel::detail::ParseResourceScript(Write("broken.rc", rc), &error);
+        return script ? std::string() : error;
+    }
+
+private:
+    fs::path dir_;
+};
+
+const char kResourceHeader[] =
+    "//{{NO_DEPENDENCIES}}\n"
+    "// Microsoft Visual C++ generated include file.\n"
+    "#define IDB_PLAY_NORMAL                 130\n"
+    "#define IDB_PLAY_DOWN                   (IDB_PLAY_NORMAL + 1)\n"
+    "#define IDB_BIG                         0x12345\n"
+    "#define IDD_MAIN                        102\n"
+    "#define IDC_STATIC                      -1\n"
+    "#ifdef APSTUDIO_INVOKED\n"
+    "#ifndef APSTUDIO_READONLY_SYMBOLS\n"
+    "#define _APS_NEXT_RESOURCE_VALUE        132\n"
+    "#endif\n"
+    "#endif\n";
+
+const char kScript[] =
+    "// Microsoft Visual C++ generated resource script.\n"
+    "//\n"
+    "#include \"resource.h\"\n"
+    "\n"
+    "#define APSTUDIO_READONLY_SYMBOLS\n"
+    "#include \"afxres.h\"\n"
+    "#include <windows.h>\n"
+    "#undef APSTUDIO_READONLY_SYMBOLS\n"
+    "\n"
+    "#if !defined(AFX_RESOURCE_DLL) || defined(AFX_TARG_ENU)\n"
+    "#ifdef _WIN32\n"
+    "LANGUAGE LANG_ENGLISH, SUBLANG_ENGLISH_US\n"
+    "#pragma code_page(1252)\n"
+    "#endif //_WIN32\n"
+    "\n"
+    "#ifdef APSTUDIO_INVOKED\n"
+    "1 TEXTINCLUDE DISCARDABLE\n"
+    "BEGIN\n"
+    "    \"resource.h\\0\"\n"
+    "END\n"
+    "#endif    // APSTUDIO_INVOKED\n"
+    "\n"
+    "/* Bitmaps, with the usual\n"
+    "   memory options */\n"
+    "IDB_PLAY_NORMAL         BITMAP  DISCARDABLE     \"res\\\\play_normal.bmp\"\n"
+    "IDB_PLAY_DOWN           BITMAP  MOVEABLE PURE   \"res\\\\play_down.bmp\" // pressed\n"
+    "IDB_BIG                 BITMAP                  \"res/big.bmp\"\n"
+    "200                     BITMAP                  \"res\\\\two hundred.bmp\"\n"
+    "LOGO                    BITMAP                  \"logo.bmp\"\n"
+    "\"Quoted\"                BITMAP                  \"quoted.bmp\"\n"
+    "IDR_ICON                ICON                    \"res\\\\app.ico\"\n"
+    "\n"
+    "IDD_MAIN DIALOGEX 0, 0, 320, 200\n"
+    "STYLE DS_SETFONT | WS_POPUP | WS_VISIBLE\n"
+    "FONT 8, \"MS Shell Dlg\", 0, 0, 0x1\n"
+    "BEGIN\n"
+    "    CONTROL         \"\",IDC_STATIC,\"Static\",SS_BITMAP,7,7,20,20\n"
+    "    PUSHBUTTON      \"END of BEGIN\",IDOK,263,7,50,14\n"
+    "END\n"
+    "\n"
+    "STRINGTABLE\n"
+    "BEGIN\n"
+    "    IDD_MAIN                \"Main \"\"screen\"\"\"\n"
+    "END\n"
+    "\n"
+    "VS_VERSION_INFO VERSIONINFO\n"
+    " FILEVERSION 1,0,0,1\n"
+    "BEGIN\n"
+    "    BLOCK \"StringFileInfo\"\n"
+    "    BEGIN\n"
+    "        VALUE \"FileVersion\", \"1, 0, 0, 1\"\n"
+    "    END\n"
+    "END\n"
+    "#endif\n"
+    "\n"
+    "#ifdef _WIN32_WCE\n"
+    "HI_RES_AWARE CEUX {1}\n"
+    "#endif\n"
+    "#ifndef APSTUDIO_INVOKED\n"
+    "IDB_LATE BITMAP \"late.bmp\"\n"
+    "#else\n"
+    "IDB_NEVER BITMAP \"never.bmp\"\n"
+    "#endif\n";
+
+TEST_F(ResourceScripts, ReadsARealLookingScript) {
+    Write("resource.h", kResourceHeader);
+    std::string rc = Write("app.rc", kScript);
+    std::string error;
+    auto script = zel::detail::ParseResourceScript(rc, &error);
+    ASSERT_TRUE(script) << error;
+    const auto& ids = script->bitmapsById;
+    ASSERT_EQ(ids.size(), 4u);
+    EXPECT_EQ(ids.at(130), Dir() + "/res/play_normal.bmp");
+    EXPECT_EQ(ids.at(131), Dir() + "/res/play_down.bmp") << "#define values are expressions";
+    EXPECT_EQ(ids.at(0x2345), Dir() + "/res/big.bmp") << "identifiers keep their low 16 bits";
+    EXPECT_EQ(ids.at(200), Dir() + "/res/two hundred.bmp");
+    const auto& names = script->bitmapsByName;
+    ASSERT_EQ(names.size(), 3u);
+    EXPECT_EQ(names.at(L"LOGO"), Dir() + "/logo.bmp");
+    EXPECT_EQ(names.at(L"QUOTED"), Dir() + "/quoted.bmp");
+    EXPECT_EQ(names.at(L"IDB_LATE"), Dir() + "/late.bmp") << "an undefined name is a string name";
+}
+
+TEST_F(ResourceScripts, ReadsUtf16ScriptsAndIncludesRelativeToTheScript) {
+    fs::create_directories(fs::path(Dir()) / "skin");
+    Write("skin/ids.h", "#define IDB_KNOB 7\n#define IDB_KNOB_DOWN (IDB_KNOB|0x10)\nIDB_IGNORED BITMAP \"x.bmp\"\n");
+    std::wstring wide =
+        L"\ufeff#include \"ids.h\"\r\nIDB_KNOB BITMAP \"knob.bmp\"\r\nIDB_KNOB_DOWN BITMAP \"kn\u00f6b.bmp\"\r\n";
+    std::string utf16;
+    for (wchar_t c : wide) {
+        utf16 += static_cast<char>(c & 0xFF);
+        utf16 += static_cast<char>((c >> 8) & 0xFF);
+    }
+    std::string rc = Write("skin/skin.rc", utf16);
+    std::string error;
+    auto script = zel::detail::ParseResourceScript(rc, &error);
+    ASSERT_TRUE(script) << error;
+    EXPECT_EQ(script->bitmapsById.size(), 2u) << "statements inside a .h file are not resources";
+    EXPECT_EQ(script->bitmapsById.at(7), Dir() + "/skin/knob.bmp");
+    EXPECT_EQ(script->bitmapsById.at(0x17), Dir() + "/skin/kn\xc3\xb6" "b.bmp");
+}
+
+TEST_F(ResourceScripts, BrokenScriptsNameTheFileAndLine) {
+    struct Case {
+        const char* rc;
+        const char* where;
+        const char* what;
+    };
+    const Case cases[] = {
+        {"IDB_A BITMAP\n", ":1:", "IDB_A BITMAP: expected a quoted file name"},
+        {"\n\nIDB_A BITMAP DISCARDABLE res.bmp\n", ":3:", "expected a quoted file name"},
+        {"IDB_A BITMAP \"a.bmp\n", ":1:", "unterminated string"},
+        {"#include \"missing.h\"\n", ":1:", "cannot open include file 'missing.h'"},
+        {"#ifdef X\nIDB_A BITMAP \"a.bmp\"\n", ":1:", "#if without #endif"},
+        {"#endif\n", ":1:", "#endif without #if"},
+        {"#if 1 +\n#endif\n", ":1:", "#if 1 +: expression ends too early"},
+        {"#if 1/0\n#endif\n", ":1:", "division by zero"},
+        {"#error skin is too old\n", ":1:", "#error skin is too old"},
+        {"IDD_X DIALOG 0,0,10,10\nBEGIN\n  CONTROL \"\",1,\"Static\",0,0,0,1,1\n", ":2:", "BEGIN without END"},
+        {"IDD_X DIALOG 0,0,10,10\n", ":1:", "IDD_X DIALOG: missing BEGIN"},
+        {"1 BITMAP \"a.bmp\"\n1 BITMAP \"b.bmp\"\n", ":2:", "duplicate BITMAP resource 1"},
+        {"END\n", ":1:", "unexpected 'END'"},
+        {"IDB_A\n", ":1:", "unexpected end of file"},
+        {"0x BITMAP \"a.bmp\"\n", ":1:", "bad number '0x'"},
+        {"IDB_A CUSTOM 5\n", ":1:", "IDB_A CUSTOM: expected a file name or a BEGIN block"},
+        {"#define SELF SELF\nSELF BITMAP \"a.bmp\"\n", ":2:", "nested too deeply"},
+    };
+    for (const Case& c : cases) {
+        std::string error = ErrorOf(c.rc);
+        EXPECT_NE(error.find("broken.rc"), std::string::npos) << c.rc << " -> " << error;
+        EXPECT_NE(error.find(c.where), std::string::npos) << c.rc << " -> " << error;
+        EXPECT_NE(error.find(c.what), std::string::npos) << c.rc << " -> " << error;
+        EXPECT_EQ(error.find('\n'), std::string::npos) << "one line: " << error;
+    }
+}
+
+TEST_F(ResourceScripts, AnErrorInAnIncludedHeaderNamesTheHeader) {
+    Write("resource.h", "#define A 1\n#if A\n");
+    std::string error = ErrorOf("#include \"resource.h\"\n");
+    EXPECT_NE(error.find("resource.h:2: #if without #endif"), std::string::npos) << error;
+    Write("loop.h", "#include \"loop.h\"\n");
+    error = ErrorOf("#include \"loop.h\"\n");
+    EXPECT_NE(error.find("nested too deeply"), std::string::npos) << error;
+}
+
+TEST_F(ResourceScripts, ModuleHandlesAreCheckedAndFreed) {
+    std::string rc = Write("ok.rc", "1 BITMAP \"missing.bmp\"\n");
+    HINSTANCE module = zel::LoadResourceModule(rc.c_str());
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(LoadBitmapW(module, MAKEINTRESOURCEW(2)), nullptr) << "no such resource";
+    EXPECT_EQ(LoadBitmapW(module, L"NOPE"), nullptr);
+    EXPECT_EQ(LoadBitmapW(reinterpret_cast<HINSTANCE>(0x1234), MAKEINTRESOURCEW(1)), nullptr);
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_FALSE(FreeLibrary(module)) << "a freed module handle is stale";
+    EXPECT_EQ(LoadBitmapW(module, MAKEINTRESOURCEW(1)), nullptr);
+    EXPECT_FALSE(FreeLibrary(nullptr));
+    zel::FreeResourceModule(module);  // harmless twice
+
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(zel::LoadResourceModule(Write("bad.rc", "\nIDB_X BITMAP\n").c_str()), nullptr);
+    EXPECT_EQ(zel::LoadResourceModule((Dir() + "/absent.rc").c_str()), nullptr);
+    EXPECT_EQ(zel::LoadResourceModule(nullptr), nullptr);
+    std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_NE(err.find("LoadResourceModule: " + Dir() + "/bad.rc:2: IDB_X BITMAP: expected a quoted file name\n"),
+              std::string::npos)
+        << err;
+    EXPECT_NE(err.find("absent.rc: cannot open the file"), std::string::npos) << err;
+}
+
+}  // namespace
