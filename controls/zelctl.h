@@ -2,5 +2,10 @@
 #pragma once
 
 #include "CSkinWnd.h"
+#include "CZELButton.h"
+#include "CZELBmpButton.h"
+#include "CBmpTextButton.h"
+#include "CZELChkBox.h"
+#include "CImageRadioBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"

@@ -9,6 +9,6 @@ public:
     ~CZELCtlModule() = default;
 };
 
-CZELCtlModule theModule;
+[[maybe_unused]] CZELCtlModule theModule;
 
 }  // namespace

@@ -2,3 +2,7 @@
 #pragma once
 
 #define ZELCTL_API __attribute__((visibility("default")))
+
+// Keeps a member of an exported class out of the export list (members whose signatures
+// name internal types).
+#define ZELCTL_HIDDEN __attribute__((visibility("hidden")))

@@ -140,7 +140,7 @@ private:
     void LayOutSlider();
     void ReLay();
     int PlaceThumb();
-    void PaintSlider(zelctl::SkinCanvas& canvas, int width, int height);
-    void PaintProgress(zelctl::SkinCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintSlider(zelctl::SkinCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintProgress(zelctl::SkinCanvas& canvas, int width, int height);
     void Redraw();
 };

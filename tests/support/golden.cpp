@@ -2,24 +2,61 @@
 
 #include <aygshell.h>
 #include <zel/desktop.h>
-#include <zel/platform.h>
+#include <zel/gdi_extras.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
-#include <vector>
 
 namespace zel::test {
 
-namespace {
-
 namespace fs = std::filesystem;
 
-struct Image {
-    int width = 0, height = 0;
-    std::vector<COLORREF> pixels;  // row by row
-    COLORREF at(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
+namespace {
+
+// A memory DC holding a bitmap, released on every path.
+class BitmapDC {
+public:
+    explicit BitmapDC(HBITMAP bitmap) : dc_(CreateCompatibleDC(nullptr)), old_(SelectObject(dc_, bitmap)) {}
+    ~BitmapDC() {
+        SelectObject(dc_, old_);
+        DeleteDC(dc_);
+    }
+    BitmapDC(const BitmapDC&) = delete;
+    BitmapDC& operator=(const BitmapDC&) = delete;
+    operator HDC() const { return dc_; }
+
+private:
+    HDC dc_;
+    HGDIOBJ old_;
 };
+
+bool UpdateRequested() {
+    const char* v = std::getenv("ZEL_UPDATE_GOLDENS");
+    return v && std::strcmp(v, "1") == 0;
+}
+
+// Equal pixels are dimmed, differing ones red.
+Image Diff(const Image& expected, const Image& actual) {
+    Image diff{actual.width, actual.height, std::vector<COLORREF>(actual.pixels.size())};
+    for (int y = 0; y < actual.height; ++y)
+        for (int x = 0; x < actual.width; ++x) {
+            COLORREF a = actual.At(x, y);
+            bool same = x < expected.width && y < expected.height && expected.At(x, y) == a;
+            diff.pixels[static_cast<size_t>(y) * actual.width + x] =
+                same ? RGB(GetRValue(a) / 4 + 96, GetGValue(a) / 4 + 96, GetBValue(a) / 4 + 96) : RGB(255, 0, 0);
+        }
+    return diff;
+}
+
+std::string Hex(COLORREF c) {
+    char b[16];
+    std::snprintf(b, sizeof b, "%06x", static_cast<unsigned>(c));
+    return b;
+}
+
+}  // namespace
 
 Image CaptureScreen(const RECT& r) {
     Image image{r.right - r.left, r.bottom - r.top, {}};
@@ -30,100 +67,84 @@ Image CaptureScreen(const RECT& r) {
     return image;
 }
 
-bool Save(const Image& image, const fs::path& path) {
-    HDC screen = ::GetDC(nullptr);
-    HBITMAP bitmap = ::CreateCompatibleBitmap(screen, image.width, image.height);
-    HDC dc = ::CreateCompatibleDC(screen);
-    ::ReleaseDC(nullptr, screen);
-    HGDIOBJ old = ::SelectObject(dc, bitmap);
-    for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) ::SetPixel(dc, x, y, image.at(x, y));
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
-    fs::create_directories(path.parent_path());
-    const bool ok = zel::SaveBitmap(bitmap, path.string().c_str());
-    ::DeleteObject(bitmap);
+Image CaptureWindow(HWND hwnd, int margin) {
+    RECT r{};
+    GetWindowRect(hwnd, &r);
+    InflateRect(&r, margin, margin);
+    return CaptureScreen(r);
+}
+
+bool WritePng(const Image& image, const std::string& path) {
+    if (image.width <= 0 || image.height <= 0) return false;
+    HDC screen = GetDC(nullptr);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, image.width, image.height);
+    ReleaseDC(nullptr, screen);
+    if (!bitmap) return false;
+    {
+        BitmapDC dc(bitmap);
+        for (int y = 0; y < image.height; ++y)
+            for (int x = 0; x < image.width; ++x) SetPixel(dc, x, y, image.At(x, y));
+    }
+    bool ok = zel::SaveBitmap(bitmap, path.c_str());
+    DeleteObject(bitmap);
     return ok;
 }
 
-bool Load(const fs::path& path, Image& image) {
-    const std::string narrow = path.string();
-    HBITMAP bitmap = ::SHLoadDIBitmap(std::wstring(narrow.begin(), narrow.end()).c_str());
-    if (!bitmap) return false;
-    BITMAP info{};
-    ::GetObjectW(bitmap, sizeof info, &info);
-    image = Image{info.bmWidth, info.bmHeight, {}};
-    HDC dc = ::CreateCompatibleDC(nullptr);
-    HGDIOBJ old = ::SelectObject(dc, bitmap);
-    for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) image.pixels.push_back(::GetPixel(dc, x, y));
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
-    ::DeleteObject(bitmap);
-    return true;
-}
-
-// Differing pixels red, equal ones at a third of their brightness.
-Image Diff(const Image& expected, const Image& actual) {
-    Image diff{actual.width, actual.height, {}};
-    for (int y = 0; y < actual.height; ++y)
-        for (int x = 0; x < actual.width; ++x) {
-            const COLORREF a = actual.at(x, y);
-            if (a != expected.at(x, y))
-                diff.pixels.push_back(RGB(255, 0, 0));
-            else
-                diff.pixels.push_back(RGB(GetRValue(a) / 3, GetGValue(a) / 3, GetBValue(a) / 3));
-        }
-    return diff;
-}
-
-std::string Hex(COLORREF c) {
-    char b[16];
-    std::snprintf(b, sizeof b, "%06x", static_cast<unsigned>(c & 0xFFFFFF));
-    return b;
-}
-
-}  // namespace
-
-::testing::AssertionResult ScreenMatchesGolden(const std::string& group, const std::string& name,
-                                               const RECT& screenRect) {
-    const fs::path golden = fs::path(ZEL_TEST_DATA_DIR) / "golden" / group / (name + ".png");
-    const Image actual = CaptureScreen(screenRect);
-    if (actual.pixels.empty()) return ::testing::AssertionFailure() << "empty rectangle for golden " << golden;
-
-    const char* update = std::getenv("ZEL_UPDATE_GOLDENS");
-    if (update && std::string(update) == "1") {
-        if (!Save(actual, golden)) return ::testing::AssertionFailure() << "cannot write " << golden;
-        return ::testing::AssertionSuccess() << "wrote " << golden;
+std::optional<Image> ReadPng(const std::string& path) {
+    std::wstring wide(path.begin(), path.end());
+    HBITMAP bitmap = SHLoadDIBitmap(wide.c_str());
+    if (!bitmap) return std::nullopt;
+    BITMAP bm{};
+    GetObjectW(bitmap, sizeof bm, &bm);
+    Image image{bm.bmWidth, bm.bmHeight, {}};
+    {
+        BitmapDC dc(bitmap);
+        for (int y = 0; y < image.height; ++y)
+            for (int x = 0; x < image.width; ++x) image.pixels.push_back(GetPixel(dc, x, y));
     }
-
-    Image expected;
-    if (!fs::exists(golden) || !Load(golden, expected))
-        return ::testing::AssertionFailure() << "missing golden " << golden
-                                             << " (ZEL_UPDATE_GOLDENS=1 writes it; review it before committing)";
-    if (expected.width != actual.width || expected.height != actual.height)
-        return ::testing::AssertionFailure() << golden << " is " << expected.width << "x" << expected.height
-                                             << ", the painted area " << actual.width << "x" << actual.height;
-    for (int y = 0; y < actual.height; ++y)
-        for (int x = 0; x < actual.width; ++x) {
-            if (actual.at(x, y) == expected.at(x, y)) continue;
-            const fs::path out = fs::path(ZEL_TEST_OUT_DIR);
-            const fs::path actualPath = out / (group + "_" + name + "_actual.png");
-            const fs::path diffPath = out / (group + "_" + name + "_diff.png");
-            Save(actual, actualPath);
-            Save(Diff(expected, actual), diffPath);
-            return ::testing::AssertionFailure() << group << "/" << name << ": first difference at (" << x << ", "
-                                                 << y << "): golden " << Hex(expected.at(x, y)) << ", painted "
-                                                 << Hex(actual.at(x, y)) << "; see " << actualPath << " and "
-                                                 << diffPath;
-        }
-    return ::testing::AssertionSuccess();
+    DeleteObject(bitmap);
+    return image;
 }
 
-::testing::AssertionResult WindowMatchesGolden(const std::string& group, const std::string& name, HWND window) {
-    RECT r{};
-    if (!::GetWindowRect(window, &r)) return ::testing::AssertionFailure() << "no window for golden " << name;
-    return ScreenMatchesGolden(group, name, r);
+::testing::AssertionResult MatchesGolden(const std::string& cls, const std::string& state, const Image& actual) {
+    const fs::path golden = fs::path(ZEL_TEST_DATA_DIR) / "golden" / cls / (state + ".png");
+    if (UpdateRequested()) {
+        fs::create_directories(golden.parent_path());
+        if (!WritePng(actual, golden.string()))
+            return ::testing::AssertionFailure() << "could not write " << golden;
+        std::fprintf(stderr, "golden written: %s\n", golden.c_str());
+        return ::testing::AssertionSuccess();
+    }
+    const fs::path outDir = fs::path(ZEL_TEST_OUT_DIR) / "golden" / cls;
+    const fs::path actualPath = outDir / (state + "_actual.png");
+    auto keepActual = [&] {
+        fs::create_directories(outDir);
+        WritePng(actual, actualPath.string());
+    };
+    if (!fs::exists(golden)) {
+        keepActual();
+        return ::testing::AssertionFailure() << "missing golden " << golden << " (painted image: " << actualPath
+                                             << "; ZEL_UPDATE_GOLDENS=1 writes it)";
+    }
+    std::optional<Image> expected = ReadPng(golden.string());
+    if (!expected) return ::testing::AssertionFailure() << "unreadable golden " << golden;
+    if (expected->width != actual.width || expected->height != actual.height) {
+        keepActual();
+        return ::testing::AssertionFailure() << cls << "/" << state << ": size " << actual.width << "x" << actual.height
+                                             << ", golden " << expected->width << "x" << expected->height;
+    }
+    for (int y = 0; y < actual.height; ++y)
+        for (int x = 0; x < actual.width; ++x)
+            if (expected->At(x, y) != actual.At(x, y)) {
+                keepActual();
+                const fs::path diffPath = outDir / (state + "_diff.png");
+                WritePng(Diff(*expected, actual), diffPath.string());
+                return ::testing::AssertionFailure()
+                       << cls << "/" << state << ": first difference at (" << x << ", " << y << "): painted "
+                       << Hex(actual.At(x, y)) << ", golden " << Hex(expected->At(x, y)) << "; see " << actualPath
+                       << " and " << diffPath;
+            }
+    return ::testing::AssertionSuccess();
 }
 
 }  // namespace zel::test
