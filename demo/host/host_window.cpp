@@ -8,17 +8,8 @@ namespace zel::demo {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZelDemoHost";
 constexpr size_t kStatusLines = 2;
 constexpr int kTabWidth = 104, kTabsRight = 736;  // tabs end left of the signal bars
-
-bool RegisterHostClass(WNDPROC proc) {
-    WNDCLASSW wc{};
-    if (GetClassInfoW(nullptr, kClassName, &wc)) return true;  // classes go with a desktop reset
-    wc.lpfnWndProc = proc;
-    wc.lpszClassName = kClassName;
-    return RegisterClassW(&wc) != 0;
-}
 
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
@@ -37,14 +28,13 @@ HostWindow::HostWindow(NotificationLog& log, HBITMAP background, Screen* screen,
 HostWindow::~HostWindow() { Destroy(); }
 
 void HostWindow::Destroy() {
-    if (IsWindow(hwnd_)) DestroyWindow(hwnd_);
-    hwnd_ = nullptr;
+    if (::IsWindow(m_hWnd)) DestroyWindow();
 }
 
+// A class without CS_DBLCLKS: two quick taps on the host are two taps.
 bool HostWindow::Create(const std::wstring& title) {
-    if (!RegisterHostClass(&HostWindow::Proc)) return false;
-    return CreateWindowExW(0, kClassName, title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                           theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr, nullptr, this) != nullptr;
+    return CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                    theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr) != FALSE;
 }
 
 RECT HostWindow::TabRect(size_t index) {
@@ -53,25 +43,16 @@ RECT HostWindow::TabRect(size_t index) {
     return RECT{left, 0, left + kTabWidth, theme::kTitleBarHeight};
 }
 
-// The object rides in on WM_NCCREATE's creation parameters and stays in the user data
-// until WM_DESTROY.
-LRESULT CALLBACK HostWindow::Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* self = static_cast<HostWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        self->hwnd_ = hwnd;
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-    if (!self) return DefWindowProcW(hwnd, message, wParam, lParam);
-    return self->Handle(message, wParam, lParam);
-}
-
-LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+// Notifications are logged first and then take the framework's way (offered to the
+// sending control: an owner-drawn button's WM_DRAWITEM is its cue to draw).
+LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_ERASEBKGND: return 1;  // WM_PAINT covers every pixel
         case WM_PAINT: Paint(); return 0;
         case WM_COMMAND:
         case WM_NOTIFY:
+            Hear(message, wParam, lParam);
+            return CWnd::WindowProc(message, wParam, lParam);
         case WM_VSCROLL:
         case WM_HSCROLL: Hear(message, wParam, lParam); return 0;
         case WM_LBUTTONDOWN:
@@ -83,8 +64,7 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             // The last thing this window does: navigating destroys it.
             if (wParam < Screens().size() && navigate_) navigate_(Screens()[wParam].name);
             return 0;
-        case WM_DESTROY: SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0); return 0;
-        default: return DefWindowProcW(hwnd_, message, wParam, lParam);
+        default: return CWnd::WindowProc(message, wParam, lParam);
     }
 }
 
@@ -93,8 +73,8 @@ LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // here): the control under it is the sender. With no control there, the stylus touched the
 // host itself: a tab when released in the title bar, otherwise the screen's business.
 int HostWindow::ControlAt(POINT point) const {
-    HWND child = ChildWindowFromPoint(hwnd_, point);
-    return child && child != hwnd_ ? GetDlgCtrlID(child) : 0;
+    HWND child = ::ChildWindowFromPoint(m_hWnd, point);
+    return child && child != m_hWnd ? ::GetDlgCtrlID(child) : 0;
 }
 
 void HostWindow::Pointer(UINT message, LPARAM lParam) {
@@ -110,7 +90,7 @@ void HostWindow::Pointer(UINT message, LPARAM lParam) {
     if (message != WM_LBUTTONUP) return;
     for (size_t i = 0; i < Screens().size(); ++i) {
         RECT tab = TabRect(i);
-        if (PtInRect(&tab, point) && Screens()[i].name != screenName_) PostMessageW(hwnd_, kNavigateMessage, i, 0);
+        if (PtInRect(&tab, point) && Screens()[i].name != screenName_) PostMessage(kNavigateMessage, i, 0);
     }
 }
 
@@ -121,15 +101,15 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
     RECT status{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
-    InvalidateRect(hwnd_, &status, FALSE);
+    InvalidateRect(&status, FALSE);
     if (screen_) screen_->Heard(message, wParam, lParam);
 }
 
 void HostWindow::Paint() {
     PAINTSTRUCT ps;
-    HDC dc = BeginPaint(hwnd_, &ps);
+    HDC dc = ::BeginPaint(m_hWnd, &ps);
     RECT client;
-    GetClientRect(hwnd_, &client);
+    GetClientRect(&client);
     HDC memory = CreateCompatibleDC(dc);
     HBITMAP frame = CreateCompatibleBitmap(dc, client.right, client.bottom);
     HGDIOBJ oldFrame = SelectObject(memory, frame);
@@ -151,14 +131,14 @@ void HostWindow::Paint() {
     SelectObject(memory, oldFrame);
     DeleteObject(frame);
     DeleteDC(memory);
-    EndPaint(hwnd_, &ps);
+    ::EndPaint(m_hWnd, &ps);
 }
 
 // The title on the left; the tabs on the right, the current one lit and underlined with
 // the accent colour.
 void HostWindow::PaintTitleBar(HDC frame) {
     wchar_t title[128] = {};
-    GetWindowTextW(hwnd_, title, static_cast<int>(std::size(title)));
+    GetWindowText(title, static_cast<int>(std::size(title)));
     DrawLabel(frame, title, RECT{24, 0, TabRect(0).left, theme::kTitleBarHeight}, titleFont_, theme::kText,
               DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
     for (size_t i = 0; i < Screens().size(); ++i) {

@@ -2,9 +2,13 @@
 // a title bar with the screen's title and a tab per screen, the screen's own content and a
 // status strip with the last notifications; it logs every notification its child controls
 // send it and hands it on to the screen.
+//
+// It is a CWnd, as a device application's dialog is: owner-drawn buttons draw when their
+// parent reflects WM_DRAWITEM to them, and command and notify messages are offered to the
+// sending control first.
 #pragma once
 
-#include <windows.h>
+#include <afxwin.h>
 
 #include <functional>
 #include <string>
@@ -15,26 +19,27 @@
 
 namespace zel::demo {
 
-class HostWindow {
+class HostWindow : public CWnd {
 public:
     // background stays the caller's. navigate is called with a screen's name when a tab is
     // tapped; it may destroy this window (not the object) from inside the call.
     HostWindow(NotificationLog& log, HBITMAP background, Screen* screen, std::string screenName,
                std::function<void(const std::string&)> navigate);
-    ~HostWindow();  // destroys the window and with it the screen's controls
+    ~HostWindow() override;  // destroys the window and with it the screen's controls
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
     bool Create(const std::wstring& title);
     void Destroy();
-    HWND hwnd() const { return hwnd_; }
+    HWND hwnd() const { return m_hWnd; }
 
     // The tab of Screens()[index] in the title bar.
     static RECT TabRect(size_t index);
 
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
 private:
-    static LRESULT CALLBACK Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Paint();
     void PaintTitleBar(HDC frame);
     void PaintStatus(HDC frame);
@@ -47,7 +52,6 @@ private:
     Screen* screen_;
     std::string screenName_;
     std::function<void(const std::string&)> navigate_;
-    HWND hwnd_ = nullptr;
     Font titleFont_{26, FW_BOLD};
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};

@@ -7,7 +7,7 @@
 namespace zel::demo {
 
 // A visible child of the demo's placeholder class (the default window procedure, double
-// clicks on) with identifier id; NULL when it cannot be made.
-HWND CreatePlaceholder(HWND parent, int id, const RECT& rect);
+// clicks on) with identifier id and window text; NULL when it cannot be made.
+HWND CreatePlaceholder(HWND parent, int id, const RECT& rect, LPCWSTR text = L"");
 
 }  // namespace zel::demo

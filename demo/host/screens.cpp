@@ -1,5 +1,6 @@
 #include "host/screens.h"
 
+#include "screens/buttons_screen.h"
 #include "screens/home_screen.h"
 #include "screens/player_screen.h"
 
@@ -18,7 +19,9 @@ const std::vector<ScreenInfo>& Screens() {
     static const std::vector<ScreenInfo> screens = {
         {"home", L"ZEL controls", L"Home", L"", Make<HomeScreen>},
         {"player", L"Media player", L"Player",
-         L"Volume and seek sliders, a play list with its scroll bar.", Make<PlayerScreen>},
+         L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
+        {"buttons", L"Button gallery", L"Buttons",
+         L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
     };
     return screens;
 }

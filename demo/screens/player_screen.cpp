@@ -2,6 +2,7 @@
 
 #include <iterator>
 #include <string>
+#include <utility>
 
 #include "host/placeholder.h"
 #include "resource.h"  // generated with the skin
@@ -13,13 +14,16 @@ namespace {
 
 using namespace theme;
 
-// Left column: what is playing.
-constexpr RECT kArt{24, 76, 164, 216};
-constexpr RECT kNowPlaying{184, 76, 424, 216};
-constexpr RECT kProgress{24, 232, 424, 248};
-constexpr RECT kTimes{24, 252, 424, 272};
-constexpr RECT kVolumeLabel{24, 288, 424, 312};
-constexpr RECT kVolume{24, 314, 424, 362};
+// Left column: what is playing, the transport keys centred under it, the volume.
+constexpr RECT kArt{24, 72, 152, 200};
+constexpr RECT kNowPlaying{172, 72, 424, 200};
+constexpr RECT kProgress{24, 214, 424, 230};
+constexpr RECT kTimes{24, 232, 424, 252};
+constexpr RECT kPrevious{104, 260, 182, 336};
+constexpr RECT kPlay{188, 262, 260, 334};
+constexpr RECT kNext{266, 260, 344, 336};
+constexpr RECT kVolumeLabel{24, 346, 424, 368};
+constexpr RECT kVolume{24, 372, 424, 420};
 // Right column: the play list in a panel, its scroll bar along the panel's right side.
 constexpr RECT kListPanel{448, 72, 784, 432};
 constexpr RECT kListArea{456, 80, 728, 424};
@@ -41,7 +45,8 @@ PlayerScreen::PlayerScreen() : playback_(DemoTracks()), list_{kListArea, kRowHei
 
 bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
     host_ = host;
-    if (!BuildListBar(skin) || !BuildVolume(skin) || !BuildProgress()) return false;
+    skinModule_ = skin.module;
+    if (!BuildListBar(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
     TrackChanged();
     SetTimer(host_, kTickTimer, 1000, nullptr);
     return true;
@@ -86,6 +91,36 @@ bool PlayerScreen::BuildProgress() {
     return true;
 }
 
+// Previous and next are path-skinned push buttons (78 x 76: stepped corners); play is the
+// round button, whose window is the disc of its skin.
+bool PlayerScreen::BuildTransport(const SkinSource& skin) {
+    CWnd* parent = CWnd::FromHandle(host_);
+    const DWORD style = WS_CHILD | WS_VISIBLE | BS_OWNERDRAW;
+    if (!previous_.Create(L"", style, kPrevious, parent, kPreviousId, false) ||
+        !next_.Create(L"", style, kNext, parent, kNextId, false) ||
+        !play_.Create(L"", style, kPlay, parent, kPlayId))
+        return false;
+    for (auto [button, glyph] : {std::pair{&previous_, "prev"}, std::pair{&next_, "next"}}) {
+        CString pieces;
+        for (const char* state : {"normal", "focus", "pressed", "disabled"})
+            pieces += SkinFile(skin, ("button_" + std::string(glyph) + "_" + state).c_str()) + L"|";
+        button->LoadSkin(pieces, L"");
+    }
+    ShowPlayState();
+    return true;
+}
+
+// The key shows what a tap will do: pause while playing, play while paused.
+void PlayerScreen::ShowPlayState() {
+    if (playback_.playing())
+        play_.LoadBitmaps(IDB_ROUND_PAUSE_NORMAL, IDB_ROUND_PAUSE_FOCUS, IDB_ROUND_PAUSE_PRESSED,
+                          IDB_ROUND_PAUSE_DISABLED, skinModule_);
+    else
+        play_.LoadBitmaps(IDB_ROUND_PLAY_NORMAL, IDB_ROUND_PLAY_FOCUS, IDB_ROUND_PLAY_PRESSED, IDB_ROUND_PLAY_DISABLED,
+                          skinModule_);
+    Invalidate(RECT{kArt.left, kArt.top, kNowPlaying.right, kNowPlaying.bottom});
+}
+
 // The progress bar counts the new track's seconds; the art, the titles and the list's
 // highlight change with it.
 void PlayerScreen::TrackChanged() {
@@ -105,9 +140,16 @@ std::optional<long> PlayerScreen::ScrollPos(HWND control) const {
     return std::nullopt;
 }
 
-void PlayerScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
+void PlayerScreen::Heard(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND from = reinterpret_cast<HWND>(lParam);
-    if (message == WM_VSCROLL && from == listBar_.m_hWnd) {
+    if (message == WM_COMMAND) {
+        switch (LOWORD(wParam)) {
+            case kPreviousId: playback_.Previous(); TrackChanged(); break;
+            case kNextId: playback_.Next(); TrackChanged(); break;
+            case kPlayId: playback_.SetPlaying(!playback_.playing()); ShowPlayState(); break;
+            default: break;
+        }
+    } else if (message == WM_VSCROLL && from == listBar_.m_hWnd) {
         firstRow_ = listBar_.GetScrollPos();
         Invalidate(kListArea);
     } else if (message == WM_HSCROLL && from == volume_.m_hWnd) {
@@ -126,7 +168,7 @@ void PlayerScreen::Tap(UINT message, POINT point) {
         TrackChanged();
     } else if (PtInRect(&kArt, point)) {
         playback_.SetPlaying(!playback_.playing());
-        Invalidate(RECT{kArt.left, kArt.top, kNowPlaying.right, kNowPlaying.bottom});
+        ShowPlayState();
     }
 }
 
@@ -156,8 +198,8 @@ void PlayerScreen::Paint(HDC frame) {
 void PlayerScreen::PaintNowPlaying(HDC frame) const {
     Panel(frame, kArt, RGB(28, 34, 44), kRule, 16);
     const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
-    Disc(frame, Centered(cx, cy, 58), RGB(10, 12, 16), kRule);
-    for (int r : {50, 42, 34}) Disc(frame, Centered(cx, cy, r), RGB(10, 12, 16), RGB(30, 36, 46));
+    Disc(frame, Centered(cx, cy, 54), RGB(10, 12, 16), kRule);
+    for (int r : {46, 38, 30}) Disc(frame, Centered(cx, cy, r), RGB(10, 12, 16), RGB(30, 36, 46));
     const COLORREF label = kLabels[static_cast<size_t>(playback_.track()) % std::size(kLabels)];
     Disc(frame, Centered(cx, cy, 22), label, label);
     Disc(frame, Centered(cx, cy, 3), kScreen, kScreen);
@@ -168,12 +210,12 @@ void PlayerScreen::PaintNowPlaying(HDC frame) const {
 
     const Track& t = playback_.current();
     RECT line = kNowPlaying;
-    line.top += 4;
+    line.top += 2;
     line.bottom = line.top + 30;
     DrawLabel(frame, t.title, line, titleFont_, kText, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-    OffsetRect(&line, 0, 32);
+    OffsetRect(&line, 0, 30);
     DrawLabel(frame, t.artist, line, textFont_, kTextDim, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-    OffsetRect(&line, 0, 64);
+    OffsetRect(&line, 0, 40);
     std::wstring where = L"Track " + std::to_wstring(playback_.track() + 1) + L" of " +
                          std::to_wstring(playback_.count());
     DrawLabel(frame, where, line, smallFont_, kTextDim);
