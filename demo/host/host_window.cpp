@@ -72,9 +72,12 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // push buttons, the parent's from lists; the host covers the screen, so both are the same
 // here): the control under it is the sender. With no control there, the stylus touched the
 // host itself: a tab when released in the title bar, otherwise the screen's business.
+// ChildWindowFromPoint also finds hidden and disabled children, which take no input: a tap
+// on one is the host's own.
 int HostWindow::ControlAt(POINT point) const {
     HWND child = ::ChildWindowFromPoint(m_hWnd, point);
-    return child && child != m_hWnd ? ::GetDlgCtrlID(child) : 0;
+    if (!child || child == m_hWnd || !::IsWindowVisible(child) || !::IsWindowEnabled(child)) return 0;
+    return ::GetDlgCtrlID(child);
 }
 
 void HostWindow::Pointer(UINT message, LPARAM lParam) {
