@@ -1,5 +1,6 @@
 #include "host/demo_app.h"
 
+#include <afxwin.h>
 #include <zel/resources.h>
 
 #include <cstdio>
@@ -10,8 +11,12 @@ namespace zel::demo {
 
 DemoApp::~DemoApp() {
     CloseScreen();
+    retired_.clear();
     if (background_) DeleteObject(background_);
-    if (skin_.module) zel::FreeResourceModule(skin_.module);
+    if (skin_.module) {
+        if (AfxGetResourceHandle() == skin_.module) AfxSetResourceHandle(nullptr);
+        zel::FreeResourceModule(skin_.module);
+    }
 }
 
 bool DemoApp::LoadSkin(const std::string& dir) {
@@ -22,30 +27,36 @@ bool DemoApp::LoadSkin(const std::string& dir) {
         std::fprintf(stderr, "zel-demo: cannot load the skin %s\n", script.c_str());
         return false;
     }
+    AfxSetResourceHandle(skin_.module);
     background_ = LoadBitmapW(skin_.module, MAKEINTRESOURCEW(IDB_BACKGROUND));
     if (!background_) std::fprintf(stderr, "zel-demo: the skin %s has no background\n", script.c_str());
     return background_ != nullptr;
 }
 
+// The window goes now (and its controls with it); the objects may still be running a
+// message handler, so they wait.
 void DemoApp::CloseScreen() {
-    window_.reset();
-    screen_.reset();
+    if (current_.window) current_.window->Destroy();
+    if (current_.window || current_.screen) retired_.push_back(std::move(current_));
+    current_ = Shown{};
     screenName_.clear();
 }
 
 bool DemoApp::Show(const std::string& name) {
     const ScreenInfo* info = FindScreen(name);
     if (!info) return false;
+    retired_.clear();  // no handler of theirs can be running: their windows are gone
     CloseScreen();
-    screen_ = info->make();
-    window_ = std::make_unique<HostWindow>(log_, background_, screen_.get());
-    if (!window_->Create(info->title) || !screen_->Build(window_->hwnd(), skin_)) {
+    current_.screen = info->make();
+    current_.window = std::make_unique<HostWindow>(log_, background_, current_.screen.get(), name,
+                                                   [this](const std::string& next) { Show(next); });
+    log_.Add("-- screen " + name);
+    if (!current_.window->Create(info->title) || !current_.screen->Build(current_.window->hwnd(), skin_)) {
         std::fprintf(stderr, "zel-demo: cannot build the screen '%s'\n", name.c_str());
         CloseScreen();
         return false;
     }
     screenName_ = name;
-    log_.Add("-- screen " + name);
     return true;
 }
 

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/host_window.h"
 #include "host/notification.h"
@@ -19,24 +20,35 @@ public:
     DemoApp(const DemoApp&) = delete;
     DemoApp& operator=(const DemoApp&) = delete;
 
-    // Loads the skin's resource script (dir/default.rc) and the background from it.
-    // False, with the reason on stderr, when either is missing.
+    // Loads the skin's resource script (dir/default.rc), makes it the resource handle and
+    // loads the background from it. False, with the reason on stderr, when either is
+    // missing.
     bool LoadSkin(const std::string& dir);
 
-    // Tears down the current screen and builds the named one in a new host window.
+    // Tears down the current screen and builds the named one in a new host window. May be
+    // called from inside the current host window's message handler (a tab was tapped).
     bool Show(const std::string& name);
 
     NotificationLog& log() { return log_; }
     const std::string& screen() const { return screenName_; }
 
 private:
+    // A screen and its host window; the window is destroyed before the screen, and with
+    // it the screen's controls.
+    struct Shown {
+        std::unique_ptr<Screen> screen;
+        std::unique_ptr<HostWindow> window;
+    };
+
     void CloseScreen();
 
     NotificationLog log_;
     SkinSource skin_;
     HBITMAP background_ = nullptr;
-    std::unique_ptr<HostWindow> window_;  // destroyed before the screen: its controls first
-    std::unique_ptr<Screen> screen_;
+    Shown current_;
+    // Screens closed while their host window's handler may still be on the stack: their
+    // windows are gone, the objects wait for the next Show or the end.
+    std::vector<Shown> retired_;
     std::string screenName_;
 };
 

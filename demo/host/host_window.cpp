@@ -1,6 +1,5 @@
 #include "host/host_window.h"
 
-#include <cwchar>
 #include <iterator>
 
 #include "skin/theme.h"
@@ -9,90 +8,93 @@ namespace zel::demo {
 
 namespace {
 
-constexpr wchar_t kClassName[] = L"ZelDemoHost";
 constexpr size_t kStatusLines = 2;
+constexpr int kTabWidth = 104, kTabsRight = 736;  // tabs end left of the signal bars
 
-bool RegisterHostClass(WNDPROC proc) {
-    static bool registered = false;
-    if (registered) return true;
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = proc;
-    wc.lpszClassName = kClassName;
-    registered = RegisterClassW(&wc) != 0;
-    return registered;
-}
-
-HFONT MakeFont(int height, int weight) {
-    LOGFONTW lf{};
-    lf.lfHeight = height;
-    lf.lfWeight = weight;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    lf.lfQuality = ANTIALIASED_QUALITY;
-    std::wcsncpy(lf.lfFaceName, L"Tahoma", LF_FACESIZE - 1);
-    return CreateFontIndirectW(&lf);
-}
-
-void DrawLine(HDC dc, const std::string& text, RECT rc, COLORREF color) {
-    std::wstring wide(text.begin(), text.end());  // log lines are ASCII
-    SetTextColor(dc, color);
-    DrawTextW(dc, wide.c_str(), static_cast<int>(wide.size()), &rc, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-}
+std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
 int IdOfWindow(HWND hwnd) { return GetDlgCtrlID(hwnd); }
 
 }  // namespace
 
-HostWindow::HostWindow(NotificationLog& log, HBITMAP background, const Screen* screen)
-    : log_(log), background_(background), screen_(screen) {}
+HostWindow::HostWindow(NotificationLog& log, HBITMAP background, Screen* screen, std::string screenName,
+                       std::function<void(const std::string&)> navigate)
+    : log_(log),
+      background_(background),
+      screen_(screen),
+      screenName_(std::move(screenName)),
+      navigate_(std::move(navigate)) {}
 
-HostWindow::~HostWindow() {
-    if (IsWindow(hwnd_)) DestroyWindow(hwnd_);
-    if (titleFont_) DeleteObject(titleFont_);
-    if (statusFont_) DeleteObject(statusFont_);
+HostWindow::~HostWindow() { Destroy(); }
+
+void HostWindow::Destroy() {
+    if (::IsWindow(m_hWnd)) DestroyWindow();
 }
 
+// A class without CS_DBLCLKS: two quick taps on the host are two taps.
 bool HostWindow::Create(const std::wstring& title) {
-    if (!RegisterHostClass(&HostWindow::Proc)) return false;
-    titleFont_ = MakeFont(26, FW_BOLD);
-    statusFont_ = MakeFont(15, FW_NORMAL);
-    return CreateWindowExW(0, kClassName, title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                           theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr, nullptr, this) != nullptr;
+    return CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                    theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr) != FALSE;
 }
 
-// The object rides in on WM_NCCREATE's creation parameters and stays in the user data
-// until WM_DESTROY.
-LRESULT CALLBACK HostWindow::Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* self = static_cast<HostWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        self->hwnd_ = hwnd;
-        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-    if (!self) return DefWindowProcW(hwnd, message, wParam, lParam);
-    return self->Handle(message, wParam, lParam);
+RECT HostWindow::TabRect(size_t index) {
+    const int count = static_cast<int>(Screens().size());
+    const int left = kTabsRight - count * kTabWidth + static_cast<int>(index) * kTabWidth;
+    return RECT{left, 0, left + kTabWidth, theme::kTitleBarHeight};
 }
 
-LRESULT HostWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+// Notifications are logged first and then take the framework's way (offered to the
+// sending control: an owner-drawn button's WM_DRAWITEM is its cue to draw).
+LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_ERASEBKGND: return 1;  // WM_PAINT covers every pixel
         case WM_PAINT: Paint(); return 0;
         case WM_COMMAND:
         case WM_NOTIFY:
+            Hear(message, wParam, lParam);
+            return CWnd::WindowProc(message, wParam, lParam);
         case WM_VSCROLL:
-        case WM_HSCROLL:
+        case WM_HSCROLL: Hear(message, wParam, lParam); return 0;
         case WM_LBUTTONDOWN:
-        case WM_LBUTTONUP: Hear(message, wParam, lParam); return 0;
-        case WM_DESTROY: SetWindowLongPtrW(hwnd_, GWLP_USERDATA, 0); return 0;
-        default: return DefWindowProcW(hwnd_, message, wParam, lParam);
+        case WM_LBUTTONUP: Pointer(message, lParam); return 0;
+        case WM_TIMER:
+            if (screen_) screen_->Timer(wParam);
+            return 0;
+        case kNavigateMessage:
+            // The last thing this window does: navigating destroys it.
+            if (wParam < Screens().size() && navigate_) navigate_(Screens()[wParam].name);
+            return 0;
+        default: return CWnd::WindowProc(message, wParam, lParam);
     }
 }
 
 // A pointer message forwarded by a control carries only the point (screen coordinates from
 // push buttons, the parent's from lists; the host covers the screen, so both are the same
-// here): the control under it is the sender.
+// here): the control under it is the sender. With no control there, the stylus touched the
+// host itself: a tab when released in the title bar, otherwise the screen's business.
+// ChildWindowFromPoint also finds hidden and disabled children, which take no input: a tap
+// on one is the host's own.
 int HostWindow::ControlAt(POINT point) const {
-    HWND child = ChildWindowFromPoint(hwnd_, point);
-    return child && child != hwnd_ ? GetDlgCtrlID(child) : 0;
+    HWND child = ::ChildWindowFromPoint(m_hWnd, point);
+    if (!child || child == m_hWnd || !::IsWindowVisible(child) || !::IsWindowEnabled(child)) return 0;
+    return ::GetDlgCtrlID(child);
+}
+
+void HostWindow::Pointer(UINT message, LPARAM lParam) {
+    POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    if (ControlAt(point)) {
+        Hear(message, 0, lParam);
+        return;
+    }
+    if (point.y >= theme::kTitleBarHeight) {
+        if (screen_) screen_->Tap(message, point);
+        return;
+    }
+    if (message != WM_LBUTTONUP) return;
+    for (size_t i = 0; i < Screens().size(); ++i) {
+        RECT tab = TabRect(i);
+        if (PtInRect(&tab, point) && Screens()[i].name != screenName_) PostMessage(kNavigateMessage, i, 0);
+    }
 }
 
 void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -102,14 +104,15 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
     RECT status{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
-    InvalidateRect(hwnd_, &status, FALSE);
+    InvalidateRect(&status, FALSE);
+    if (screen_) screen_->Heard(message, wParam, lParam);
 }
 
 void HostWindow::Paint() {
     PAINTSTRUCT ps;
-    HDC dc = BeginPaint(hwnd_, &ps);
+    HDC dc = ::BeginPaint(m_hWnd, &ps);
     RECT client;
-    GetClientRect(hwnd_, &client);
+    GetClientRect(&client);
     HDC memory = CreateCompatibleDC(dc);
     HBITMAP frame = CreateCompatibleBitmap(dc, client.right, client.bottom);
     HGDIOBJ oldFrame = SelectObject(memory, frame);
@@ -121,36 +124,45 @@ void HostWindow::Paint() {
         SelectObject(source, old);
         DeleteDC(source);
     } else {
-        HBRUSH screen = CreateSolidBrush(theme::kScreen);
-        FillRect(memory, &client, screen);
-        DeleteObject(screen);
+        FillBox(memory, client, theme::kScreen);
     }
-
-    SetBkMode(memory, TRANSPARENT);
-    wchar_t title[128] = {};
-    GetWindowTextW(hwnd_, title, static_cast<int>(std::size(title)));
-    HGDIOBJ oldFont = SelectObject(memory, titleFont_);
-    RECT titleRect{24, 0, 720, theme::kTitleBarHeight};
-    SetTextColor(memory, theme::kText);
-    DrawTextW(memory, title, -1, &titleRect, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-
-    // Newest notification at the bottom in full colour, the one before it dimmed.
-    SelectObject(memory, statusFont_);
-    std::vector<std::string> last = log_.Last(kStatusLines);
-    int rowHeight = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(kStatusLines);
-    for (size_t i = 0; i < last.size(); ++i) {
-        size_t row = kStatusLines - last.size() + i;
-        int top = theme::kStatusTop + 1 + static_cast<int>(row) * rowHeight;
-        DrawLine(memory, last[i], RECT{16, top, theme::kScreenWidth - 16, top + rowHeight},
-                 i + 1 == last.size() ? theme::kText : theme::kTextDim);
-    }
-    SelectObject(memory, oldFont);
+    PaintTitleBar(memory);
+    if (screen_) screen_->Paint(memory);
+    PaintStatus(memory);
 
     BitBlt(dc, 0, 0, client.right, client.bottom, memory, 0, 0, SRCCOPY);
     SelectObject(memory, oldFrame);
     DeleteObject(frame);
     DeleteDC(memory);
-    EndPaint(hwnd_, &ps);
+    ::EndPaint(m_hWnd, &ps);
+}
+
+// The title on the left; the tabs on the right, the current one lit and underlined with
+// the accent colour.
+void HostWindow::PaintTitleBar(HDC frame) {
+    wchar_t title[128] = {};
+    GetWindowText(title, static_cast<int>(std::size(title)));
+    DrawLabel(frame, title, RECT{24, 0, TabRect(0).left, theme::kTitleBarHeight}, titleFont_, theme::kText,
+              DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
+    for (size_t i = 0; i < Screens().size(); ++i) {
+        const RECT tab = TabRect(i);
+        const bool current = Screens()[i].name == screenName_;
+        DrawLabel(frame, Screens()[i].tab, tab, tabFont_, current ? theme::kText : theme::kTextDim,
+                  DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+        if (current) FillBox(frame, RECT{tab.left + 16, tab.bottom - 5, tab.right - 16, tab.bottom - 2}, theme::kAccent);
+    }
+}
+
+// Newest notification at the bottom in full colour, the one before it dimmed.
+void HostWindow::PaintStatus(HDC frame) {
+    std::vector<std::string> last = log_.Last(kStatusLines);
+    const int rowHeight = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(kStatusLines);
+    for (size_t i = 0; i < last.size(); ++i) {
+        const size_t row = kStatusLines - last.size() + i;
+        const int top = theme::kStatusTop + 1 + static_cast<int>(row) * rowHeight;
+        DrawLabel(frame, Widen(last[i]), RECT{16, top, theme::kScreenWidth - 16, top + rowHeight}, statusFont_,
+                  i + 1 == last.size() ? theme::kText : theme::kTextDim);
+    }
 }
 
 }  // namespace zel::demo

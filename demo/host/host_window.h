@@ -1,41 +1,60 @@
-// The host window of one screen: a full-screen WS_POPUP window that paints the skin's
-// background, the screen's title and a status strip with the last notifications, and
-// logs every notification its child controls send it.
+// The host of one screen: a full-screen WS_POPUP window that paints the skin's background,
+// a title bar with the screen's title and a tab per screen, the screen's own content and a
+// status strip with the last notifications; it logs every notification its child controls
+// send it and hands it on to the screen.
+//
+// It is a CWnd, as a device application's dialog is: owner-drawn buttons draw when their
+// parent reflects WM_DRAWITEM to them, and command and notify messages are offered to the
+// sending control first.
 #pragma once
 
-#include <windows.h>
+#include <afxwin.h>
 
+#include <functional>
 #include <string>
 
 #include "host/notification.h"
+#include "host/paint_kit.h"
 #include "host/screens.h"
 
 namespace zel::demo {
 
-class HostWindow {
+class HostWindow : public CWnd {
 public:
-    // background stays the caller's; screen answers scroll positions (may be null).
-    HostWindow(NotificationLog& log, HBITMAP background, const Screen* screen);
-    ~HostWindow();  // destroys the window and with it the screen's controls
+    // background stays the caller's. navigate is called with a screen's name when a tab is
+    // tapped; it may destroy this window (not the object) from inside the call.
+    HostWindow(NotificationLog& log, HBITMAP background, Screen* screen, std::string screenName,
+               std::function<void(const std::string&)> navigate);
+    ~HostWindow() override;  // destroys the window and with it the screen's controls
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
     bool Create(const std::wstring& title);
-    HWND hwnd() const { return hwnd_; }
+    void Destroy();
+    HWND hwnd() const { return m_hWnd; }
+
+    // The tab of Screens()[index] in the title bar.
+    static RECT TabRect(size_t index);
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    static LRESULT CALLBACK Proc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Paint();
+    void PaintTitleBar(HDC frame);
+    void PaintStatus(HDC frame);
     void Hear(UINT message, WPARAM wParam, LPARAM lParam);
+    void Pointer(UINT message, LPARAM lParam);
     int ControlAt(POINT point) const;
 
     NotificationLog& log_;
     HBITMAP background_;
-    const Screen* screen_;
-    HWND hwnd_ = nullptr;
-    HFONT titleFont_ = nullptr;
-    HFONT statusFont_ = nullptr;
+    Screen* screen_;
+    std::string screenName_;
+    std::function<void(const std::string&)> navigate_;
+    Font titleFont_{26, FW_BOLD};
+    Font tabFont_{17, FW_BOLD};
+    Font statusFont_{15};
 };
 
 }  // namespace zel::demo

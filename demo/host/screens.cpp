@@ -1,20 +1,27 @@
 #include "host/screens.h"
 
+#include "screens/buttons_screen.h"
+#include "screens/home_screen.h"
+#include "screens/player_screen.h"
+
 namespace zel::demo {
 
 namespace {
 
-// The start screen: the background and the host's title and status strip, no controls.
-class HomeScreen : public Screen {
-public:
-    bool Build(HWND, const SkinSource&) override { return true; }
-};
+template <class S>
+std::unique_ptr<Screen> Make() {
+    return std::make_unique<S>();
+}
 
 }  // namespace
 
 const std::vector<ScreenInfo>& Screens() {
     static const std::vector<ScreenInfo> screens = {
-        {"home", L"ZEL controls", []() -> std::unique_ptr<Screen> { return std::make_unique<HomeScreen>(); }},
+        {"home", L"ZEL controls", L"Home", L"", Make<HomeScreen>},
+        {"player", L"Media player", L"Player",
+         L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
+        {"buttons", L"Button gallery", L"Buttons",
+         L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
     };
     return screens;
 }

@@ -1,5 +1,6 @@
 // The device screens of the demo. Each is built as the children of a fresh host window
-// and torn down with it.
+// and torn down with it; the host paints around the controls, and hands the screen what
+// it hears from them, its own taps and its timers.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +13,8 @@
 namespace zel::demo {
 
 // Where a screen takes its skin from: the generated resource module (by identifier) and
-// the folder of its bitmap files (by path).
+// the folder of its bitmap files (by path). The module is also the application's resource
+// handle (AfxSetResourceHandle), as a device application sets it to its resource library.
 struct SkinSource {
     HINSTANCE module = nullptr;
     std::string bitmapDir;  // ends without a slash; files are <dir>/<piece>.bmp
@@ -28,14 +30,31 @@ public:
     // The position of one of the screen's scroll controls, for the scroll codes whose
     // message carries none.
     virtual std::optional<long> ScrollPos(HWND control) const { return std::nullopt; }
+    // Draws the screen's own content (labels, lists) over the background of the host's
+    // off-screen frame; the controls paint themselves.
+    virtual void Paint(HDC frame) {}
+    // A notification the host has just logged (WM_COMMAND, WM_NOTIFY, WM_HSCROLL, ...).
+    virtual void Heard(UINT message, WPARAM wParam, LPARAM lParam) {}
+    // The stylus on the host itself, below the title bar (host client coordinates).
+    virtual void Tap(UINT message, POINT point) {}
+    // A timer the screen set on the host window.
+    virtual void Timer(UINT_PTR id) {}
 };
 
 struct ScreenInfo {
     const char* name;      // as tours write it
     const wchar_t* title;  // in the title bar
+    const wchar_t* tab;    // on its tab in the title bar and its tile on the home screen
+    const wchar_t* blurb;  // on its tile
     std::unique_ptr<Screen> (*make)();
 };
 
+// Posted to the host window to go to another screen: wParam is the screen's index in
+// Screens(). Posted, not sent, so that the window that asks is not torn down under its own
+// message handler.
+constexpr UINT kNavigateMessage = WM_APP + 1;
+
+// In tab order.
 const std::vector<ScreenInfo>& Screens();
 const ScreenInfo* FindScreen(const std::string& name);
 

@@ -99,6 +99,12 @@ void Play(Painter& p, Pt c, COLORREF ink) {
     p.Polygon({{c.x - 7, c.y - 13}, {c.x - 7, c.y + 13}, {c.x + 14, c.y}}, ink);
 }
 
+// Two upright bars, each 7 wide and 24 high.
+void Pause(Painter& p, Pt c, COLORREF ink) {
+    p.Fill(Box{c.x - 10, c.y - 12, c.x - 3, c.y + 12}, ink);
+    p.Fill(Box{c.x + 3, c.y - 12, c.x + 10, c.y + 12}, ink);
+}
+
 using Glyph = void (*)(Painter&, Pt, COLORREF);
 
 // ---- push button, 78 x 76 ----
@@ -127,12 +133,20 @@ void AddPushButton(std::vector<SkinPiece>& out, const std::string& name, Glyph g
 constexpr double kRound = 72;
 const Box kRoundDisc = Box{2, 2, kRound - 2, kRound - 2};
 
-void RoundFace(Painter& p, const FaceStyle& f) {
+// The play triangle sits 2 pixels right of the centre, where it reads as centred.
+void RoundFace(Painter& p, const FaceStyle& f, Glyph glyph, double nudge) {
     p.Ellipse(kRoundDisc, f.edge);
     Box face = kRoundDisc.Inset(f.rim + 1);
     p.Through([&](Painter& m) { m.Ellipse(face, kWhite); },
               [&](Painter& fill) { fill.VerticalGradient(face, f.top, f.bottom); });
-    Play(p, Pt{kRound / 2 + 2, kRound / 2 + f.drop}, f.glyph);
+    glyph(p, Pt{kRound / 2 + nudge, kRound / 2 + f.drop}, f.glyph);
+}
+
+void AddRoundButton(std::vector<SkinPiece>& out, const std::string& name, Glyph glyph, double nudge) {
+    for (const FaceStyle& f : kFaces)
+        out.push_back({"round_" + name + "_" + f.state, int(kRound), int(kRound),
+                       [&f, glyph, nudge](Painter& p) { RoundFace(p, f, glyph, nudge); },
+                       [](Painter& m) { m.Ellipse(kRoundDisc, kWhite); }});
 }
 
 // ---- text button, 180 x 60, stretched by its control to any size ----
@@ -175,10 +189,8 @@ void AddButtonPieces(std::vector<SkinPiece>& out) {
     AddPushButton(out, "prev", [](Painter& p, Pt c, COLORREF ink) { Skip(p, c, ink, -1); });
     AddPushButton(out, "next", [](Painter& p, Pt c, COLORREF ink) { Skip(p, c, ink, +1); });
 
-    for (const FaceStyle& f : kFaces)
-        out.push_back({std::string("round_play_") + f.state, int(kRound), int(kRound),
-                       [&f](Painter& p) { RoundFace(p, f); },
-                       [](Painter& m) { m.Ellipse(kRoundDisc, kWhite); }});
+    AddRoundButton(out, "play", Play, 2);
+    AddRoundButton(out, "pause", Pause, 0);
 
     // The text button has no disabled skin: its control draws only three states.
     for (const FaceStyle& f : kFaces)

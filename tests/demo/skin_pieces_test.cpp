@@ -77,6 +77,7 @@ TEST(SkinCatalogue, SizesFitTheControlLayouts) {
     // Each state of a piece has the size of its first state.
     const std::vector<std::vector<std::string>> families = {
         Family("round_play_", {"normal", "focus", "pressed", "disabled"}),
+        Family("round_pause_", {"normal", "focus", "pressed", "disabled"}),
         Family("textbutton_", {"normal", "focus", "pressed"}),
         Family("check_", {"unchecked", "checked"}),
         Family("scroll_", {"up", "up_pressed", "down", "down_pressed"}),
@@ -127,11 +128,14 @@ TEST(SkinRendering, OnlyKeyedPiecesHoldTheKeyColour) {
 // The shaped button keeps, per row, the span from the first to the last pixel that differs
 // from pixel (0, 0): a key pixel inside that span would be part of the button and show.
 // Its other states are drawn through the normal state's region, so they share its outline.
+// The play and pause buttons swap skins on one window, so they share the outline as well.
 TEST(SkinRendering, ShapedButtonIsOneSpanPerRowInEveryState) {
     const Pixels& normal = Rendered("round_play_normal");
     ASSERT_EQ(normal.at(0, 0), kKey);
     EXPECT_NE(normal.at(normal.w / 2, normal.h / 2), kKey);
-    for (const std::string& n : Family("round_play_", {"normal", "focus", "pressed", "disabled"})) {
+    std::vector<std::string> states = Family("round_play_", {"normal", "focus", "pressed", "disabled"});
+    for (const std::string& n : Family("round_pause_", {"normal", "focus", "pressed", "disabled"})) states.push_back(n);
+    for (const std::string& n : states) {
         const Pixels& px = Rendered(n);
         for (int y = 0; y < px.h; ++y) {
             int first = -1, last = -1;

@@ -1,0 +1,76 @@
+#include "host/paint_kit.h"
+
+#include <cwchar>
+
+namespace zel::demo {
+
+namespace {
+
+// Selects a pen and brush for one shape and puts the DC's own back afterwards.
+class ShapeTools {
+public:
+    ShapeTools(HDC dc, COLORREF fill, COLORREF edge)
+        : dc_(dc), pen_(CreatePen(PS_SOLID, 1, edge)), brush_(CreateSolidBrush(fill)) {
+        oldPen_ = SelectObject(dc_, pen_);
+        oldBrush_ = SelectObject(dc_, brush_);
+    }
+    ~ShapeTools() {
+        SelectObject(dc_, oldPen_);
+        SelectObject(dc_, oldBrush_);
+        DeleteObject(pen_);
+        DeleteObject(brush_);
+    }
+    ShapeTools(const ShapeTools&) = delete;
+    ShapeTools& operator=(const ShapeTools&) = delete;
+
+private:
+    HDC dc_;
+    HPEN pen_;
+    HBRUSH brush_;
+    HGDIOBJ oldPen_ = nullptr, oldBrush_ = nullptr;
+};
+
+}  // namespace
+
+Font::Font(int height, int weight) {
+    LOGFONTW lf{};
+    lf.lfHeight = height;
+    lf.lfWeight = weight;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    lf.lfQuality = ANTIALIASED_QUALITY;
+    std::wcsncpy(lf.lfFaceName, L"Tahoma", LF_FACESIZE - 1);
+    font_ = CreateFontIndirectW(&lf);
+}
+
+Font::~Font() {
+    if (font_) DeleteObject(font_);
+}
+
+void DrawLabel(HDC dc, std::wstring_view text, const RECT& box, const Font& font, COLORREF color, UINT format) {
+    HGDIOBJ oldFont = SelectObject(dc, font.get());
+    COLORREF oldColor = SetTextColor(dc, color);
+    int oldMode = SetBkMode(dc, TRANSPARENT);
+    RECT r = box;
+    DrawTextW(dc, text.data(), static_cast<int>(text.size()), &r, format | DT_NOPREFIX);
+    SetBkMode(dc, oldMode);
+    SetTextColor(dc, oldColor);
+    SelectObject(dc, oldFont);
+}
+
+void FillBox(HDC dc, const RECT& box, COLORREF color) {
+    HBRUSH brush = CreateSolidBrush(color);
+    FillRect(dc, &box, brush);
+    DeleteObject(brush);
+}
+
+void Panel(HDC dc, const RECT& box, COLORREF fill, COLORREF edge, int corner) {
+    ShapeTools tools(dc, fill, edge);
+    RoundRect(dc, box.left, box.top, box.right, box.bottom, corner, corner);
+}
+
+void Disc(HDC dc, const RECT& box, COLORREF fill, COLORREF edge) {
+    ShapeTools tools(dc, fill, edge);
+    Ellipse(dc, box.left, box.top, box.right, box.bottom);
+}
+
+}  // namespace zel::demo
