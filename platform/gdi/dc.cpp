@@ -45,6 +45,13 @@ void InitDefaults(DC* dc) {
     dc->SetFont(static_cast<Font*>(Objects().Lookup(reinterpret_cast<uintptr_t>(GetStockObject(SYSTEM_FONT)))));
 }
 
+// The whole target surface in DC coordinates: what "no clip region" means.
+PixRegion DrawableArea(const DC& dc) {
+    const PixelBuffer* t = dc.Target();
+    if (!t) return PixRegion();
+    return PixRegion(RECT{-dc.origin.x, -dc.origin.y, t->width - dc.origin.x, t->height - dc.origin.y});
+}
+
 }  // namespace
 
 DC::~DC() {
@@ -304,33 +311,34 @@ BOOL GetCurrentPositionEx(HDC hdc, LPPOINT pos) {
     return TRUE;
 }
 
-// Clip regions are given in DC coordinates; the DC keeps its own copy.
+// Clip regions are given in DC coordinates; the DC keeps its own copy. Combining with a
+// DC that has no clip region combines with everything the DC can draw on.
 int ExtSelectClipRgn(HDC hdc, HRGN hrgn, int mode) {
     DC* dc = LookupDC(hdc);
     if (!dc) return ERROR;
     Region* rgn = LookupRegion(hrgn);
     if (!rgn) {
-        if (mode != RGN_COPY) return ERROR;
-        dc->state.clip.reset();  // NULL selects "no clip"
-    } else if (mode == RGN_COPY || !dc->state.clip) {
-        if (mode == RGN_DIFF && !dc->state.clip) return ERROR;
+        if (hrgn || mode != RGN_COPY) return ERROR;
+        dc->state.clip.reset();  // NULL with RGN_COPY removes the clip region
+    } else if (mode == RGN_COPY) {
         dc->state.clip = rgn->rgn;
-        if (mode != RGN_COPY && mode != RGN_AND && mode != RGN_OR) return ERROR;
     } else {
-        PixRegion& c = *dc->state.clip;
+        if (mode < RGN_AND || mode > RGN_DIFF) return ERROR;
+        PixRegion c = dc->state.clip ? *dc->state.clip : DrawableArea(*dc);
+        PixRegion out;
         switch (mode) {
-            case RGN_AND: pixman_region32_intersect(c.get(), c.get(), rgn->rgn.mut()); break;
-            case RGN_OR: pixman_region32_union(c.get(), c.get(), rgn->rgn.mut()); break;
-            case RGN_DIFF: pixman_region32_subtract(c.get(), c.get(), rgn->rgn.mut()); break;
-            case RGN_XOR: {
-                PixRegion a = c, b = rgn->rgn;
-                pixman_region32_subtract(a.get(), a.get(), rgn->rgn.mut());
-                pixman_region32_subtract(b.get(), b.get(), c.mut());
-                pixman_region32_union(c.get(), a.get(), b.get());
+            case RGN_AND: pixman_region32_intersect(out.get(), c.get(), rgn->rgn.mut()); break;
+            case RGN_OR: pixman_region32_union(out.get(), c.get(), rgn->rgn.mut()); break;
+            case RGN_DIFF: pixman_region32_subtract(out.get(), c.get(), rgn->rgn.mut()); break;
+            default: {  // RGN_XOR
+                PixRegion a, b;
+                pixman_region32_subtract(a.get(), c.get(), rgn->rgn.mut());
+                pixman_region32_subtract(b.get(), rgn->rgn.mut(), c.get());
+                pixman_region32_union(out.get(), a.get(), b.get());
                 break;
             }
-            default: return ERROR;
         }
+        dc->state.clip = out;
     }
     dc->InvalidateClip();
     RECT box;
@@ -355,11 +363,7 @@ int IntersectClipRect(HDC hdc, int left, int top, int right, int bottom) {
 int ExcludeClipRect(HDC hdc, int left, int top, int right, int bottom) {
     DC* dc = LookupDC(hdc);
     if (!dc) return ERROR;
-    if (!dc->state.clip) {
-        PixelBuffer* t = dc->Target();
-        dc->state.clip = PixRegion(RECT{-dc->origin.x, -dc->origin.y, (t ? t->width : 0) - dc->origin.x,
-                                        (t ? t->height : 0) - dc->origin.y});
-    }
+    if (!dc->state.clip) dc->state.clip = DrawableArea(*dc);
     PixRegion r(RECT{std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)});
     pixman_region32_subtract(dc->state.clip->get(), dc->state.clip->get(), r.get());
     dc->InvalidateClip();

@@ -2,6 +2,8 @@
 // DeleteObject / GetObjectW / SelectObject.
 #include "gdi/objects.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "gdi/dc.h"
@@ -45,6 +47,7 @@ GdiObject* MakeStock(int index) {
         case DC_PEN: {
             auto p = std::make_unique<Pen>();
             p->style = index == NULL_PEN ? PS_NULL : PS_SOLID;
+            p->width = index == NULL_PEN ? 1 : 0;  // what GetObject reports for the stock pens
             p->color = index == WHITE_PEN ? RGB(255, 255, 255) : RGB(0, 0, 0);
             return Register(std::move(p), kPen);
         }
@@ -96,6 +99,12 @@ int CopyOut(const void* data, int size, int available, void* buffer) {
     if (n <= 0) return 0;
     std::memcpy(buffer, data, n);
     return n;
+}
+
+// 16-bpp DDB pixels are x555; each 5-bit channel widens by repeating its top bits.
+uint32_t Rgb555ToPixel32(unsigned v) {
+    auto widen = [](unsigned c) { return (c << 3) | (c >> 2); };
+    return (widen((v >> 10) & 31) << 16) | (widen((v >> 5) & 31) << 8) | widen(v & 31);
 }
 
 }  // namespace
@@ -188,10 +197,14 @@ int GetObjectW(HANDLE handle, int size, LPVOID buffer) {
 }
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* bits) {
-    if (width < 0 || height < 0 || planes != 1) return nullptr;
-    if (width == 0 || height == 0) return HandleOf<HBITMAP>(DefaultBitmap());
-    if (bpp != 1 && bpp != 32 && bpp != 24 && bpp != 16 && bpp != 8 && bpp != 4) return nullptr;
-    if (static_cast<int64_t>(width) * height > (int64_t{1} << 28)) return nullptr;
+    // An empty size gives the stock 1x1 bitmap whatever the other arguments; negative
+    // sizes count by their magnitude; depths round up to the next DDB depth.
+    const int64_t w = std::llabs(width), h = std::llabs(height);
+    if (w == 0 || h == 0) return HandleOf<HBITMAP>(DefaultBitmap());
+    if (planes != 1 || bpp > 32 || w * h > (int64_t{1} << 28)) return nullptr;
+    width = static_cast<int>(w);
+    height = static_cast<int>(h);
+    bpp = bpp <= 1 ? 1 : bpp <= 4 ? 4 : bpp <= 8 ? 8 : bpp <= 16 ? 16 : bpp <= 24 ? 24 : 32;
     // Everything that is not monochrome is stored as 32 bpp, the screen's format.
     int storeBpp = bpp == 1 ? 1 : 32;
     Bitmap* b = NewBitmap(width, height, storeBpp);
@@ -206,7 +219,8 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* b
                     case 1: dst[x] = (row[x >> 3] >> (7 - (x & 7))) & 1; break;
                     case 32: std::memcpy(&dst[x], row + x * 4, 4); break;
                     case 24: dst[x] = row[x * 3] | (row[x * 3 + 1] << 8) | (row[x * 3 + 2] << 16); break;
-                    default: dst[x] = 0; break;
+                    case 16: dst[x] = Rgb555ToPixel32(row[x * 2] | (row[x * 2 + 1] << 8)); break;
+                    default: dst[x] = 0; break;  // 4/8 bpp index a palette we do not keep: black
                 }
             }
         }
@@ -221,9 +235,13 @@ HBITMAP CreateBitmapIndirect(const BITMAP* bm) {
 
 HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
     DC* dc = LookupDC(hdc);
-    if (!dc || width < 0 || height < 0) return nullptr;
-    if (width == 0 || height == 0) return HandleOf<HBITMAP>(DefaultBitmap());
-    if (static_cast<int64_t>(width) * height > (int64_t{1} << 28)) return nullptr;
+    if (!dc) return nullptr;
+    // Negative sizes count by their magnitude; an empty size gives the stock 1x1 bitmap.
+    const int64_t w = std::llabs(width), h = std::llabs(height);
+    if (w == 0 || h == 0) return HandleOf<HBITMAP>(DefaultBitmap());
+    if (w * h > (int64_t{1} << 28)) return nullptr;
+    width = static_cast<int>(w);
+    height = static_cast<int>(h);
     // A memory DC is as deep as its selected bitmap: a fresh one gives monochrome.
     PixelBuffer* target = dc->Target();
     int bpp = target ? target->bpp : 32;
@@ -250,6 +268,30 @@ LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
         }
     }
     return size;
+}
+
+// Rows are read in GetBitmapBits' layout; a short buffer fills the leading rows and
+// the first bytes of the next one. Returns the number of bytes used.
+LONG SetBitmapBits(HBITMAP hbm, DWORD size, const void* bits) {
+    Bitmap* b = LookupBitmap(hbm);
+    if (!b || !bits || b->stock) return 0;
+    const int64_t stride = ((int64_t{b->px.width} * b->px.bpp + 15) >> 3) & ~int64_t{1};
+    const int64_t used = std::min<int64_t>(size, stride * b->px.height);
+    const auto* in = static_cast<const uint8_t*>(bits);
+    for (int y = 0; y < b->px.height; ++y) {
+        const int64_t base = y * stride;
+        uint32_t* row = b->px.row(y);
+        for (int x = 0; x < b->px.width; ++x) {
+            if (b->px.bpp == 1) {
+                if (base + (x >> 3) >= used) return static_cast<LONG>(used);
+                row[x] = (in[base + (x >> 3)] >> (7 - (x & 7))) & 1;
+            } else {
+                if (base + x * 4 + 4 > used) return static_cast<LONG>(used);
+                std::memcpy(&row[x], in + base + x * 4, 4);
+            }
+        }
+    }
+    return static_cast<LONG>(used);
 }
 
 HPEN CreatePen(int style, int width, COLORREF color) {

@@ -1,18 +1,18 @@
 // SetPixel / GetPixel.
-#include "gdi/dc.h"
+#include "gdi/stroke.h"
 
 using namespace zel::gdi;
 
 extern "C" {
 
 // Returns the colour actually stored (black or white on a monochrome surface). A clipped
-// point still reports the colour, as Windows' own drivers do.
+// point still reports the colour: Win32 display drivers behave so.
 COLORREF SetPixel(HDC hdc, int x, int y, COLORREF color) {
     DC* dc = LookupDC(hdc);
     if (!dc) return CLR_INVALID;
     PixelBuffer* t = dc->Target();
     if (!t) return CLR_INVALID;
-    uint32_t p = ColorToPixel(*t, color);
+    uint32_t p = ColorToPixel(*t, ResolveColor(color));
     int dx = dc->DevX(x), dy = dc->DevY(y);
     if (dc->PointVisible(dx, dy)) t->row(dy)[dx] = p;
     return PixelToColor(*t, p);

@@ -1,7 +1,7 @@
 // Regions: thin Win32 semantics over pixman's region algebra.
 #include <algorithm>
 
-#include "gdi/objects.h"
+#include "gdi/stroke.h"
 
 using namespace zel::gdi;
 
@@ -95,6 +95,18 @@ int OffsetRgn(HRGN hrgn, int x, int y) {
     if (!r) return ERROR;
     r->rgn.translate(x, y);
     return RegionType(r->rgn);
+}
+
+// The DC's brush under its mix mode (unlike FillRgn, which always copies).
+BOOL PaintRgn(HDC hdc, HRGN hrgn) {
+    DC* dc = LookupDC(hdc);
+    Region* rgn = LookupRegion(hrgn);
+    if (!dc || !rgn) return FALSE;
+    if (!dc->Target()) return TRUE;
+    PixRegion device = rgn->rgn;
+    device.translate(dc->origin.x, dc->origin.y);
+    PaintBrush(*dc, device, RealizeBrush(*dc, dc->state.brush), dc->state.rop2);
+    return TRUE;
 }
 
 }  // extern "C"

@@ -167,6 +167,9 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define GCL_WNDPROC (-24)
 #define GCL_STYLE (-26)
 #define GCLP_HBRBACKGROUND GCL_HBRBACKGROUND
+#define GCLP_WNDPROC GCL_WNDPROC
+#define GCLP_HCURSOR GCL_HCURSOR
+#define GCLP_HICON GCL_HICON
 
 // ---- GetWindow ----
 #define GW_HWNDFIRST 0
@@ -536,6 +539,8 @@ ZEL_API LONG_PTR GetWindowLongPtrW(HWND hwnd, int index);
 ZEL_API LONG_PTR SetWindowLongPtrW(HWND hwnd, int index, LONG_PTR value);
 ZEL_API DWORD GetClassLongW(HWND hwnd, int index);
 ZEL_API DWORD SetClassLongW(HWND hwnd, int index, LONG value);
+ZEL_API ULONG_PTR GetClassLongPtrW(HWND hwnd, int index);
+ZEL_API ULONG_PTR SetClassLongPtrW(HWND hwnd, int index, LONG_PTR value);
 ZEL_API int GetClassNameW(HWND hwnd, LPWSTR name, int max);
 ZEL_API int GetWindowTextW(HWND hwnd, LPWSTR text, int max);
 ZEL_API int GetWindowTextLengthW(HWND hwnd);
@@ -564,6 +569,8 @@ ZEL_API BOOL RedrawWindow(HWND hwnd, const RECT* rect, HRGN rgn, UINT flags);
 ZEL_API LRESULT SendMessageW(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 ZEL_API BOOL PostMessageW(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 ZEL_API BOOL PeekMessageW(LPMSG msg, HWND hwnd, UINT filterMin, UINT filterMax, UINT remove);
+// Waits for a timer on the real clock; when nothing can ever arrive (virtual clock, no
+// timer) it returns FALSE as if WM_QUIT had been retrieved.
 ZEL_API BOOL GetMessageW(LPMSG msg, HWND hwnd, UINT filterMin, UINT filterMax);
 ZEL_API LRESULT DispatchMessageW(const MSG* msg);
 ZEL_API BOOL TranslateMessage(const MSG* msg);
@@ -619,6 +626,8 @@ ZEL_API HCURSOR LoadCursorW(HINSTANCE instance, LPCWSTR name);
 #define SetWindowLongPtr SetWindowLongPtrW
 #define GetClassLong GetClassLongW
 #define SetClassLong SetClassLongW
+#define GetClassLongPtr GetClassLongPtrW
+#define SetClassLongPtr SetClassLongPtrW
 #define GetClassName GetClassNameW
 #define GetWindowText GetWindowTextW
 #define GetWindowTextLength GetWindowTextLengthW

@@ -2,6 +2,15 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
+
+namespace {
+
+// Coordinates wrap on overflow as 32-bit Win32 arithmetic does (no undefined behaviour).
+LONG Add(LONG a, int b) { return static_cast<LONG>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
+LONG Sub(LONG a, int b) { return static_cast<LONG>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)); }
+
+}  // namespace
 
 extern "C" {
 
@@ -32,19 +41,21 @@ BOOL PtInRect(const RECT* r, POINT pt) {
 
 BOOL OffsetRect(LPRECT r, int dx, int dy) {
     if (!r) return FALSE;
-    r->left += dx;
-    r->right += dx;
-    r->top += dy;
-    r->bottom += dy;
+    r->left = Add(r->left, dx);
+    r->right = Add(r->right, dx);
+    r->top = Add(r->top, dy);
+    r->bottom = Add(r->bottom, dy);
     return TRUE;
 }
 
+// Negative amounts shrink; shrinking past the centre leaves an inverted rect, not an
+// empty one.
 BOOL InflateRect(LPRECT r, int dx, int dy) {
     if (!r) return FALSE;
-    r->left -= dx;
-    r->right += dx;
-    r->top -= dy;
-    r->bottom += dy;
+    r->left = Sub(r->left, dx);
+    r->right = Add(r->right, dx);
+    r->top = Sub(r->top, dy);
+    r->bottom = Add(r->bottom, dy);
     return TRUE;
 }
 

@@ -14,6 +14,8 @@ struct DesktopConfig {
                                      // clock starts (Thursday 2026-01-01 12:00:00); it advances with it
 };
 
+// Until the first Reset the platform runs on the real clock with an 800 x 480 screen, so a
+// plain Win32 program (PeekMessageW loops, real timers) works without the desktop.
 class ZEL_API Desktop {
 public:
     static Desktop& Get();
@@ -29,11 +31,14 @@ public:
     void Advance(DWORD ms);  // virtual time: the clock jumps to each due time in order and the
                              // loop runs there, so during a WM_TIMER GetTickCount() equals that
                              // timer's due time and its next period counts from it
-    void RunUntilIdle();
-    DWORD Now() const;  // what GetTickCount() returns
+    void RunUntilIdle();  // also stops at WM_QUIT (Run() then returns its exit code)
+    DWORD Now() const;  // what GetTickCount() returns; the virtual clock starts at 0
     COLORREF Pixel(int x, int y) const;  // the composed screen
     bool SavePng(const char* path) const;
-    int Run();  // real-time loop with the SDL2 viewer when a display exists
+    // Real-time loop (the clock switches to real time) until WM_QUIT: in the SDL2 viewer
+    // when a display exists, else headless, where it also ends once nothing can happen any
+    // more (no timer left to wait for). Returns the WM_QUIT exit code, or 0.
+    int Run();
 
 private:
     Desktop() = default;

@@ -116,4 +116,88 @@ TEST_F(Objects, SaveAndRestoreDcRestoreSelectionsAndAttributes) {
     DeleteDC(dc);
 }
 
+TEST_F(Objects, GetObjectSizesShortBuffersAndNullBuffers) {
+    HBITMAP bmp = CreateBitmap(3, 3, 1, 1, nullptr);
+    HBRUSH brush = CreateSolidBrush(RGB(4, 5, 6));
+    EXPECT_EQ(GetObjectW(bmp, 0, nullptr), static_cast<int>(sizeof(BITMAP)));
+    EXPECT_EQ(GetObjectW(brush, 0, nullptr), static_cast<int>(sizeof(LOGBRUSH)));
+    EXPECT_EQ(GetObjectW(GetStockObject(SYSTEM_FONT), 0, nullptr), static_cast<int>(sizeof(LOGFONTW)));
+    // Bitmaps and pens want the whole structure; brushes copy what fits.
+    BITMAP bm{};
+    EXPECT_EQ(GetObjectW(bmp, sizeof bm - 1, &bm), 0);
+    LOGPEN lp{};
+    EXPECT_EQ(GetObjectW(GetStockObject(NULL_PEN), sizeof lp - 1, &lp), 0);
+    EXPECT_EQ(GetObjectW(GetStockObject(NULL_PEN), sizeof lp + 8, &lp), static_cast<int>(sizeof lp));
+    EXPECT_EQ(lp.lopnStyle, static_cast<UINT>(PS_NULL));
+    EXPECT_EQ(lp.lopnWidth.x, 1) << "the stock NULL pen reports width 1, the others 0";
+    LOGBRUSH lb{99, 99, 99};
+    EXPECT_EQ(GetObjectW(brush, 4, &lb), 4);
+    EXPECT_EQ(lb.lbColor, 99u) << "only the first four bytes were written";
+    DeleteObject(bmp);
+    DeleteObject(brush);
+}
+
+// Zero sizes give the stock 1x1 monochrome bitmap, negative ones their magnitude.
+TEST_F(Objects, BitmapSizeEdgeCases) {
+    HDC screen = GetDC(nullptr);
+    HDC mem = CreateCompatibleDC(screen);
+    HGDIOBJ stock = GetCurrentObject(mem, OBJ_BITMAP);
+    EXPECT_EQ(CreateCompatibleBitmap(screen, 0, 5), stock);
+    EXPECT_EQ(CreateBitmap(0, 0, 0, 0, nullptr), stock);
+    HBITMAP neg = CreateCompatibleBitmap(screen, -3, 4);
+    BITMAP bm{};
+    ASSERT_EQ(GetObjectW(neg, sizeof bm, &bm), static_cast<int>(sizeof bm));
+    EXPECT_TRUE(bm.bmWidth == 3 && bm.bmHeight == 4 && bm.bmWidthBytes == 12);
+    EXPECT_EQ(CreateBitmap(2, 2, 2, 1, nullptr), nullptr) << "one plane only";
+    EXPECT_EQ(CreateBitmap(2, 2, 1, 33, nullptr), nullptr);
+    EXPECT_EQ(CreateBitmap(1 << 20, 1 << 20, 1, 32, nullptr), nullptr) << "refused, not allocated";
+    EXPECT_TRUE(DeleteObject(stock)) << "deleting the stock bitmap is a no-op";
+    DeleteObject(neg);
+    DeleteDC(mem);
+    ReleaseDC(nullptr, screen);
+}
+
+// Rows are WORD aligned, most significant bit first; a short buffer sets what it holds.
+TEST_F(Objects, BitmapBitsRoundTrip) {
+    const uint8_t mono[4] = {0xB1, 0x80, 0x7F, 0xC0};
+    HBITMAP m = CreateBitmap(10, 2, 1, 1, nullptr);
+    EXPECT_EQ(SetBitmapBits(m, sizeof mono, mono), 4);
+    uint8_t back[4] = {};
+    EXPECT_EQ(GetBitmapBits(m, sizeof back, back), 4);
+    EXPECT_TRUE(back[0] == 0xB1 && back[1] == 0x80 && back[2] == 0x7F && back[3] == 0xC0);
+    EXPECT_EQ(SetBitmapBits(m, 1, mono), 1);
+    EXPECT_EQ(SetBitmapBits(m, 4, nullptr), 0);
+    DeleteObject(m);
+}
+
+TEST_F(Objects, PixelsOutsideTheSurfaceOrTheClip) {
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HBITMAP bmp = CreateCompatibleBitmap(screen, 4, 3);
+    ReleaseDC(nullptr, screen);
+    HGDIOBJ old = SelectObject(dc, bmp);
+    EXPECT_EQ(GetPixel(dc, -1, 0), CLR_INVALID);
+    EXPECT_EQ(GetPixel(dc, 4, 0), CLR_INVALID);
+    EXPECT_EQ(SetPixel(dc, 4, 0, RGB(1, 2, 3)), RGB(1, 2, 3)) << "the colour is reported even when clipped";
+    IntersectClipRect(dc, 1, 1, 3, 2);
+    EXPECT_EQ(GetPixel(dc, 0, 0), CLR_INVALID);
+    SetPixel(dc, 0, 0, RGB(1, 2, 3));
+    SelectClipRgn(dc, nullptr);
+    EXPECT_EQ(GetPixel(dc, 0, 0), RGB(0, 0, 0)) << "not written outside the clip";
+    // A COLORREF top byte of 1 picks from the default palette (13 is red; out of range, 0).
+    EXPECT_EQ(SetPixel(dc, 2, 2, 0x0100000D), RGB(255, 0, 0));
+    EXPECT_EQ(SetPixel(dc, 2, 2, 0x01ABCDEF), RGB(0, 0, 0));
+    SelectObject(dc, old);
+    DeleteObject(bmp);
+    // On monochrome, SetPixel takes the nearer of black and white (pens do not).
+    HBITMAP m = CreateBitmap(1, 1, 1, 1, nullptr);
+    old = SelectObject(dc, m);
+    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(128, 128, 128)), RGB(255, 255, 255));
+    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(127, 127, 127)), RGB(0, 0, 0));
+    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(255, 0, 255)), RGB(255, 255, 255));
+    SelectObject(dc, old);
+    DeleteObject(m);
+    DeleteDC(dc);
+}
+
 }  // namespace

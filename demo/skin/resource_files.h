@@ -1,0 +1,19 @@
+// The resource script and header that make the generated skin loadable by identifier
+// (zel::LoadResourceModule + LoadBitmapW), as a device application's .rc would.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "skin/catalogue.h"
+
+namespace zel::demo {
+
+// resource.h: one "#define IDB_NAME id" per piece, identifiers from kFirstResourceId.
+std::string ResourceHeaderText(const std::vector<SkinPiece>& pieces);
+
+// default.rc: includes resource.h and names each bitmap relative to the script's folder,
+// in the script's own notation: IDB_NAME BITMAP "skin\\name.bmp".
+std::string ResourceScriptText(const std::vector<SkinPiece>& pieces);
+
+}  // namespace zel::demo

@@ -1,0 +1,139 @@
+// BitBlt: unstretched source-to-destination raster operations.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "gdi/raster.h"
+
+namespace zel::gdi {
+
+namespace {
+
+void ColorToMonoRow(const uint32_t* in, uint32_t* out, int n, uint32_t key, uint32_t) {
+    for (int i = 0; i < n; ++i) out[i] = in[i] == key ? 1u : 0u;
+}
+
+void MonoToColorRow(const uint32_t* in, uint32_t* out, int n, uint32_t fg, uint32_t bg) {
+    for (int i = 0; i < n; ++i) out[i] = (in[i] & 1) ? bg : fg;
+}
+
+RECT Intersect(const RECT& a, const RECT& b) {
+    return RECT{std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+                std::min(a.bottom, b.bottom)};
+}
+bool Empty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
+
+// How the rows of one blit are produced, chosen once per call.
+enum class RowMode {
+    kMove,     // SRCCOPY between equal formats: a memmove per row
+    kConvert,  // SRCCOPY between formats: convert straight into the destination
+    kRop,      // anything else: source row (converted if needed) through the ROP kernel
+};
+
+}  // namespace
+
+RowConverter::RowConverter(const DC& dst, const PixelBuffer& target, const DC& src, const PixelBuffer& source)
+    : source_(source) {
+    if (source.mono() == target.mono()) return;
+    if (target.mono()) {
+        // Compared as raw pixels: a 32-bpp pixel with a non-zero top byte never matches.
+        convert_ = &ColorToMonoRow;
+        a_ = ColorToPixel32(src.state.bkColor & 0xFFFFFF);
+    } else {
+        convert_ = &MonoToColorRow;
+        a_ = ColorToPixel(target, dst.state.textColor);
+        b_ = ColorToPixel(target, dst.state.bkColor);
+    }
+}
+
+void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop) {
+    PixelBuffer* t = dst.Target();
+    const PixelBuffer* s = src.Target();
+    if (!t || !s) return;
+    // Destination pixels whose source lies outside the source surface stay untouched.
+    RECT area = Intersect(device, RECT{-dx, -dy, s->width - dx, s->height - dy});
+    if (Empty(area)) return;
+
+    RopApplier applier(dst, rop);
+    if (applier.Skip()) return;
+    RowConverter conv(dst, *t, src, *s);
+    const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;
+
+    std::vector<RECT> rects;
+    for (const RECT& c : dst.ClipRects()) {
+        RECT r = Intersect(c, area);
+        if (!Empty(r)) rects.push_back(r);
+    }
+    std::vector<uint32_t> scratch(mode == RowMode::kRop ? static_cast<size_t>(t->width) : 0);
+    auto row = [&](const RECT& r, int y, bool stage) {
+        const int n = r.right - r.left;
+        uint32_t* d = t->row(y) + r.left;
+        switch (mode) {
+            case RowMode::kMove:
+                std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                break;
+            case RowMode::kConvert:
+                conv.Into(r.left + dx, y + dy, n, d);
+                break;
+            case RowMode::kRop: {
+                const uint32_t* in = conv.Row(r.left + dx, y + dy, n, scratch.data());
+                if (stage) {
+                    std::memmove(scratch.data(), in, static_cast<size_t>(n) * sizeof *in);
+                    in = scratch.data();
+                }
+                applier.Apply(d, in, r.left, y, n);
+                break;
+            }
+        }
+    };
+
+    if (t != s) {
+        for (const RECT& r : rects)
+            for (int y = r.top; y < r.bottom; ++y) row(r, y, false);
+        return;
+    }
+    // On one surface, work away from the side the source lies on so that every source pixel
+    // is read before it is overwritten: rows bottom-up when the source is above; on the same
+    // rows, right to left when it is to the left, staging each row (memmove for copies).
+    // Rows go across all clip rectangles at once, since one rectangle may read another's.
+    const bool upward = dy < 0, leftward = dy == 0 && dx < 0;
+    if (upward || leftward) std::reverse(rects.begin(), rects.end());
+    const int rows = area.bottom - area.top;
+    for (int i = 0; i < rows; ++i) {
+        const int y = upward ? area.bottom - 1 - i : area.top + i;
+        for (const RECT& r : rects)
+            if (y >= r.top && y < r.bottom) row(r, y, dy == 0);
+    }
+}
+
+}  // namespace zel::gdi
+
+using namespace zel::gdi;
+
+namespace {
+constexpr int64_t kFarOffset = int64_t{1} << 29;
+}  // namespace
+
+extern "C" {
+
+BOOL BitBlt(HDC hdcDst, int x, int y, int cx, int cy, HDC hdcSrc, int x1, int y1, DWORD rop) {
+    DC* dst = LookupDC(hdcDst);
+    if (!dst) return FALSE;
+    // Without a source the call is a PatBlt; the source DC is not even looked at.
+    if (!RopUsesSource(rop)) return PatBlt(hdcDst, x, y, cx, cy, rop);
+    DC* src = LookupDC(hdcSrc);
+    if (!src) return FALSE;
+    // Equal signs never mirror: a negative extent just names the rectangle from its other
+    // edge, [x + cx, x), on both surfaces.
+    int64_t dl = x, sl = x1, dt = y, st = y1, w = cx, h = cy;
+    if (w < 0) dl += w, sl += w, w = -w;
+    if (h < 0) dt += h, st += h, h = -h;
+    // Source offset in surface units; one beyond any surface size leaves nothing to copy.
+    int64_t dx = sl + src->origin.x - (dl + dst->origin.x), dy = st + src->origin.y - (dt + dst->origin.y);
+    if (std::abs(dx) > kFarOffset || std::abs(dy) > kFarOffset) return TRUE;
+    BlitCore(*dst, *src, DeviceRect(*dst, dl, dt, dl + w, dt + h), static_cast<int>(dx), static_cast<int>(dy),
+             RopIndex(rop));
+    return TRUE;
+}
+
+}  // extern "C"

@@ -1,0 +1,326 @@
+// Window geometry and state: rectangles and coordinate mapping, visible regions,
+// SetWindowPos / MoveWindow / ShowWindow, EnableWindow and window regions.
+#include <algorithm>
+
+#include "gdi/dc.h"
+#include "user/wndmgr.h"
+
+namespace zel::user {
+
+namespace {
+
+void Subtract(PixRegion& from, const PixRegion& what) {
+    pixman_region32_subtract(from.get(), from.get(), what.mut());
+}
+
+bool ActivatingShow(int cmd) {
+    return cmd != SW_SHOWNOACTIVATE && cmd != SW_SHOWNA && cmd != SW_SHOWMINNOACTIVE;
+}
+
+// Where SetWindowPos's insert-after handle puts the window in its sibling list (computed
+// with the window already removed from it). nullopt = the handle is not a sibling.
+std::optional<size_t> ZTarget(Window* w, HWND after) {
+    std::vector<Window*> sibs = Siblings(w);
+    sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
+    if (after == HWND_TOP || after == HWND_TOPMOST || after == HWND_NOTOPMOST) return TopIndexFor(w);
+    if (after == HWND_BOTTOM) return sibs.size();
+    Window* a = Get(after);
+    auto it = std::find(sibs.begin(), sibs.end(), a);
+    if (!a || it == sibs.end()) return std::nullopt;
+    return static_cast<size_t>(it - sibs.begin()) + 1;
+}
+
+size_t IndexOf(Window* w) {
+    std::vector<Window*>& sibs = Siblings(w);
+    return static_cast<size_t>(std::find(sibs.begin(), sibs.end(), w) - sibs.begin());
+}
+
+// Drops from the flags whatever would change nothing, as Windows does before notifying.
+void NormaliseFlags(Window* w, WINDOWPOS& wp) {
+    if (wp.flags & SWP_NOMOVE) {
+        wp.x = w->rect.left;
+        wp.y = w->rect.top;
+    }
+    if (wp.flags & SWP_NOSIZE) {
+        wp.cx = w->Width();
+        wp.cy = w->Height();
+    }
+    wp.cx = std::max(wp.cx, 0);
+    wp.cy = std::max(wp.cy, 0);
+    if (wp.x == w->rect.left && wp.y == w->rect.top) wp.flags |= SWP_NOMOVE;
+    if (wp.cx == w->Width() && wp.cy == w->Height()) wp.flags |= SWP_NOSIZE;
+    bool visible = (w->style & WS_VISIBLE) != 0;
+    if (visible) wp.flags &= ~SWP_SHOWWINDOW;
+    if (!visible) wp.flags &= ~SWP_HIDEWINDOW;
+    if (!(wp.flags & SWP_NOZORDER)) {
+        bool topmostChange = !w->parent && ((wp.hwndInsertAfter == HWND_TOPMOST) != !!(w->exStyle & WS_EX_TOPMOST)) &&
+                             (wp.hwndInsertAfter == HWND_TOPMOST || wp.hwndInsertAfter == HWND_NOTOPMOST);
+        std::optional<size_t> target = ZTarget(w, wp.hwndInsertAfter);
+        if (!topmostChange && (!target || *target == IndexOf(w))) wp.flags |= SWP_NOZORDER;
+    }
+}
+
+void ApplyZOrder(Window* w, HWND after) {
+    if (!w->parent && after == HWND_TOPMOST) w->exStyle |= WS_EX_TOPMOST;
+    if (!w->parent && after == HWND_NOTOPMOST) w->exStyle &= ~WS_EX_TOPMOST;
+    if (std::optional<size_t> target = ZTarget(w, after)) Restack(w, *target);
+}
+
+}  // namespace
+
+PixRegion Shape(const Window* w) {
+    RECT r = ScreenRect(w);
+    PixRegion s(r);
+    if (w->shape) {
+        PixRegion t = *w->shape;
+        t.translate(r.left, r.top);
+        s.intersect(t);
+    }
+    return s;
+}
+
+// What a window may paint on the screen: its shape, inside every ancestor's shape, minus
+// the visible siblings above it and above each ancestor, minus its visible children.
+PixRegion VisibleRegion(const Window* w) {
+    if (!w || !Visible(w) || w == State().desktop) return PixRegion();
+    PixRegion rgn = Shape(w);
+    rgn.intersect(PixRegion(RECT{0, 0, gdi::Screen().width, gdi::Screen().height}));
+    for (const Window* x = w; x; x = x->parent) {
+        if (x != w) rgn.intersect(Shape(x));
+        for (const Window* s : Siblings(const_cast<Window*>(x))) {
+            if (s == x) break;
+            if (s->style & WS_VISIBLE) Subtract(rgn, Shape(s));
+        }
+    }
+    for (const Window* c : w->children)
+        if (c->style & WS_VISIBLE) Subtract(rgn, Shape(c));
+    return rgn;
+}
+
+// Raises a top-level window (with the windows it owns above it) to the top of its group.
+void BringToTop(Window* top) {
+    if (!top || top->parent) return;
+    std::vector<Window*> owned;
+    for (Window* t : State().desktop->children)
+        if (t->owner == top) owned.push_back(t);
+    std::vector<const Window*> subjects(owned.begin(), owned.end());
+    subjects.push_back(top);
+    ExposureSnapshot snapshot(std::move(subjects));
+    Restack(top, TopIndexFor(top));
+    for (auto it = owned.rbegin(); it != owned.rend(); ++it) Restack(*it, TopIndexFor(*it));
+    snapshot.Apply();
+}
+
+}  // namespace zel::user
+
+using namespace zel::user;
+
+extern "C" {
+
+BOOL GetClientRect(HWND hwnd, LPRECT rect) {
+    Window* w = hwnd ? Get(hwnd) : nullptr;
+    if (!w || !rect) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return FALSE;
+    }
+    if (w == Desktop()) w = Desktop();
+    *rect = w->ClientRect();
+    return TRUE;
+}
+
+BOOL GetWindowRect(HWND hwnd, LPRECT rect) {
+    Window* w = hwnd ? Get(hwnd) : nullptr;
+    if (!w || !rect) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return FALSE;
+    }
+    if (w == Desktop()) w = Desktop();
+    *rect = ScreenRect(w);
+    return TRUE;
+}
+
+BOOL ClientToScreen(HWND hwnd, LPPOINT pt) {
+    Window* w = Get(hwnd);
+    if (!w || !pt) return FALSE;
+    POINT o = ScreenOrigin(w);
+    pt->x += o.x;
+    pt->y += o.y;
+    return TRUE;
+}
+
+BOOL ScreenToClient(HWND hwnd, LPPOINT pt) {
+    Window* w = Get(hwnd);
+    if (!w || !pt) return FALSE;
+    POINT o = ScreenOrigin(w);
+    pt->x -= o.x;
+    pt->y -= o.y;
+    return TRUE;
+}
+
+// NULL stands for the screen. The result packs the horizontal offset in the low word and
+// the vertical one in the high word; 0 with an invalid handle.
+int MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count) {
+    Window* f = from ? Get(from) : nullptr;
+    Window* t = to ? Get(to) : nullptr;
+    if ((from && !f) || (to && !t)) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return 0;
+    }
+    POINT a = f ? ScreenOrigin(f) : POINT{0, 0};
+    POINT b = t ? ScreenOrigin(t) : POINT{0, 0};
+    int dx = a.x - b.x, dy = a.y - b.y;
+    for (UINT i = 0; points && i < count; ++i) {
+        points[i].x += dx;
+        points[i].y += dy;
+    }
+    return MAKELONG(dx, dy);
+}
+
+BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UINT flags) {
+    Busy busy;
+    Window* w = Get(hwnd);
+    if (!w || w == Desktop()) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return FALSE;
+    }
+    WINDOWPOS wp{hwnd, insertAfter, x, y, cx, cy, flags};
+    NormaliseFlags(w, wp);
+    const UINT kNothing = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER;
+    if ((wp.flags & kNothing) == kNothing && !(wp.flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED))) {
+        if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w) && !(w->style & WS_DISABLED)) Activate(w);
+        return TRUE;
+    }
+
+    Send(w, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&wp));
+    if (!(w = Get(hwnd))) return FALSE;
+    NormaliseFlags(w, wp);  // the handler may have changed the position or the flags
+
+    bool redraw = !(wp.flags & SWP_NOREDRAW);
+    std::optional<ExposureSnapshot> snapshot;
+    if (redraw) snapshot.emplace(std::vector<const Window*>{w});
+    RECT old = w->rect;
+    w->rect = RECT{wp.x, wp.y, wp.x + wp.cx, wp.y + wp.cy};
+    if (!(wp.flags & SWP_NOZORDER)) ApplyZOrder(w, wp.hwndInsertAfter);
+    if (wp.flags & SWP_SHOWWINDOW) w->style |= WS_VISIBLE;
+    if (wp.flags & SWP_HIDEWINDOW) w->style &= ~WS_VISIBLE;
+    bool moved = old.left != w->rect.left || old.top != w->rect.top;
+    bool sized = (old.right - old.left) != w->Width() || (old.bottom - old.top) != w->Height();
+
+    if (redraw) {
+        snapshot->Apply();
+        // Nothing is copied on the screen: a moved, resized or newly shown window is
+        // repainted whole, children included.
+        if (moved || sized || (wp.flags & SWP_SHOWWINDOW)) InvalidateTree(w, true);
+        EraseNow(w->parent ? w->parent : w);
+    } else {
+        RefreshWindowDCs();
+    }
+    if (!(w = Get(hwnd))) return TRUE;
+    if (!Visible(w)) ClearUpdateTree(w);
+    if (wp.flags & SWP_HIDEWINDOW) AfterHide(w);
+    if (!(w = Get(hwnd))) return TRUE;
+    if (!(flags & SWP_NOACTIVATE) && !w->parent && Visible(w) && !(w->style & WS_DISABLED)) Activate(w);
+    if (!(w = Get(hwnd))) return TRUE;
+
+    if (!moved) wp.flags |= kNoClientMove;
+    if (!sized) wp.flags |= kNoClientSize;
+    Send(w, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&wp));
+    return TRUE;
+}
+
+BOOL MoveWindow(HWND hwnd, int x, int y, int width, int height, BOOL repaint) {
+    return SetWindowPos(hwnd, nullptr, x, y, width, height,
+                        SWP_NOZORDER | SWP_NOACTIVATE | (repaint ? 0 : SWP_NOREDRAW));
+}
+
+// Returns whether the window was visible before. Minimising does not exist here: every
+// command but SW_HIDE shows.
+BOOL ShowWindow(HWND hwnd, int cmd) {
+    Busy busy;
+    Window* w = Get(hwnd);
+    if (!w || w == Desktop()) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return FALSE;
+    }
+    bool was = (w->style & WS_VISIBLE) != 0;
+    bool show = cmd != SW_HIDE;
+    if (show == was) return was;
+    Send(w, WM_SHOWWINDOW, show ? TRUE : FALSE, 0);
+    if (!(w = Get(hwnd))) return was;
+    UINT swp = SWP_NOMOVE | SWP_NOSIZE | (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+    if (w->parent || !show || !ActivatingShow(cmd) || (w->exStyle & WS_EX_NOACTIVATE))
+        swp |= SWP_NOACTIVATE | SWP_NOZORDER;
+    SetWindowPos(hwnd, HWND_TOP, 0, 0, 0, 0, swp);
+    return was;
+}
+
+BOOL EnableWindow(HWND hwnd, BOOL enable) {
+    Busy busy;
+    Window* w = Get(hwnd);
+    if (!w || w == Desktop()) {
+        SetLastError(kErrorInvalidWindowHandle);
+        return FALSE;
+    }
+    bool wasDisabled = (w->style & WS_DISABLED) != 0;
+    if (enable && wasDisabled) {
+        w->style &= ~WS_DISABLED;
+        Send(w, WM_ENABLE, TRUE, 0);
+    } else if (!enable && !wasDisabled) {
+        // Modes (capture, tracking) end before the window stops taking input; a disabled
+        // window cannot keep the focus.
+        Send(w, WM_CANCELMODE, 0, 0);
+        if (!(w = Get(hwnd))) return FALSE;
+        w->style |= WS_DISABLED;
+        Window* focus = Get(State().focus);
+        if (focus && (focus == w || IsInside(w, focus))) SetFocus(nullptr);
+        if ((w = Get(hwnd))) Send(w, WM_ENABLE, FALSE, 0);
+    }
+    return wasDisabled;
+}
+
+// The window takes the region over: it keeps a copy and deletes the caller's handle, so
+// the region must not be used after a successful call (Win32 ownership rule).
+int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
+    Busy busy;
+    Window* w = Get(hwnd);
+    zel::gdi::Region* r = hrgn ? zel::gdi::LookupRegion(hrgn) : nullptr;
+    if (!w || w == Desktop() || (hrgn && !r)) {
+        SetLastError(w ? kErrorInvalidParameter : kErrorInvalidWindowHandle);
+        return 0;
+    }
+    UINT flags = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED |
+                 (redraw ? 0 : SWP_NOREDRAW);
+    WINDOWPOS wp{hwnd, nullptr, w->rect.left, w->rect.top, w->Width(), w->Height(), flags};
+    std::optional<PixRegion> shape;
+    if (r) shape = r->rgn;
+    DeleteObject(hrgn);
+    Send(w, WM_WINDOWPOSCHANGING, 0, reinterpret_cast<LPARAM>(&wp));
+    if (!(w = Get(hwnd))) return 0;
+
+    std::optional<ExposureSnapshot> snapshot;
+    if (redraw) snapshot.emplace(std::vector<const Window*>{w});
+    w->shape = std::move(shape);
+    if (redraw) {
+        snapshot->Apply();
+        // The frame changed: the window gets a WM_PAINT even when nothing of its client
+        // area became invalid.
+        if (Visible(w)) w->internalPaint = true;
+        EraseNow(w->parent ? w->parent : w);
+    } else {
+        RefreshWindowDCs();
+    }
+    if (!(w = Get(hwnd))) return 1;
+    wp.flags |= kNoClientMove | kNoClientSize;
+    Send(w, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&wp));
+    return 1;
+}
+
+int GetWindowRgn(HWND hwnd, HRGN hrgn) {
+    Window* w = Get(hwnd);
+    zel::gdi::Region* r = zel::gdi::LookupRegion(hrgn);
+    if (!w || !r || !w->shape) return ERROR;
+    r->rgn = *w->shape;
+    return zel::gdi::RegionType(r->rgn);
+}
+
+}  // extern "C"

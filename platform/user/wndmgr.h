@@ -1,0 +1,204 @@
+// The window manager's internal model: windows, classes, the tree, and the services the
+// USER sources share (painting, window DCs, timers, input, the queue).
+//
+// Rules every source here follows:
+// - Window* pointers never outlive a call into a window procedure unchecked: after any Send,
+//   re-fetch with Get(handle) (a destroyed window no longer resolves). The memory of a
+//   destroyed window is kept until the outermost USER call returns (see Busy), so a stale
+//   pointer is never a crash, only a window to stop working on.
+// - Coordinates: Window::rect is relative to the parent's client area (screen for top-level
+//   windows). Windows have no non-client area, so client and window origins coincide.
+// - Every window clips its children and the siblings above it (the CE painting model).
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "gdi/handle_table.h"
+#include "gdi/objects.h"
+
+namespace zel::user {
+
+using gdi::PixRegion;
+
+// Private state of a system class control (BUTTON, STATIC), owned by its window.
+struct ControlData {
+    virtual ~ControlData() = default;
+};
+
+struct WindowClass {
+    std::wstring name;
+    ATOM atom = 0;
+    UINT style = 0;
+    WNDPROC proc = nullptr;
+    int wndExtra = 0;
+    HINSTANCE instance = nullptr;
+    HICON icon = nullptr;
+    HCURSOR cursor = nullptr;
+    HBRUSH background = nullptr;  // a brush, or COLOR_xxx + 1
+    std::vector<BYTE> extra;      // cbClsExtra bytes
+    int windows = 0;              // live windows of this class
+    bool system = false;
+};
+
+struct Window {
+    HWND handle = nullptr;
+    std::shared_ptr<WindowClass> cls;
+    WNDPROC proc = nullptr;
+    DWORD style = 0, exStyle = 0;
+    Window* parent = nullptr;       // WS_CHILD windows; nullptr for top-level windows
+    Window* owner = nullptr;        // top-level windows created with a parent handle
+    std::vector<Window*> children;  // z-order, topmost first
+    RECT rect{};                    // in the parent's client coordinates
+    UINT_PTR id = 0;                // control id (the menu parameter)
+    LONG_PTR userData = 0;
+    HINSTANCE instance = nullptr;
+    std::wstring text;
+    std::vector<BYTE> extra;        // cbWndExtra bytes
+    std::optional<PixRegion> shape; // SetWindowRgn, window coordinates
+    PixRegion update;               // client coordinates
+    bool erase = false;             // the update region still needs WM_ERASEBKGND
+    bool eraseDeclined = false;     // an early WM_ERASEBKGND returned 0: BeginPaint reports fErase
+    bool internalPaint = false;     // WM_PAINT is due although nothing is invalid
+    bool destroying = false;        // DestroyWindow has started on it
+    std::unique_ptr<ControlData> control;
+
+    int Width() const { return rect.right - rect.left; }
+    int Height() const { return rect.bottom - rect.top; }
+    RECT ClientRect() const { return RECT{0, 0, Width(), Height()}; }
+};
+
+struct UserState {
+    detail::HandleTable<Window> table;
+    Window* desktop = nullptr;  // the root; its children are the top-level windows
+    HWND focus = nullptr, active = nullptr, capture = nullptr;
+    std::vector<std::unique_ptr<Window>> graveyard;
+    int busy = 0;
+};
+UserState& State();
+
+// A live window (also while it is being destroyed), or nullptr.
+Window* Get(HWND hwnd);
+Window* Desktop();
+inline HWND H(const Window* w) { return w ? w->handle : nullptr; }
+
+// Scope of a USER call that may reach window procedures: destroyed windows stay in memory
+// until the outermost scope ends.
+class Busy {
+public:
+    Busy();
+    ~Busy();
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
+// ---- tree and geometry (window.cpp, winpos.cpp) ----
+std::vector<Window*>& Siblings(Window* w);  // the parent's children, or the top-level list
+Window* TopLevel(Window* w);
+bool IsInside(const Window* ancestor, const Window* w);  // w is a descendant of ancestor
+POINT ScreenOrigin(const Window* w);
+RECT ScreenRect(const Window* w);
+bool Visible(const Window* w);           // it and every ancestor have WS_VISIBLE
+PixRegion Shape(const Window* w);        // screen coordinates: rect ∩ window region
+PixRegion VisibleRegion(const Window* w);  // screen coordinates, children and covering windows removed
+void PreOrder(Window* root, std::vector<HWND>& out);  // root first, then children in z-order
+bool MatchesFilter(HWND filter, HWND target);  // the hwnd filter of PeekMessage
+
+// Unlinks a window from its sibling list and inserts it at `index` (clamped; 0 = top).
+void Restack(Window* w, size_t index);
+// Where a top-level window goes when raised: above everything but WS_EX_TOPMOST windows
+// (unless it is topmost itself).
+size_t TopIndexFor(const Window* w);
+// Raises a top-level window and the windows it owns, repainting what they uncover.
+void BringToTop(Window* top);
+
+// ---- painting (painting.cpp) ----
+void Invalidate(Window* w, const PixRegion* clientArea, bool erase);  // nullptr = whole client
+void InvalidateTree(Window* w, bool erase);                            // w and all descendants
+void Validate(Window* w, const PixRegion* clientArea);
+void ClearUpdateTree(Window* w);  // a hidden subtree has nothing pending
+bool NeedsPaint(const Window* w);
+Window* FindPaintWindow(HWND filter);
+// Sends WM_ERASEBKGND now to windows of the subtree with a pending erase; a window that
+// still has to paint keeps its children waiting for their own BeginPaint.
+void EraseNow(Window* w);
+
+// Records what the windows around `subjects` show, so that after the subjects change
+// (move, resize, show, hide, restack, reshape) the parts that became visible can be
+// invalidated and the bare desktop repainted. Only the subjects may change in between:
+// then nothing outside their former rectangles can have been uncovered.
+class ExposureSnapshot {
+public:
+    explicit ExposureSnapshot(std::vector<const Window*> subjects);
+    void Apply();
+
+private:
+    std::vector<const Window*> subjects_;
+    RECT bounds_{};  // screen: the union of the subjects' former rectangles
+    std::vector<std::pair<HWND, PixRegion>> windows_;
+    PixRegion desktop_;
+};
+void PaintDesktop(const PixRegion& screenArea);
+
+// ---- window DCs (window_dc.cpp) ----
+HDC NewWindowDC(Window* w, const PixRegion* clientClip);
+BOOL ReleaseWindowDC(HDC dc);
+void RefreshWindowDCs();
+
+// ---- messages (queue.cpp) ----
+LRESULT Send(Window* w, UINT msg, WPARAM wParam, LPARAM lParam);
+void PurgePosted(HWND hwnd);
+void PurgePostedTimer(HWND hwnd, UINT_PTR id);
+void ResetQueue();
+// Retrieves and dispatches one message through the pre-translate hook. False when the
+// queue is empty; a retrieved WM_QUIT is stored in *quit and not dispatched.
+bool PumpOne(MSG* quit);
+
+// ---- timers (timer.cpp) ----
+std::optional<MSG> TakeDueTimer(HWND filter, bool remove);
+std::optional<DWORD> NextTimerDue();
+bool TimerProcRegistered(HWND hwnd, UINT_PTR id, TIMERPROC proc);
+void KillWindowTimers(HWND hwnd);
+void KillAllTimers();
+
+// ---- input, focus, capture, activation (input.cpp) ----
+enum class PointerKind { kDown, kUp, kMove };
+void QueuePointer(PointerKind kind, POINT screen);
+void QueueKey(UINT vk, bool down);
+std::optional<MSG> TakeInput(HWND filter, UINT first, UINT last, bool remove);
+void ResetInput(UINT doubleClickMs);
+void Activate(Window* top);
+void AfterHide(Window* w);      // focus and activation leave a window that was hidden
+void ForgetWindow(Window* w);   // a destroyed window silently loses capture, focus, activation
+bool StylusDown();
+POINT CursorPos();
+
+// ---- classes and system classes ----
+std::shared_ptr<WindowClass> FindClass(LPCWSTR name);
+void RegisterSystemClasses();
+LRESULT CALLBACK ButtonProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK StaticProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+
+// ---- system parameters (sysparams.cpp) ----
+HBRUSH ResolveBrush(HBRUSH brushOrColorIndex);  // COLOR_xxx + 1 becomes the system brush
+COLORREF DesktopColor();
+
+// SetWindowPos flags the window manager computes: the client area did not move / resize.
+constexpr UINT kNoClientSize = 0x0800;
+constexpr UINT kNoClientMove = 0x1000;
+
+// Last-error values set by the USER calls.
+constexpr DWORD kErrorInvalidWindowHandle = 1400;
+constexpr DWORD kErrorInvalidIndex = 1413;
+constexpr DWORD kErrorClassAlreadyExists = 1410;
+constexpr DWORD kErrorClassDoesNotExist = 1411;
+constexpr DWORD kErrorClassHasWindows = 1412;
+constexpr DWORD kErrorCannotFindWndClass = 1407;
+constexpr DWORD kErrorTlwWithWschild = 1406;
+constexpr DWORD kErrorInvalidParameter = 87;
+
+}  // namespace zel::user

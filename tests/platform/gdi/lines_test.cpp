@@ -1,0 +1,165 @@
+// LineTo / Polyline: end points, rounding of slanted lines, clipping, wide pens, dashes,
+// mix modes and pens on monochrome surfaces.
+#include <algorithm>
+#include <functional>
+
+#include "shape_canvas.h"
+#include "support/leak_check.h"
+
+namespace {
+
+using namespace zel::test;
+using Lines = LeakChecked;
+
+void Line(HDC dc, int x0, int y0, int x1, int y1) {
+    MoveToEx(dc, x0, y0, nullptr);
+    LineTo(dc, x1, y1);
+}
+
+Ink DrawLine(int x0, int y0, int x1, int y1) {
+    Canvas c(17, 17);
+    SelectObject(c.dc(), GetStockObject(BLACK_PEN));
+    Line(c.dc(), x0, y0, x1, y1);
+    return c.Pixels();
+}
+
+TEST_F(Lines, EndPointIsExcludedAndBecomesThePosition) {
+    Canvas c(9, 6);
+    Selected s(c.dc(), Pen(RGB(0, 0, 0)), NullBrush());
+    Line(c.dc(), 1, 1, 7, 4);  // slope 1/2: each tie goes to the smaller row
+    POINT pos{};
+    GetCurrentPositionEx(c.dc(), &pos);
+    EXPECT_TRUE(pos.x == 7 && pos.y == 4);
+    EXPECT_EQ(c.Picture(), ".........\n.##......\n...##....\n.....##..\n.........\n.........\n");
+    EXPECT_FALSE(LineTo(nullptr, 1, 1));
+}
+
+// In every octant: one pixel per step along the major axis, and a line and its reverse
+// cover the same pixels apart from which end is excluded.
+TEST_F(Lines, ReversedLinesCoverTheSamePixels) {
+    const POINT deltas[] = {{6, 3}, {3, 6}, {-3, 6}, {-6, 3}, {-6, -3}, {-3, -6}, {3, -6}, {6, -3},
+                            {5, 5}, {-5, 5}, {7, 0}, {0, -7}, {4, 1}, {-1, 4}, {7, 2}, {-2, -7}};
+    for (POINT d : deltas) {
+        const int ax = 8, ay = 8, bx = ax + d.x, by = ay + d.y;
+        Ink forward = DrawLine(ax, ay, bx, by), backward = DrawLine(bx, by, ax, ay);
+        EXPECT_EQ(forward.size(), static_cast<size_t>(std::max(std::abs(d.x), std::abs(d.y)))) << d.x << "," << d.y;
+        forward.insert({bx, by});
+        backward.insert({ax, ay});
+        EXPECT_EQ(forward, backward) << d.x << "," << d.y;
+    }
+}
+
+// Clipping (several clip rectangles, end points far outside) keeps exactly the unclipped
+// pixels, each drawn once: an XOR pen would cancel a pixel drawn twice.
+TEST_F(Lines, ClippingKeepsTheUnclippedPixels) {
+    const RECT lines[] = {{-40, -25, 60, 40}, {15, -100, 3, 100}, {-1000, 5, 1000, 5}, {20, 11, -5, 0}};
+    for (const RECT& l : lines) {
+        Canvas full(16, 12, false, 0), clipped(16, 12, false, 0);
+        Selected a(full.dc(), Pen(RGB(255, 255, 255)), NullBrush());
+        Selected b(clipped.dc(), Pen(RGB(255, 255, 255)), NullBrush());
+        SetROP2(clipped.dc(), R2_XORPEN);
+        IntersectClipRect(clipped.dc(), 2, 1, 14, 10);
+        ExcludeClipRect(clipped.dc(), 6, 4, 9, 6);
+        HRGN clip = CreateRectRgn(0, 0, 0, 0);
+        GetClipRgn(clipped.dc(), clip);
+        Line(full.dc(), l.left, l.top, l.right, l.bottom);
+        Line(clipped.dc(), l.left, l.top, l.right, l.bottom);
+        SelectClipRgn(clipped.dc(), nullptr);
+        for (int y = 0; y < 12; ++y)
+            for (int x = 0; x < 16; ++x)
+                EXPECT_EQ(GetPixel(clipped.dc(), x, y), PtInRegion(clip, x, y) ? GetPixel(full.dc(), x, y) : 0)
+                    << l.left << "," << l.top << " at " << x << "," << y;
+        DeleteObject(clip);
+    }
+}
+
+// Wide pens: the odd extra row of the body goes up/left; round caps are centred on both
+// end points, so the end point is drawn; a zero-length line is just the cap.
+TEST_F(Lines, WidePensHaveRoundCapsOnBothEnds) {
+    const struct {
+        int width;
+        RECT line;
+        int w, h;
+        const char* picture;
+    } cases[] = {
+        {2, {3, 2, 8, 2}, 12, 4, "............\n..#######...\n..#######...\n............\n"},
+        {2, {2, 1, 2, 4}, 5, 6, ".##..\n.##..\n.##..\n.##..\n.##..\n.....\n"},
+        {3, {3, 3, 8, 3}, 12, 6, "............\n............\n...######...\n..########..\n...######...\n............\n"},
+        {3, {3, 3, 3, 3}, 7, 6, ".......\n.......\n...#...\n..###..\n...#...\n.......\n"},
+    };
+    for (const auto& t : cases) {
+        Canvas c(t.w, t.h);
+        Selected s(c.dc(), Pen(RGB(0, 0, 0), t.width), NullBrush());
+        Line(c.dc(), t.line.left, t.line.top, t.line.right, t.line.bottom);
+        EXPECT_EQ(c.Picture(), t.picture);
+    }
+}
+
+// PS_DASH runs 18 on, 6 off, carried on round polyline vertices; gaps take the background
+// colour only in OPAQUE mode. Polyline leaves the current position alone.
+TEST_F(Lines, DashedPenGapsAndPolylines) {
+    Canvas c(21, 11);
+    Selected s(c.dc(), Pen(RGB(0, 0, 0), 1, PS_DASH), NullBrush());
+    const POINT path[] = {{0, 0}, {20, 0}, {20, 10}};
+    EXPECT_TRUE(Polyline(c.dc(), path, 3));
+    std::string column;
+    for (int y = 0; y < 11; ++y) column += Canvas::Glyph(GetPixel(c.dc(), 20, y));
+    EXPECT_EQ(c.Picture().substr(0, 22), std::string(18, '#') + "ooo\n");
+    EXPECT_EQ(column, "oooo######.");
+    SetBkMode(c.dc(), TRANSPARENT);
+    c.Fill(kSentinel);
+    Polyline(c.dc(), path, 3);
+    EXPECT_EQ(c.Picture().substr(0, 22), std::string(18, '#') + "...\n");
+    POINT pos{};
+    GetCurrentPositionEx(c.dc(), &pos);
+    EXPECT_TRUE(pos.x == 0 && pos.y == 0);
+    EXPECT_FALSE(Polyline(c.dc(), path, 1));
+}
+
+TEST_F(Lines, EveryMixModeCombinesPenAndDestination) {
+    const COLORREF P = RGB(0x3C, 0x5A, 0x66), D = RGB(0x0F, 0x33, 0xA5);
+    using F = std::function<COLORREF(COLORREF, COLORREF)>;
+    const F expect[16] = {
+        [](COLORREF, COLORREF) { return 0u; },            [](COLORREF p, COLORREF d) { return ~(p | d); },
+        [](COLORREF p, COLORREF d) { return ~p & d; },    [](COLORREF p, COLORREF) { return ~p; },
+        [](COLORREF p, COLORREF d) { return p & ~d; },    [](COLORREF, COLORREF d) { return ~d; },
+        [](COLORREF p, COLORREF d) { return p ^ d; },     [](COLORREF p, COLORREF d) { return ~(p & d); },
+        [](COLORREF p, COLORREF d) { return p & d; },     [](COLORREF p, COLORREF d) { return ~(p ^ d); },
+        [](COLORREF, COLORREF d) { return d; },           [](COLORREF p, COLORREF d) { return ~p | d; },
+        [](COLORREF p, COLORREF) { return p; },           [](COLORREF p, COLORREF d) { return p | ~d; },
+        [](COLORREF p, COLORREF d) { return p | d; },     [](COLORREF, COLORREF) { return 0xFFFFFFu; },
+    };  // R2_BLACK .. R2_WHITE
+    for (int rop2 = R2_BLACK; rop2 <= R2_WHITE; ++rop2) {
+        Canvas c(2, 1, false, D);
+        Selected s(c.dc(), Pen(P), NullBrush());
+        SetROP2(c.dc(), rop2);
+        Line(c.dc(), 0, 0, 1, 0);
+        EXPECT_EQ(GetPixel(c.dc(), 0, 0), expect[rop2 - 1](P, D) & 0xFFFFFF) << "R2 code " << rop2;
+    }
+    Canvas c(1, 1);
+    EXPECT_EQ(SetROP2(c.dc(), 17), 0);
+    EXPECT_EQ(GetROP2(c.dc()), R2_COPYPEN);
+}
+
+// A pen on monochrome is not "nearest colour": exact black and white keep their pixel,
+// the background colour keeps the background's, any other colour gets the opposite.
+TEST_F(Lines, PenColoursOnMonochromeDependOnTheBackground) {
+    const struct {
+        COLORREF pen, bk;
+        bool white;
+    } cases[] = {
+        {RGB(0, 0, 0), RGB(255, 255, 255), false},       {RGB(128, 128, 128), RGB(255, 255, 255), false},
+        {RGB(200, 200, 200), RGB(200, 200, 200), true},  {RGB(128, 128, 128), RGB(200, 200, 200), false},
+        {RGB(255, 0, 0), RGB(255, 0, 0), false},         {RGB(0, 0, 255), RGB(255, 0, 0), true},
+        {RGB(255, 255, 255), RGB(255, 0, 0), true},
+    };
+    for (const auto& t : cases) {
+        Canvas c(3, 1, true, t.white ? RGB(0, 0, 0) : RGB(255, 255, 255));
+        Selected s(c.dc(), Pen(t.pen), NullBrush());
+        SetBkColor(c.dc(), t.bk);
+        Line(c.dc(), 0, 0, 3, 0);
+        EXPECT_EQ(c.Picture(), t.white ? "ooo\n" : "###\n") << std::hex << t.pen << " on bk " << t.bk;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+// A memory DC with its own bitmap for raster tests, with raw pixel access.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "gdi/objects.h"
+
+namespace zel::test {
+
+// Fence colour around every target area: anything drawn outside shows up.
+constexpr uint32_t kSentinel = 0x00AAAAAA;
+
+class Canvas {
+public:
+    // 32-bpp (compatible with the screen) or 1-bpp, every pixel raw `fill`.
+    Canvas(int w, int h, bool mono = false, uint32_t fill = kSentinel) : w_(w), h_(h) {
+        HDC screen = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen);
+        bmp_ = mono ? CreateBitmap(w, h, 1, 1, nullptr) : CreateCompatibleBitmap(screen, w, h);
+        ReleaseDC(nullptr, screen);
+        old_ = SelectObject(dc_, bmp_);
+        Fill(fill);
+    }
+    ~Canvas() {
+        SelectObject(dc_, old_);
+        DeleteObject(bmp_);
+        DeleteDC(dc_);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    HDC dc() const { return dc_; }
+    int w() const { return w_; }
+    int h() const { return h_; }
+    uint32_t& at(int x, int y) { return px().row(y)[x]; }
+    void Fill(uint32_t raw) {
+        for (uint32_t& p : px().pixels) p = raw;
+    }
+    // Every pixel a different raw value (1-bpp: a fixed bit pattern).
+    void Gradient() {
+        for (int y = 0; y < h_; ++y)
+            for (int x = 0; x < w_; ++x) at(x, y) = mono() ? ((x * 3 + y * 5) % 7) & 1 : Distinct(x, y);
+    }
+    static uint32_t Distinct(int x, int y) { return 0x00100000u + static_cast<uint32_t>(x) * 0x0101u + y * 0x1000u; }
+    bool mono() const { return const_cast<Canvas*>(this)->px().mono(); }
+    std::vector<uint32_t> Pixels() { return px().pixels; }
+
+    // "" when every pixel outside `inside` is still `raw`, else where the first one differs.
+    std::string FenceIntact(const RECT& inside, uint32_t raw = kSentinel) {
+        for (int y = 0; y < h_; ++y)
+            for (int x = 0; x < w_; ++x) {
+                bool in = x >= inside.left && x < inside.right && y >= inside.top && y < inside.bottom;
+                if (!in && at(x, y) != raw) {
+                    char msg[80];
+                    std::snprintf(msg, sizeof msg, "pixel (%d,%d) = %08X outside the target", x, y, at(x, y));
+                    return msg;
+                }
+            }
+        return "";
+    }
+
+private:
+    gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->px; }
+
+    int w_, h_;
+    HDC dc_;
+    HBITMAP bmp_;
+    HGDIOBJ old_;
+};
+
+}  // namespace zel::test

@@ -1,0 +1,288 @@
+// StretchBlt: sampling grids, stretch modes, mirroring, clipping and conversion.
+#include <vector>
+
+#include "raster_canvas.h"
+#include "support/leak_check.h"
+
+namespace {
+
+using zel::test::Canvas;
+using zel::test::kSentinel;
+using Stretch = zel::test::LeakChecked;
+
+// Source column (or row) index each destination pixel shows after stretching a strip of
+// `from` distinct pixels to `to` pixels along one axis.
+std::vector<int> Sampled(int from, int to, bool vertical, int mode) {
+    Canvas src(vertical ? 1 : from, vertical ? from : 1), dst(vertical ? 1 : to, vertical ? to : 1);
+    for (int i = 0; i < from; ++i) (vertical ? src.at(0, i) : src.at(i, 0)) = 0x00010000u << (i % 8) | i;
+    SetStretchBltMode(dst.dc(), mode);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, dst.w(), dst.h(), src.dc(), 0, 0, src.w(), src.h(), SRCCOPY));
+    std::vector<int> out;
+    for (int i = 0; i < to; ++i) {
+        uint32_t p = vertical ? dst.at(0, i) : dst.at(i, 0);
+        out.push_back(p == kSentinel ? -1 : static_cast<int>(p & 0xFF));
+    }
+    return out;
+}
+
+// Enlarging takes the source pixel under each destination pixel's centre; an exact tie
+// (2 -> 3, middle pixel) goes to the lower index. The stretch mode plays no part.
+TEST_F(Stretch, EnlargingSamplesThePixelUnderTheCentre) {
+    struct Case {
+        int from, to;
+        std::vector<int> expected;
+    } cases[] = {
+        {2, 3, {0, 0, 1}},
+        {3, 8, {0, 0, 0, 1, 1, 2, 2, 2}},
+        {2, 4, {0, 0, 1, 1}},
+        {4, 7, {0, 0, 1, 1, 2, 3, 3}},
+        {5, 5, {0, 1, 2, 3, 4}},
+    };
+    for (const Case& c : cases)
+        for (int mode : {COLORONCOLOR, BLACKONWHITE, WHITEONBLACK})
+            for (bool vertical : {false, true})
+                EXPECT_EQ(Sampled(c.from, c.to, vertical, mode), c.expected)
+                    << c.from << " -> " << c.to << (vertical ? " vertical" : " horizontal") << " mode " << mode;
+}
+
+// Every size pair up to 40 pixels, both directions of mirroring, against the closed forms:
+// enlarging, destination i shows source ceil((2i+1)S / 2D) - 1; shrinking, source j belongs
+// to destination ceil((2j+1)D / 2S) - 1 and COLORONCOLOR keeps a group's last column.
+TEST_F(Stretch, SamplingSweepMatchesTheClosedForms) {
+    auto ceilDiv = [](long a, long b) { return (a + b - 1) / b; };
+    for (int S = 1; S <= 40; ++S) {
+        Canvas src(S, 1);
+        for (int x = 0; x < S; ++x) src.at(x, 0) = static_cast<uint32_t>(x);
+        for (int D = 1; D <= 40; ++D) {
+            for (bool mirror : {false, true}) {
+                // A destination extent of exactly +1 samples one source pixel less.
+                const int s = !mirror && D == 1 && S > 1 ? S - 1 : S;
+                std::vector<int> expected(D, -1);
+                if (D >= s) {
+                    for (int i = 0; i < D; ++i) expected[i] = static_cast<int>(ceilDiv((2L * i + 1) * s, 2L * D) - 1);
+                } else {
+                    for (int j = 0; j < s; ++j) expected[ceilDiv((2L * j + 1) * D, 2L * s) - 1] = j;
+                }
+                Canvas dst(D, 1);
+                SetStretchBltMode(dst.dc(), COLORONCOLOR);
+                bool ok = mirror ? StretchBlt(dst.dc(), D - 1, 0, -D, 1, src.dc(), 0, 0, S, 1, SRCCOPY)
+                                 : StretchBlt(dst.dc(), 0, 0, D, 1, src.dc(), 0, 0, S, 1, SRCCOPY);
+                ASSERT_TRUE(ok);
+                for (int i = 0; i < D; ++i) {
+                    uint32_t got = dst.at(mirror ? D - 1 - i : i, 0);
+                    ASSERT_EQ(got, static_cast<uint32_t>(expected[i]))
+                        << S << " -> " << D << (mirror ? " mirrored" : "") << ", destination pixel " << i;
+                }
+            }
+        }
+    }
+}
+
+// Shrinking in COLORONCOLOR keeps the last source column but the first source row of each
+// group.
+TEST_F(Stretch, ColorOnColorKeepsLastColumnFirstRow) {
+    struct Case {
+        int from, to;
+        std::vector<int> columns, rows;
+    } cases[] = {
+        {6, 4, {1, 2, 4, 5}, {0, 2, 3, 5}},
+        {6, 3, {1, 3, 5}, {0, 2, 4}},
+        {7, 2, {3, 6}, {0, 4}},
+        {5, 3, {1, 2, 4}, {0, 2, 3}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Sampled(c.from, c.to, false, COLORONCOLOR), c.columns) << c.from << " -> " << c.to;
+        EXPECT_EQ(Sampled(c.from, c.to, true, COLORONCOLOR), c.rows) << c.from << " -> " << c.to;
+    }
+}
+
+// BLACKONWHITE (the default) ANDs and WHITEONBLACK ORs the raw pixels of each group, on the
+// shrunk axis only.
+TEST_F(Stretch, AndAndOrModesMergeShrunkGroups) {
+    Canvas src(4, 4), tall(2, 4), small(2, 2);
+    const uint32_t px[4][4] = {{0x00F0F0F1, 0x003C3CF2, 0x00FF0004, 0x000F0F08},
+                               {0x00AAAA10, 0x00555520, 0x00FFFF40, 0x00808080},
+                               {0x01020304, 0x10203040, 0x00FEDCBA, 0x00ABCDEF},
+                               {0x00777777, 0x00EEEEEE, 0x00313131, 0x00C4C4C4}};
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x) src.at(x, y) = px[y][x];
+    EXPECT_EQ(GetStretchBltMode(tall.dc()), BLACKONWHITE);
+    // Columns {0,1} and {2,3} merge; rows map one to one.
+    EXPECT_TRUE(StretchBlt(tall.dc(), 0, 0, 2, 4, src.dc(), 0, 0, 4, 4, SRCCOPY));
+    for (int y = 0; y < 4; ++y) {
+        EXPECT_EQ(tall.at(0, y), px[y][0] & px[y][1]) << y;
+        EXPECT_EQ(tall.at(1, y), px[y][2] & px[y][3]) << y;
+    }
+    SetStretchBltMode(small.dc(), WHITEONBLACK);
+    EXPECT_TRUE(StretchBlt(small.dc(), 0, 0, 2, 2, src.dc(), 0, 0, 4, 4, SRCCOPY));
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 2; ++x) {
+            uint32_t any = px[2 * y][2 * x] | px[2 * y][2 * x + 1] | px[2 * y + 1][2 * x] | px[2 * y + 1][2 * x + 1];
+            EXPECT_EQ(small.at(x, y), any) << x << "," << y;
+        }
+}
+
+// A one-pixel destination samples a source one pixel shorter: 2 -> 1 takes the first pixel
+// even when ANDing, 3 -> 1 ANDs only the first two.
+TEST_F(Stretch, OnePixelDestinationShortensTheSource) {
+    Canvas src(3, 1), dst(1, 1);
+    src.at(0, 0) = 0x0000FF00;
+    src.at(1, 0) = 0x0000F0F0;
+    src.at(2, 0) = 0x00003C3C;
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 1, 1, src.dc(), 0, 0, 2, 1, SRCCOPY));
+    EXPECT_EQ(dst.at(0, 0), 0x0000FF00u);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 1, 1, src.dc(), 0, 0, 3, 1, SRCCOPY));
+    EXPECT_EQ(dst.at(0, 0), 0x0000F000u);
+}
+
+// All sixteen sign combinations on a 2x2 copy. Without mirroring, negative extents name the
+// rectangle from the other edge ([x + w, x)); once an axis mirrors, a negative extent counts
+// back from its origin pixel.
+TEST_F(Stretch, NegativeExtentsAndMirroring) {
+    const uint32_t A = 0x000000FF, B = 0x0000FF00, C = 0x00FF0000, D = 0x00123456;  // A B / C D
+    struct Case {
+        int dx, dy, dw, dh, sx, sy, sw, sh;
+        uint32_t expected[4];
+    } cases[] = {
+        {0, 0, 2, 2, 0, 0, 2, 2, {A, B, C, D}},     {0, 0, 2, 2, 0, 1, 2, -2, {C, D, A, B}},
+        {0, 0, 2, 2, 1, 0, -2, 2, {B, A, D, C}},    {0, 0, 2, 2, 1, 1, -2, -2, {D, C, B, A}},
+        {0, 1, 2, -2, 0, 0, 2, 2, {C, D, A, B}},    {0, 2, 2, -2, 0, 2, 2, -2, {A, B, C, D}},
+        {0, 1, 2, -2, 1, 0, -2, 2, {D, C, B, A}},   {0, 1, 2, -2, 1, 1, -2, -2, {B, A, D, C}},
+        {1, 0, -2, 2, 0, 0, 2, 2, {B, A, D, C}},    {1, 0, -2, 2, 0, 1, 2, -2, {D, C, B, A}},
+        {2, 0, -2, 2, 2, 0, -2, 2, {A, B, C, D}},   {1, 0, -2, 2, 1, 1, -2, -2, {C, D, A, B}},
+        {1, 1, -2, -2, 0, 0, 2, 2, {D, C, B, A}},   {1, 1, -2, -2, 0, 1, 2, -2, {B, A, D, C}},
+        {1, 1, -2, -2, 1, 0, -2, 2, {C, D, A, B}},  {2, 2, -2, -2, 2, 2, -2, -2, {A, B, C, D}},
+        {1, 1, -2, -2, 1, 1, -2, -2, {A, 0, 0, 0}},
+    };
+    Canvas src(2, 2);
+    src.at(0, 0) = A, src.at(1, 0) = B, src.at(0, 1) = C, src.at(1, 1) = D;
+    for (const Case& c : cases) {
+        Canvas dst(2, 2, false, 0);
+        EXPECT_TRUE(StretchBlt(dst.dc(), c.dx, c.dy, c.dw, c.dh, src.dc(), c.sx, c.sy, c.sw, c.sh, SRCCOPY));
+        std::vector<uint32_t> expected(c.expected, c.expected + 4);
+        EXPECT_EQ(dst.Pixels(), expected) << "dst " << c.dx << "," << c.dy << "," << c.dw << "," << c.dh << " src "
+                                          << c.sx << "," << c.sy << "," << c.sw << "," << c.sh;
+    }
+}
+
+// Destination pixels whose sample falls outside the source bitmap stay untouched.
+TEST_F(Stretch, SourceOutsideItsBitmapContributesNothing) {
+    Canvas src(3, 3), dst(8, 8);
+    src.Gradient();
+    SetStretchBltMode(dst.dc(), COLORONCOLOR);
+    // Source columns -1..4 of a 3-wide bitmap doubled: only x 2..7 have a source.
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 1, 12, 6, src.dc(), -1, 0, 6, 3, SRCCOPY));
+    for (int y = 1; y < 7; ++y)
+        for (int x = 2; x < 8; ++x) EXPECT_EQ(dst.at(x, y), src.at((x - 2) / 2, (y - 1) / 2)) << x << "," << y;
+    EXPECT_EQ(dst.FenceIntact(RECT{2, 1, 8, 7}), "");
+    // Mirrored: the origin column 3 lies outside, so destination column 0 keeps its colour.
+    Canvas mirror(3, 1);
+    EXPECT_TRUE(StretchBlt(mirror.dc(), 0, 0, 3, 1, src.dc(), 3, 0, -3, 1, SRCCOPY));
+    EXPECT_EQ(mirror.at(0, 0), kSentinel);
+    EXPECT_EQ(mirror.at(1, 0), src.at(2, 0));
+    EXPECT_EQ(mirror.at(2, 0), src.at(1, 0));
+}
+
+TEST_F(Stretch, ClipRegionLimitsTheDestination) {
+    Canvas src(4, 4), dst(10, 10);
+    src.Gradient();
+    IntersectClipRect(dst.dc(), 3, 2, 6, 9);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 1, 1, 8, 8, src.dc(), 0, 0, 4, 4, SRCCOPY));
+    for (int y = 2; y < 9; ++y)
+        for (int x = 3; x < 6; ++x) EXPECT_EQ(dst.at(x, y), src.at((x - 1) / 2, (y - 1) / 2)) << x << "," << y;
+    EXPECT_EQ(dst.FenceIntact(RECT{3, 2, 6, 9}), "");
+}
+
+// Extents far beyond the surfaces sample exactly as small ones and finish quickly.
+TEST_F(Stretch, HugeExtentsOnlyComputeTheVisiblePart) {
+    Canvas src(3, 3), dst(4, 2);
+    src.Gradient();
+    EXPECT_TRUE(StretchBlt(dst.dc(), -1000000000, 0, 2000000000, 2, src.dc(), 0, 0, 3, 3, SRCCOPY));
+    // Destination x = 0 is pixel 10^9 of 2*10^9: source column 1; rows 0 and 1 of 2 take
+    // source rows 0 and 2 (BLACKONWHITE ANDs rows 0+1 and 2).
+    EXPECT_EQ(dst.at(0, 0), src.at(1, 0) & src.at(1, 1));
+    EXPECT_EQ(dst.at(3, 1), src.at(1, 2));
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 4, 2, src.dc(), -2000000000, 0, 2147483647, 3, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, -2147483647 - 1, 2, src.dc(), 0, 0, 3, 3, SRCCOPY));
+}
+
+// A monochrome source becomes the destination's text (0) and background (1) colours
+// first; shrinking then merges those colours.
+TEST_F(Stretch, MonoSourceTakesDestinationColoursBeforeMerging) {
+    Canvas mono(4, 1, true, 1), dst(4, 2);
+    mono.at(0, 0) = 0;
+    SetTextColor(dst.dc(), RGB(0x10, 0x20, 0x30));
+    SetBkColor(dst.dc(), RGB(0xF0, 0xE0, 0xD0));
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 4, 2, mono.dc(), 0, 0, 2, 1, SRCCOPY));
+    EXPECT_EQ(dst.at(1, 1), 0x00102030u);
+    EXPECT_EQ(dst.at(2, 0), 0x00F0E0D0u);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 2, 1, mono.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_EQ(dst.at(0, 0), 0x00102030u & 0x00F0E0D0u);
+    EXPECT_EQ(dst.at(1, 0), 0x00F0E0D0u);
+}
+
+TEST_F(Stretch, RopsApplyAfterSampling) {
+    Canvas src(2, 2), dst(4, 4, false, 0x005AA53C);
+    src.Gradient();
+    SetStretchBltMode(dst.dc(), COLORONCOLOR);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 4, 4, src.dc(), 0, 0, 2, 2, SRCINVERT));
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x) EXPECT_EQ(dst.at(x, y), src.at(x / 2, y / 2) ^ 0x005AA53Cu) << x << "," << y;
+}
+
+// HALFTONE averages covered areas when shrinking and interpolates when enlarging; it
+// writes a zero top byte. Monochrome targets and other ROPs fall back to the plain modes.
+TEST_F(Stretch, HalftoneFiltersColour) {
+    Canvas src(2, 2), dst(4, 1);
+    src.at(0, 0) = 0x00000000, src.at(1, 0) = 0xFF808080, src.at(0, 1) = 0x00402000, src.at(1, 1) = 0x00C0E0FC;
+    SetStretchBltMode(dst.dc(), HALFTONE);
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 1, 1, src.dc(), 0, 0, 2, 2, SRCCOPY));
+    EXPECT_EQ(dst.at(0, 0), src.at(0, 0)) << "one-pixel destination: a 1x1 source";
+    // A 4x4 source area of which only the 2x2 bitmap exists: the first destination pixel
+    // is the mean of all four per channel; the others have no source and keep their colour.
+    Canvas area(2, 2);
+    SetStretchBltMode(area.dc(), HALFTONE);
+    EXPECT_TRUE(StretchBlt(area.dc(), 0, 0, 2, 2, src.dc(), 0, 0, 4, 4, SRCCOPY));
+    EXPECT_EQ(area.at(0, 0), 0x0060605Fu);
+    EXPECT_EQ(area.FenceIntact(RECT{0, 0, 1, 1}), "");
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 4, 1, src.dc(), 0, 0, 2, 1, SRCCOPY));
+    EXPECT_EQ(dst.at(0, 0), 0x00000000u);
+    EXPECT_EQ(dst.at(1, 0), 0x00202020u);
+    EXPECT_EQ(dst.at(2, 0), 0x00606060u);
+    EXPECT_EQ(dst.at(3, 0), 0x00808080u);
+
+    Canvas mono(1, 1, true, 1), plain(1, 1);
+    Canvas bw(2, 1, true, 1);
+    bw.at(0, 0) = 0;
+    SetStretchBltMode(mono.dc(), HALFTONE);
+    EXPECT_TRUE(StretchBlt(mono.dc(), 0, 0, 1, 1, bw.dc(), 0, 0, 3, 1, SRCCOPY));
+    EXPECT_EQ(mono.at(0, 0), 0u) << "monochrome falls back to ANDing";
+    SetStretchBltMode(plain.dc(), HALFTONE);
+    plain.Fill(0);
+    EXPECT_TRUE(StretchBlt(plain.dc(), 0, 0, 1, 1, src.dc(), 0, 0, 3, 1, SRCINVERT));
+    EXPECT_EQ(plain.at(0, 0), src.at(1, 0)) << "other ROPs fall back to COLORONCOLOR";
+}
+
+// Stretching within one bitmap reads the source as it was before the call.
+TEST_F(Stretch, OverlapOnOneSurfaceReadsTheOriginal) {
+    Canvas a(8, 8), b(8, 8), copy(8, 8);
+    a.Gradient();
+    b.Gradient();
+    copy.Gradient();
+    SetStretchBltMode(a.dc(), COLORONCOLOR);
+    SetStretchBltMode(b.dc(), COLORONCOLOR);
+    EXPECT_TRUE(StretchBlt(a.dc(), 1, 1, 7, 6, a.dc(), 0, 0, 4, 4, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(b.dc(), 1, 1, 7, 6, copy.dc(), 0, 0, 4, 4, SRCCOPY));
+    EXPECT_EQ(a.Pixels(), b.Pixels());
+}
+
+TEST_F(Stretch, ZeroExtentsSucceedAndDrawNothing) {
+    Canvas src(2, 2), dst(2, 2);
+    src.Gradient();
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 0, 2, src.dc(), 0, 0, 2, 2, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(dst.dc(), 0, 0, 2, 2, src.dc(), 0, 0, 2, 0, SRCCOPY));
+    EXPECT_EQ(dst.FenceIntact(RECT{0, 0, 0, 0}), "");
+    EXPECT_FALSE(StretchBlt(nullptr, 0, 0, 2, 2, src.dc(), 0, 0, 2, 2, SRCCOPY));
+}
+
+}  // namespace

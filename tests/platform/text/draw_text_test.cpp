@@ -1,0 +1,356 @@
+// DrawTextW: measuring, line and word breaking, alignment, prefixes, ellipses, tabs,
+// clipping, background and return values.
+//
+// Absolute numbers are for Liberation Sans with lfHeight 14 (12 pixels per em, cell 14),
+// whose advances are H 9, e 7, l 3, o 7, space 3, '.' 3, 'F' 8, 'i' 3.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "text_fixture.h"
+
+namespace {
+
+using zel::test::FontSpec;
+using zel::test::RectText;
+using zel::test::Surface;
+namespace t = zel::test;
+
+constexpr COLORREF kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0);
+
+class DrawTextTest : public zel::test::LeakChecked {
+protected:
+    void SetUp() override {
+        LeakChecked::SetUp();
+        measure_ = std::make_unique<Surface>(1, 1);
+        measure_->Use({L"Liberation Sans", 14});
+        ASSERT_EQ(zel::text::ResolvedFontFile(measure_->font()), t::kLiberationSans);
+    }
+    void TearDown() override {
+        measure_.reset();
+        LeakChecked::TearDown();
+    }
+
+    // "ret:left,top,right,bottom" of a DT_CALCRECT call.
+    std::string Calc(const wchar_t* text, RECT r, UINT format, int count = -1) {
+        int ret = DrawTextW(measure_->dc(), text, count, &r, format | DT_CALCRECT);
+        return std::to_string(ret) + ":" + RectText(r);
+    }
+    int Width(const wchar_t* text) { return t::Width(measure_->dc(), text); }
+
+    std::unique_ptr<Surface> measure_;
+};
+
+// Draws black text, transparent, on white; returns the surface for inspection.
+std::unique_ptr<Surface> Draw(const wchar_t* text, RECT r, UINT format, int* ret = nullptr, int w = 120, int h = 60,
+                              FontSpec spec = {L"Liberation Sans", 14}) {
+    auto s = std::make_unique<Surface>(w, h, kWhite);
+    s->Use(spec);
+    SetBkMode(s->dc(), TRANSPARENT);
+    int result = DrawTextW(s->dc(), text, -1, &r, format);
+    if (ret) *ret = result;
+    return s;
+}
+
+TEST_F(DrawTextTest, CalcRectMeasuresOneLine) {
+    EXPECT_EQ(Calc(L"Hello World", {0, 0, 200, 100}, DT_SINGLELINE), "14:0,0,64,14");
+    EXPECT_EQ(Calc(L"Hello World", {7, 9, 8, 10}, DT_SINGLELINE), "14:7,9,71,23") << "keeps left and top";
+    EXPECT_EQ(Calc(L"Hello World", {10, 10, 110, 60}, DT_SINGLELINE | DT_RIGHT), "14:10,10,74,24")
+        << "alignment does not move the measured rectangle";
+    EXPECT_EQ(Calc(L"Hello", {0, 0, 200, 100}, DT_SINGLELINE, 3), Calc(L"Hel", {0, 0, 200, 100}, DT_SINGLELINE));
+}
+
+TEST_F(DrawTextTest, VerticalAlignmentNeedsSingleLineAndCountsInTheResult) {
+    // y = top + (bottom - top) / 2 - height / 2 = 20 - 7.
+    EXPECT_EQ(Calc(L"Hello", {0, 0, 100, 40}, DT_SINGLELINE | DT_VCENTER), "27:0,0,29,27");
+    EXPECT_EQ(Calc(L"Hello", {0, 0, 100, 40}, DT_SINGLELINE | DT_BOTTOM), "40:0,0,29,40");
+    EXPECT_EQ(Calc(L"Hello World", {10, 10, 110, 60}, DT_SINGLELINE | DT_CENTER | DT_VCENTER),
+              "32:10,10,74,42");
+    EXPECT_EQ(Calc(L"ab\ncd", {0, 0, 200, 100}, DT_VCENTER), "28:0,0,14,28") << "ignored without DT_SINGLELINE";
+    EXPECT_EQ(Calc(L"ab\ncd", {0, 0, 200, 100}, DT_BOTTOM), "28:0,0,14,28");
+
+    Surface s(100, 40);
+    s.Use({L"Liberation Sans", 14});
+    RECT r{0, 0, 100, 40};
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &r, DT_SINGLELINE), 14);
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &r, DT_SINGLELINE | DT_VCENTER), 27);
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &r, DT_SINGLELINE | DT_BOTTOM), 40);
+    EXPECT_EQ(RectText(r), "0,0,100,40") << "drawing leaves the rectangle alone";
+    RECT flat{0, 5, 100, 5};
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &flat, DT_SINGLELINE | DT_BOTTOM), 1) << "a zero height reads as 1";
+}
+
+TEST_F(DrawTextTest, LineBreaks) {
+    EXPECT_EQ(Calc(L"ab\ncd", {0, 0, 200, 100}, 0), "28:0,0,14,28");
+    EXPECT_EQ(Calc(L"ab\r\ncd", {0, 0, 200, 100}, 0), "28:0,0,14,28") << "CR LF is one break";
+    EXPECT_EQ(Calc(L"ab\n\rcd", {0, 0, 200, 100}, 0), "28:0,0,14,28") << "so is LF CR";
+    EXPECT_EQ(Calc(L"ab\n\ncd", {0, 0, 200, 100}, 0), "42:0,0,14,42") << "two LFs, an empty line";
+    EXPECT_EQ(Calc(L"ab\n", {0, 0, 200, 100}, 0), "14:0,0,14,14") << "a trailing break adds no line";
+    std::string single = Calc(L"ab\ncd", {0, 0, 200, 100}, DT_SINGLELINE);
+    EXPECT_EQ(single.substr(0, 7), "14:0,0,") << "DT_SINGLELINE keeps one line";
+    EXPECT_EQ(single, "14:0,0," + std::to_string(Width(L"ab\ncd")) + ",14");
+}
+
+TEST_F(DrawTextTest, EmptyAndZeroCounts) {
+    EXPECT_EQ(Calc(L"", {5, 6, 200, 100}, DT_SINGLELINE), "14:5,6,5,20");
+    EXPECT_EQ(Calc(L"", {5, 6, 200, 100}, DT_WORDBREAK), "14:5,6,5,6");
+    RECT r{0, 0, 50, 50};
+    EXPECT_EQ(DrawTextW(measure_->dc(), L"abc", 0, &r, DT_CALCRECT), 14) << "count 0: one line height";
+    EXPECT_EQ(RectText(r), "0,0,50,50") << "and nothing measured";
+}
+
+TEST_F(DrawTextTest, WordBreakKeepsTrailingSpacesLeftAlignedOnly) {
+    // "The quick " (56) fits in 80, "The quick brown" does not; "brown fox " is 56 again.
+    EXPECT_EQ(Calc(L"The quick brown fox jumps", {0, 0, 80, 100}, DT_WORDBREAK), "42:0,0,56,42");
+    // Centred: "one two" (43) without its space.
+    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK | DT_CENTER), "28:0,0,43,28");
+    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK), "28:0,0,46,28");
+    // Runs of spaces: one is kept while it fits, one swallowed at the break.
+    EXPECT_EQ(Calc(L"a  b   c", {0, 0, 12, 100}, DT_WORDBREAK), "42:0,0,10,42");
+    // DT_SINGLELINE cancels word breaking.
+    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK | DT_SINGLELINE),
+              "14:0,0," + std::to_string(Width(L"one two three")) + ",14");
+}
+
+TEST_F(DrawTextTest, LongWordsOverflowUnlessEditControl) {
+    EXPECT_EQ(Calc(L"Supercalifragilistic", {0, 0, 40, 100}, DT_WORDBREAK), "14:0,0,100,14");
+    EXPECT_EQ(Calc(L"Supercalifragilistic is ok", {0, 0, 40, 100}, DT_WORDBREAK), "28:0,0,100,28");
+    // DT_EDITCONTROL breaks inside the word: every line fits.
+    RECT r{0, 0, 40, 100};
+    int ret = DrawTextW(measure_->dc(), L"Supercalifragilistic", -1, &r, DT_WORDBREAK | DT_EDITCONTROL | DT_CALCRECT);
+    EXPECT_LE(r.right, 40);
+    EXPECT_EQ(ret % 14, 0);
+    EXPECT_GE(ret, 3 * 14);
+    // A width too small for one character still advances.
+    r = RECT{0, 0, 1, 100};
+    EXPECT_EQ(DrawTextW(measure_->dc(), L"abc", -1, &r, DT_WORDBREAK | DT_EDITCONTROL | DT_CALCRECT), 42);
+}
+
+TEST_F(DrawTextTest, IdeographsBreakBetweenCharacters) {
+    const wchar_t* cjk = L"\u4E2D\u6587\u4E2D\u6587\u4E2D\u6587";
+    int one = Width(L"\u4E2D");
+    EXPECT_GT(one, 0) << "the fall-back face measures them";
+    RECT r{0, 0, one * 2 + 1, 200};
+    int ret = DrawTextW(measure_->dc(), cjk, -1, &r, DT_WORDBREAK | DT_CALCRECT);
+    EXPECT_EQ(ret, 3 * 14);
+    EXPECT_EQ(r.right, one * 2);
+
+    auto s = Draw(cjk, {2, 2, 118, 58}, DT_SINGLELINE);
+    RECT ink = s->InkBox(kWhite);
+    EXPECT_GT(ink.right - ink.left, 4 * one) << "glyphs drawn from the fall-back face";
+}
+
+TEST_F(DrawTextTest, PrefixesAreRemovedAndUnderline) {
+    EXPECT_EQ(Calc(L"&File", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,20,14");
+    EXPECT_EQ(Calc(L"File", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,20,14");
+    EXPECT_EQ(Calc(L"A&&B", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,24,14") << "&& shows one &";
+    EXPECT_EQ(Calc(L"&File", {0, 0, 200, 50}, DT_SINGLELINE | DT_NOPREFIX), "14:0,0,28,14");
+    EXPECT_EQ(Calc(L"File&", {0, 0, 200, 50}, DT_SINGLELINE), Calc(L"File&", {0, 0, 200, 50}, DT_NOPREFIX | DT_SINGLELINE))
+        << "a trailing & is shown";
+
+    // The underline: one pixel below the baseline (ascent 11 + 1), the prefixed
+    // character's advance less one pixel wide.
+    auto prefixed = Draw(L"&File", {0, 0, 120, 60}, DT_SINGLELINE);
+    auto plain = Draw(L"File", {0, 0, 120, 60}, DT_SINGLELINE);
+    int f = Width(L"F");
+    for (int x = 0; x < 30; ++x) {
+        EXPECT_EQ(prefixed->Pixel(x, 12), x < f - 1 ? kBlack : kWhite) << x;
+        EXPECT_EQ(plain->Pixel(x, 12), kWhite) << x;
+    }
+    auto second = Draw(L"F&ile", {0, 0, 120, 60}, DT_SINGLELINE);
+    int i = Width(L"i");
+    for (int x = 0; x < 30; ++x) EXPECT_EQ(second->Pixel(x, 12), x >= f && x < f + i - 1 ? kBlack : kWhite) << x;
+
+    auto hidden = Draw(L"&File", {0, 0, 120, 60}, DT_SINGLELINE | DT_HIDEPREFIX);
+    EXPECT_EQ(hidden->Picture(kBlack), plain->Picture(kBlack));
+    auto only = Draw(L"&File", {0, 0, 120, 60}, DT_SINGLELINE | DT_PREFIXONLY);
+    EXPECT_EQ(RectText(only->InkBox(kWhite)), RectText(RECT{0, 12, f - 1, 13}));
+    auto none = Draw(L"&File", {0, 0, 120, 60}, DT_SINGLELINE | DT_NOPREFIX);
+    EXPECT_EQ(none->Pixel(0, 12), kWhite);
+}
+
+TEST_F(DrawTextTest, EndEllipsisShortensTheLineToFit) {
+    // "Hello..." is 38; "Hello ..." would be 41.
+    EXPECT_EQ(Calc(L"Hello World", {0, 0, 40, 100}, DT_SINGLELINE | DT_END_ELLIPSIS), "14:0,0,38,14");
+    std::vector<wchar_t> buffer(32, L'#');
+    std::wcscpy(buffer.data(), L"Hello World");
+    RECT r{0, 0, 40, 20};
+    DrawTextW(measure_->dc(), buffer.data(), -1, &r, DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING);
+    EXPECT_EQ(std::wstring(buffer.data()), L"Hello...");
+    // Nothing fits but the dots: the dots alone.
+    EXPECT_EQ(Calc(L"Hello World", {0, 0, 5, 100}, DT_SINGLELINE | DT_END_ELLIPSIS), "14:0,0,9,14");
+    // A line that fits is left alone.
+    EXPECT_EQ(Calc(L"Hello", {0, 0, 40, 100}, DT_SINGLELINE | DT_END_ELLIPSIS), "14:0,0,29,14");
+    // Without DT_MODIFYSTRING the caller's text is not touched.
+    std::wcscpy(buffer.data(), L"Hello World");
+    DrawTextW(measure_->dc(), buffer.data(), -1, &r, DT_SINGLELINE | DT_END_ELLIPSIS);
+    EXPECT_EQ(std::wstring(buffer.data()), L"Hello World");
+}
+
+TEST_F(DrawTextTest, EndEllipsisMarksTheLastVisibleLine) {
+    std::vector<wchar_t> buffer(32, 0);
+    std::wcscpy(buffer.data(), L"aaa\nbbb\nccc");
+    auto s = std::make_unique<Surface>(100, 40, kWhite);
+    s->Use({L"Liberation Sans", 14});
+    RECT r{0, 0, 100, 20};  // the second line is the last one that shows
+    int ret = DrawTextW(s->dc(), buffer.data(), -1, &r, DT_END_ELLIPSIS | DT_MODIFYSTRING);
+    EXPECT_EQ(ret, 28);
+    EXPECT_EQ(std::wstring(buffer.data()), L"bbb...") << "text remains after it";
+}
+
+TEST_F(DrawTextTest, PathEllipsisKeepsTheFileName) {
+    const wchar_t* path = L"C:\\Program Files\\Vendor\\Product\\file.txt";
+    int room = Width(L"...\\file.txt") + Width(L"C:\\Prog");
+    std::vector<wchar_t> buffer(64, 0);
+    std::wcscpy(buffer.data(), path);
+    RECT r{0, 0, room, 20};
+    DrawTextW(measure_->dc(), buffer.data(), -1, &r, DT_SINGLELINE | DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT);
+    std::wstring out(buffer.data());
+    ASSERT_GE(out.size(), 12u);
+    EXPECT_EQ(out.substr(out.size() - 12), L"...\\file.txt");
+    std::wstring head = out.substr(0, out.size() - 12);
+    EXPECT_EQ(std::wstring(path).substr(0, head.size()), head) << "the head is the start of the path";
+    EXPECT_LE(Width(out.c_str()), room);
+    EXPECT_GT(Width((std::wstring(path).substr(0, head.size() + 1) + L"...\\file.txt").c_str()), room)
+        << "as much of the head as fits";
+    EXPECT_LE(r.right, room);
+}
+
+TEST_F(DrawTextTest, WordEllipsisTruncatesWhatDoesNotFit) {
+    EXPECT_EQ(Calc(L"Hello World", {0, 0, 40, 100}, DT_SINGLELINE | DT_WORD_ELLIPSIS), "14:0,0,38,14");
+    EXPECT_EQ(Calc(L"Hello", {0, 0, 40, 100}, DT_SINGLELINE | DT_WORD_ELLIPSIS), "14:0,0,29,14");
+}
+
+TEST_F(DrawTextTest, TabsExpandToStopsOfEightAverageCharacters) {
+    TEXTMETRICW tm{};
+    GetTextMetricsW(measure_->dc(), &tm);
+    int b = Width(L"b");
+    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS),
+              "14:0,0," + std::to_string(8 * tm.tmAveCharWidth + b) + ",14");
+    EXPECT_EQ(Calc(L"a\t\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS),
+              "14:0,0," + std::to_string(16 * tm.tmAveCharWidth + b) + ",14");
+    // DT_TABSTOP takes the stop from bits 8-15, which also switches off the flags that
+    // live there: DT_CALCRECT among them, so this draws and leaves the rectangle alone.
+    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS | DT_TABSTOP | (3 << 8)),
+              "14:0,0,300,50");
+    // Without DT_EXPANDTABS a tab is measured as a character.
+    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE), "14:0,0," + std::to_string(Width(L"a\tb")) + ",14");
+
+    // Drawn: the segment after the tab starts at the stop.
+    auto tabbed = Draw(L"\tb", {0, 0, 120, 60}, DT_SINGLELINE | DT_EXPANDTABS);
+    auto shifted = Draw(L"b", {8 * tm.tmAveCharWidth, 0, 120, 60}, DT_SINGLELINE);
+    EXPECT_EQ(tabbed->Picture(kBlack), shifted->Picture(kBlack));
+    auto three = Draw(L"\tb", {0, 0, 120, 60}, DT_SINGLELINE | DT_EXPANDTABS | DT_TABSTOP | (3 << 8));
+    auto threeShifted = Draw(L"b", {3 * tm.tmAveCharWidth, 0, 120, 60}, DT_SINGLELINE);
+    EXPECT_EQ(three->Picture(kBlack), threeShifted->Picture(kBlack));
+}
+
+TEST_F(DrawTextTest, ExternalLeadingOnlyWhenAsked) {
+    Surface s(1, 1);
+    s.Use({L"Liberation Sans", 30});  // cell 30, external leading 1
+    RECT r{0, 0, 200, 200};
+    EXPECT_EQ(DrawTextW(s.dc(), L"a\nb", -1, &r, DT_CALCRECT), 60);
+    r = RECT{0, 0, 200, 200};
+    EXPECT_EQ(DrawTextW(s.dc(), L"a\nb", -1, &r, DT_CALCRECT | DT_EXTERNALLEADING), 62);
+}
+
+TEST_F(DrawTextTest, HorizontalAlignmentPlacesEachLine) {
+    int w = Width(L"Ag");
+    auto left = Draw(L"Ag", {10, 0, 110, 60}, DT_SINGLELINE);
+    auto right = Draw(L"Ag", {10 - 100 + w, 0, 10 + w, 60}, DT_SINGLELINE | DT_RIGHT);
+    EXPECT_EQ(left->Picture(kBlack), right->Picture(kBlack));
+    // Centre: (left + right - width) / 2.
+    auto centre = Draw(L"Ag", {0, 0, 20 + w, 60}, DT_SINGLELINE | DT_CENTER);
+    EXPECT_EQ(centre->Picture(kBlack), left->Picture(kBlack));
+    // Each line of a multi-line text is centred on its own.
+    auto lines = Draw(L"Ag\nAgAg", {0, 0, 20 + 2 * w, 60}, DT_CENTER);
+    auto first = Draw(L"Ag", {0, 0, 20 + 2 * w, 60}, DT_SINGLELINE | DT_CENTER);
+    auto second = Draw(L"AgAg", {0, 14, 20 + 2 * w, 60}, DT_SINGLELINE | DT_CENTER);
+    for (int y = 0; y < 60; ++y)
+        for (int x = 0; x < 120; ++x) {
+            COLORREF want = y < 14 ? first->Pixel(x, y) : second->Pixel(x, y);
+            ASSERT_EQ(lines->Pixel(x, y), want) << x << "," << y;
+        }
+}
+
+TEST_F(DrawTextTest, OutputIsClippedToTheRectangleUnlessNoClip) {
+    Surface a(120, 60, t::kSentinel), b(120, 60, t::kSentinel);
+    for (Surface* s : {&a, &b}) {
+        s->Use({L"Liberation Sans", 30});
+        SetBkMode(s->dc(), TRANSPARENT);
+        s->FillBox(RECT{10, 10, 30, 30}, kWhite);
+    }
+    RECT r{10, 10, 30, 30};
+    DrawTextW(a.dc(), L"WWW", -1, &r, DT_SINGLELINE);
+    DrawTextW(b.dc(), L"WWW", -1, &r, DT_SINGLELINE | DT_NOCLIP);
+    EXPECT_EQ(RectText(a.InkBox(t::kSentinel)), RectText(r)) << "only the white box changed";
+    RECT spill = b.InkBox(t::kSentinel);
+    EXPECT_GT(spill.right, 30);
+}
+
+TEST_F(DrawTextTest, APartlyVisibleLastLineIsDrawnExceptForEditControls) {
+    int ret = 0;
+    auto plain = Draw(L"aaa\nbbb", {0, 0, 100, 20}, 0, &ret);
+    EXPECT_EQ(ret, 28);
+    RECT ink = plain->InkBox(kWhite);
+    EXPECT_EQ(ink.bottom, 20) << "the second line is cut at the bottom";
+    auto edit = Draw(L"aaa\nbbb", {0, 0, 100, 20}, DT_EDITCONTROL, &ret);
+    EXPECT_EQ(ret, 14);
+    EXPECT_LE(edit->InkBox(kWhite).bottom, 14);
+    // Lines after the one that crosses the bottom are not processed at all.
+    auto many = Draw(L"a\nb\nc\nd", {0, 0, 100, 20}, 0, &ret);
+    EXPECT_EQ(ret, 28);
+}
+
+TEST_F(DrawTextTest, OpaqueBackgroundFillsOnlyTextCells) {
+    Surface s(100, 40, t::kSentinel);
+    s.Use({L"Liberation Sans", 14});
+    SetBkColor(s.dc(), RGB(0, 0, 255));
+    SetTextColor(s.dc(), RGB(255, 255, 0));
+    RECT r{0, 0, 100, 40};
+    int w1 = t::Width(s.dc(), L"ab"), w2 = t::Width(s.dc(), L"abcd");
+    DrawTextW(s.dc(), L"ab\nabcd", -1, &r, DT_CENTER);
+    int x1 = (100 - w1) / 2, x2 = (100 - w2) / 2;
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 100; ++x) {
+            bool inCell = (y < 14 && x >= x1 && x < x1 + w1) || (y >= 14 && y < 28 && x >= x2 && x < x2 + w2);
+            COLORREF c = s.Pixel(x, y);
+            if (inCell)
+                ASSERT_TRUE(c == RGB(0, 0, 255) || c == RGB(255, 255, 0)) << x << "," << y;
+            else
+                ASSERT_EQ(c, t::kSentinel) << x << "," << y;
+        }
+}
+
+TEST_F(DrawTextTest, TextColourIsExact) {
+    Surface s(60, 30, kWhite);
+    s.Use({L"Liberation Sans", 18});
+    SetBkMode(s.dc(), TRANSPARENT);
+    SetTextColor(s.dc(), RGB(200, 0, 0));
+    RECT r{1, 1, 59, 29};
+    DrawTextW(s.dc(), L"H", -1, &r, DT_SINGLELINE);
+    EXPECT_GT(s.Count(RGB(200, 0, 0)), 20);
+    EXPECT_EQ(s.Count(RGB(200, 0, 0)) + s.Count(kWhite), 60 * 30);
+}
+
+TEST_F(DrawTextTest, WorksOnMonochromeSurfaces) {
+    Surface colour(80, 30, kWhite), mono(80, 30, kWhite, /*mono=*/true);
+    for (Surface* s : {&colour, &mono}) {
+        s->Use({L"Tahoma", 14});
+        SetBkMode(s->dc(), TRANSPARENT);
+        RECT r{2, 2, 78, 28};
+        DrawTextW(s->dc(), L"&Mono text", -1, &r, DT_SINGLELINE | DT_VCENTER);
+    }
+    EXPECT_EQ(colour.Picture(kBlack), mono.Picture(kBlack));
+    EXPECT_GT(mono.Count(kBlack), 30);
+}
+
+TEST_F(DrawTextTest, BadArgumentsReturnZero) {
+    RECT r{0, 0, 10, 10};
+    EXPECT_EQ(DrawTextW(nullptr, L"a", -1, &r, 0), 0);
+    EXPECT_EQ(DrawTextW(measure_->dc(), nullptr, -1, &r, 0), 0);
+    EXPECT_EQ(DrawTextW(measure_->dc(), L"a", -1, nullptr, 0), 0);
+    EXPECT_EQ(DrawTextW(measure_->dc(), L"a", -2, &r, 0), 0);
+}
+
+}  // namespace
