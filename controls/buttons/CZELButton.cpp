@@ -1,0 +1,321 @@
+#include "CZELButton.h"
+
+#include <aygshell.h>
+
+#include "SkinList.h"
+
+namespace {
+
+constexpr UINT_PTR kRepeatTimer = 1;
+constexpr UINT_PTR kDelayTimer = 2;
+constexpr UINT kRepeatDelayMs = 300;
+constexpr UINT kRepeatPeriodMs = 100;
+
+// The one button size whose corners are cut: the region is the body (0, 4)-(78, 72) with
+// three steps of rows at the top and at the bottom.
+constexpr int kShapedWidth = 78;
+constexpr int kShapedHeight = 76;
+constexpr RECT kShapedBody = {0, 4, 78, 72};
+constexpr RECT kShapedSteps[] = {
+    {4, 0, 74, 1}, {2, 1, 76, 2}, {1, 2, 77, 4}, {4, 75, 74, 76}, {2, 74, 76, 75}, {1, 72, 77, 74},
+};
+
+// The caption strip: 21 pixels below the button, 8 wider on each side.
+constexpr int kStripHeight = 21;
+constexpr int kStripOverhang = 8;
+
+bool ParentIsWindow(HWND parent) { return parent && ::IsWindow(parent); }
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CZELButton, CButton)
+    ON_WM_KILLFOCUS()
+    ON_WM_SETFOCUS()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_MOUSEMOVE()
+    ON_WM_PAINT()
+    ON_WM_TIMER()
+    ON_WM_DESTROY()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_ENABLE()
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+CZELButton::CZELButton()
+    : m_hBmpNormal(nullptr),
+      m_hBmpFocus(nullptr),
+      m_hBmpDown(nullptr),
+      m_hBmpDisable(nullptr),
+      m_bCaptionStrip(false),
+      m_bAutoClick(false),
+      m_ptLast(0, 0),
+      m_bPressed(0) {
+    m_rgnWindow.CreateRectRgnIndirect(&kShapedBody);
+}
+
+// Normally OnDestroy has released everything; this covers an object whose window was
+// never created.
+CZELButton::~CZELButton() {
+    zelctl::DeleteSkin(m_hBmpNormal);
+    zelctl::DeleteSkin(m_hBmpDown);
+    zelctl::DeleteSkin(m_hBmpFocus);
+    zelctl::DeleteSkin(m_hBmpDisable);
+}
+
+BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID,
+                        bool bCaptionStrip) {
+    CRect rc(rect);
+    m_bCaptionStrip = bCaptionStrip;
+    if (bCaptionStrip) {
+        rc.bottom = rect.bottom - kStripHeight;
+        m_rcCaption.SetRect(rect.left - kStripOverhang, rect.bottom - (kStripHeight - 1), rect.right + kStripOverhang,
+                            rect.bottom);
+    }
+    // Callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
+    // (a default push button, a check box) becomes owner-drawn.
+    if (dwStyle & BS_OWNERDRAW) dwStyle |= BS_OWNERDRAW;
+    return CButton::Create(lpszCaption, dwStyle, rc, pParentWnd, nID);
+}
+
+void CZELButton::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint) {
+    CWnd::MoveWindow(x, y, nWidth, nHeight, bRepaint);
+    if (m_bCaptionStrip)
+        m_rcCaption.SetRect(x - kStripOverhang, y + nHeight + 1, x + nWidth + kStripOverhang, y + nHeight + kStripHeight);
+}
+
+void CZELButton::MoveWindow(CRect rect, BOOL bRepaint) {
+    CWnd::MoveWindow(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, bRepaint);
+}
+
+BOOL CZELButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }
+
+void CZELButton::SetWindowTextW(LPCTSTR lpszString) { CWnd::SetWindowTextW(lpszString); }
+
+void CZELButton::InvalidateRect(const RECT*, BOOL) {
+    if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
+}
+
+BOOL CZELButton::EnableWindow(BOOL bEnable) { return CWnd::EnableWindow(bEnable); }
+
+void CZELButton::LoadBitmaps(UINT, UINT, UINT, HINSTANCE) {}
+
+void CZELButton::LoadBitmaps(CString strNormal, CString strFocus, CString strDown, CString strDisable) {
+    zelctl::DeleteSkin(m_hBmpDown);
+    zelctl::DeleteSkin(m_hBmpFocus);
+    zelctl::DeleteSkin(m_hBmpNormal);
+    zelctl::DeleteSkin(m_hBmpDisable);
+    ModifyStyle(0, BS_OWNERDRAW, 0);
+    m_hBmpNormal = ::SHLoadDIBitmap(strNormal);
+    m_hBmpFocus = ::SHLoadDIBitmap(strFocus);
+    m_hBmpDown = ::SHLoadDIBitmap(strDown);
+    m_hBmpDisable = ::SHLoadDIBitmap(strDisable);
+    // Without a window there is nothing to repaint (and a null window would mean all).
+    if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
+}
+
+void CZELButton::LoadSkin(CString strSkin, CString) {
+    CStringArray pieces;
+    zelctl::SplitSkinList(strSkin, pieces);
+    const INT_PTR n = pieces.GetSize();
+    if (n == 0) return;
+    LoadBitmaps(pieces[0], pieces[n > 1 ? 1 : 0], pieces[n > 2 ? 2 : 0], pieces[n > 3 ? 3 : 0]);
+}
+
+// Auto-repeat works from the flag alone; the window class is left as it is (the BUTTON
+// class is shared by every button of the process).
+void CZELButton::SetAutoClick(bool bAuto) { m_bAutoClick = bAuto; }
+
+void CZELButton::DrawBitmap(HDC hDC, STATE) {
+    if (!hDC) return;
+    CRect rc;
+    GetClientRect(&rc);
+    (void)rc;
+    HDC memDC = ::CreateCompatibleDC(hDC);
+    ::DeleteDC(memDC);
+}
+
+void CZELButton::DrawItem(LPDRAWITEMSTRUCT) {}
+
+// The BUTTON class would fill the background with the parent's button brush before
+// every paint; the skin covers the button, so erasing would only flicker.
+LRESULT CZELButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND) return 0;
+    return CButton::WindowProc(message, wParam, lParam);
+}
+
+BOOL CZELButton::PreTranslateMessage(MSG* pMsg) {
+    if (pMsg && pMsg->message == WM_KEYDOWN && pMsg->wParam == VK_RETURN) {
+        NotifyParent();
+        return TRUE;
+    }
+    return CButton::PreTranslateMessage(pMsg);
+}
+
+HBITMAP CZELButton::ChooseSkin() const {
+    if (IsWindowEnabled()) {
+        const bool focused = ::GetFocus() == m_hWnd;
+        if (focused && m_bPressed && m_hBmpDown) return m_hBmpDown;
+        if (focused && m_hBmpFocus) return m_hBmpFocus;
+    } else if (m_hBmpDisable) {
+        return m_hBmpDisable;
+    }
+    return m_hBmpNormal;
+}
+
+void CZELButton::OnPaint() {
+    CPaintDC dc(this);
+    CRect rc;
+    GetClientRect(&rc);
+    // Every control paints into an off-screen frame of its client size; this one's picture
+    // is a single skin, already off screen, so it reaches the screen in the one copy.
+    CBitmap frame;
+    frame.CreateCompatibleBitmap(&dc, rc.Width(), rc.Height());
+    CDC frameDC, skinDC;
+    frameDC.CreateCompatibleDC(&dc);
+    skinDC.CreateCompatibleDC(&dc);
+    HGDIOBJ oldFrame = frameDC.SelectObject(static_cast<HGDIOBJ>(frame.m_hObject));
+    if (HBITMAP skin = ChooseSkin()) {
+        HGDIOBJ oldSkin = skinDC.SelectObject(static_cast<HGDIOBJ>(skin));
+        dc.BitBlt(0, 0, rc.Width(), rc.Height(), &skinDC, 0, 0, SRCCOPY);
+        skinDC.SelectObject(oldSkin);
+    }
+    frameDC.SelectObject(oldFrame);
+}
+
+void CZELButton::NotifyParent() {
+    HWND parent = ::GetParent(m_hWnd);
+    if (ParentIsWindow(parent))
+        ::SendMessageW(parent, WM_COMMAND, static_cast<WPARAM>(GetDlgCtrlID() & 0xFFFF), reinterpret_cast<LPARAM>(m_hWnd));
+}
+
+// The parent sees presses and releases in screen coordinates, so a host can follow a
+// drag across several buttons.
+void CZELButton::ForwardToParent(UINT message, UINT nFlags, CPoint point) {
+    ClientToScreen(&point);
+    HWND parent = ::GetParent(m_hWnd);
+    if (ParentIsWindow(parent)) ::SendMessageW(parent, message, nFlags, MAKELPARAM(point.x, point.y));
+}
+
+void CZELButton::OnLButtonDown(UINT nFlags, CPoint point) {
+    const HWND self = m_hWnd;
+    m_bPressed = 1;
+    SetFocus();
+    SetCapture();
+    m_ptLast = point;
+    if (m_bAutoClick) SetTimer(kDelayTimer, kRepeatDelayMs, nullptr);
+    Default();
+    if (!::IsWindow(self)) return;
+    ForwardToParent(WM_LBUTTONDOWN, nFlags, point);
+    if (!::IsWindow(self)) return;
+    Invalidate(TRUE);
+    UpdateWindow();
+}
+
+// Tracks the pointer whether or not the stylus went down on this button.
+void CZELButton::OnMouseMove(UINT, CPoint point) {
+    const HWND self = m_hWnd;
+    m_ptLast = point;
+    Default();
+    if (!::IsWindow(self)) return;
+    CRect rc;
+    GetClientRect(&rc);
+    const bool inside = rc.PtInRect(point) != FALSE;
+    if (inside == (m_bPressed != 0)) return;
+    m_bPressed = inside ? 1 : 0;
+    Invalidate(TRUE);
+    UpdateWindow();
+}
+
+// Whether the release clicks is decided by where the pointer was last seen, not by the
+// release point; an outside release never reaches the BUTTON logic, which is what would
+// send BN_CLICKED.
+void CZELButton::OnLButtonUp(UINT nFlags, CPoint point) {
+    const HWND self = m_hWnd;
+    m_bPressed = 0;
+    KillTimer(kRepeatTimer);
+    KillTimer(kDelayTimer);
+    CRect rc;
+    GetClientRect(&rc);
+    if (rc.PtInRect(m_ptLast)) Default();  // the parent may destroy us in its BN_CLICKED
+    ::ReleaseCapture();
+    if (!::IsWindow(self)) return;
+    ForwardToParent(WM_LBUTTONUP, nFlags, point);
+    if (!::IsWindow(self)) return;
+    Invalidate(TRUE);
+}
+
+// The BUTTON class would turn a double tap into BN_DOUBLECLICKED; here the second tap
+// is a click of its own.
+void CZELButton::OnLButtonDblClk(UINT, CPoint) { NotifyParent(); }
+
+void CZELButton::OnTimer(UINT_PTR nIDEvent) {
+    const HWND self = m_hWnd;
+    if (nIDEvent == kDelayTimer) {
+        KillTimer(kDelayTimer);
+        SetTimer(kRepeatTimer, kRepeatPeriodMs, nullptr);
+    }
+    if (nIDEvent == kDelayTimer || nIDEvent == kRepeatTimer) {
+        // Held outside the button: skip the repeat but keep the timer running, so that
+        // sliding back in resumes it.
+        CRect rc;
+        GetClientRect(&rc);
+        if (rc.PtInRect(m_ptLast)) NotifyParent();
+        if (!::IsWindow(self)) return;
+    }
+    Default();
+}
+
+void CZELButton::OnKillFocus(CWnd*) {
+    const HWND self = m_hWnd;
+    m_bPressed = 0;
+    KillTimer(kRepeatTimer);
+    KillTimer(kDelayTimer);
+    Default();
+    if (!::IsWindow(self)) return;
+    Invalidate(TRUE);
+    UpdateWindow();
+}
+
+void CZELButton::OnSetFocus(CWnd*) {
+    const HWND self = m_hWnd;
+    Default();
+    if (::IsWindow(self)) Invalidate(TRUE);
+}
+
+void CZELButton::OnEnable(BOOL) {
+    const HWND self = m_hWnd;
+    Default();
+    if (!::IsWindow(self)) return;
+    Invalidate(TRUE);
+    UpdateWindow();
+}
+
+// SetWindowRgn hands the region to the window; the handle kept here is only deleted again
+// (a harmless no-op once the window has taken it).
+void CZELButton::OnSize(UINT, int cx, int cy) {
+    Default();
+    m_rgnWindow.DeleteObject();
+    if (cx == kShapedWidth && cy == kShapedHeight) {
+        m_rgnWindow.CreateRectRgnIndirect(&kShapedBody);
+        for (const RECT& step : kShapedSteps) {
+            CRgn piece;
+            piece.CreateRectRgnIndirect(&step);
+            m_rgnWindow.CombineRgn(&m_rgnWindow, &piece, RGN_OR);
+        }
+    } else {
+        m_rgnWindow.CreateRectRgn(0, 0, cx, cy);
+    }
+    SetWindowRgn(static_cast<HRGN>(m_rgnWindow.m_hObject), TRUE);
+}
+
+void CZELButton::OnDestroy() {
+    zelctl::DeleteSkin(m_hBmpNormal);
+    zelctl::DeleteSkin(m_hBmpDown);
+    zelctl::DeleteSkin(m_hBmpFocus);
+    zelctl::DeleteSkin(m_hBmpDisable);
+    KillTimer(kRepeatTimer);
+    KillTimer(kDelayTimer);
+    m_rgnWindow.DeleteObject();
+    CButton::OnDestroy();
+}

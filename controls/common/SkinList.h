@@ -1,0 +1,19 @@
+// Skin strings and skin bitmaps shared by the controls.
+#pragma once
+
+#include <afxwin.h>
+
+namespace zelctl {
+
+// Splits a skin string: every piece before a "|" is trimmed on both sides and taken;
+// text after the last "|" is not taken ("a|b" gives just "a"; "a" gives nothing).
+void SplitSkinList(const CString& skin, CStringArray& out);
+
+// Loads a bitmap by resource identifier (low 16 bits) from `instance`, which is made the
+// resource handle for the load when non-null and restored afterwards.
+HBITMAP LoadSkinBitmap(UINT id, HINSTANCE instance);
+
+// Deletes a skin bitmap handle and clears it.
+void DeleteSkin(HBITMAP& bitmap);
+
+}  // namespace zelctl

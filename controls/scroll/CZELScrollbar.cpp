@@ -1,0 +1,420 @@
+#include "CZELScrollbar.h"
+
+#include <aygshell.h>
+
+#include <climits>
+
+#include "ScrollMath.h"
+#include "SkinCanvas.h"
+#include "SkinList.h"
+
+namespace {
+
+constexpr UINT kRepeatMs = 100;  // every repeat, with no longer first delay
+enum Timer : UINT_PTR { kUpArrowTimer = 1, kDownArrowTimer = 2, kPageUpTimer = 3, kPageDownTimer = 4 };
+enum Part { kNoPart = 0, kThumbPart = 1, kUpPart = 2, kDownPart = 3 };
+
+HBITMAP LoadPath(const CString& path) { return path.IsEmpty() ? nullptr : ::SHLoadDIBitmap(path); }
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CZELScrollbar, CSkinWnd)
+ON_WM_PAINT()
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_TIMER()
+ON_WM_MOUSEMOVE()
+ON_WM_DESTROY()
+ON_WM_KILLFOCUS()
+ON_WM_VSCROLL()
+END_MESSAGE_MAP()
+
+CZELScrollbar::CZELScrollbar()
+    : m_hBmpTrack(nullptr),
+      m_hBmpUp(nullptr),
+      m_hBmpUpDown(nullptr),
+      m_hBmpDown(nullptr),
+      m_hBmpDownDown(nullptr),
+      m_hBmpThumb(nullptr),
+      m_hBmpThumbDown(nullptr),
+      m_bVertical(FALSE),
+      m_nPressedPart(kNoPart),
+      m_nMax(100),
+      m_nMin(0),
+      m_nPos(0),
+      m_nPage(-1),
+      m_nLine(1) {}
+
+CZELScrollbar::~CZELScrollbar() { DeleteBitmaps(); }
+
+BOOL CZELScrollbar::Create(LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID) {
+    return CWnd::Create(nullptr, lpszWindowName, dwStyle, rect, pParentWnd, nID);
+}
+
+// ---- skin -------------------------------------------------------------------------------
+
+void CZELScrollbar::DeleteBitmaps() {
+    zelctl::DeleteSkin(m_hBmpTrack);
+    zelctl::DeleteSkin(m_hBmpUp);
+    zelctl::DeleteSkin(m_hBmpUpDown);
+    zelctl::DeleteSkin(m_hBmpDown);
+    zelctl::DeleteSkin(m_hBmpDownDown);
+    zelctl::DeleteSkin(m_hBmpThumb);
+    zelctl::DeleteSkin(m_hBmpThumbDown);
+}
+
+void CZELScrollbar::LoadBitmapW(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT nUp, UINT nDown, UINT nDownDown,
+                                UINT nUpDown, HINSTANCE hInst) {
+    DeleteBitmaps();
+    m_hBmpThumb = zelctl::LoadSkinBitmap(nThumb, hInst);
+    m_hBmpThumbDown = zelctl::LoadSkinBitmap(nThumbDown, hInst);
+    m_hBmpTrack = zelctl::LoadSkinBitmap(nTrack, hInst);
+    m_hBmpUp = zelctl::LoadSkinBitmap(nUp, hInst);
+    m_hBmpDown = zelctl::LoadSkinBitmap(nDown, hInst);
+    m_hBmpDownDown = zelctl::LoadSkinBitmap(nDownDown, hInst);
+    m_hBmpUpDown = zelctl::LoadSkinBitmap(nUpDown, hInst);
+    m_bVertical = TRUE;
+    LayOut();
+}
+
+void CZELScrollbar::LoadBitmapW(CString strThumb, CString strThumbDown, CString strTrack, CString strUp,
+                                CString strDown, CString strDownDown, CString strUpDown) {
+    DeleteBitmaps();
+    m_hBmpThumb = LoadPath(strThumb);
+    m_hBmpThumbDown = LoadPath(strThumbDown);
+    m_hBmpTrack = LoadPath(strTrack);
+    m_hBmpUp = LoadPath(strUp);
+    m_hBmpDown = LoadPath(strDown);
+    m_hBmpDownDown = LoadPath(strDownDown);
+    m_hBmpUpDown = LoadPath(strUpDown);
+    m_bVertical = TRUE;
+    LayOut();
+}
+
+void CZELScrollbar::LoadSkin(CString strSkin, CString strReserved) {
+    CStringArray pieces;
+    zelctl::SplitSkinList(strSkin, pieces);
+    CString piece[7];
+    for (INT_PTR i = 0; i < 7 && i < pieces.GetSize(); ++i) piece[i] = pieces[i];
+    // The list runs from the top of the bar down; the loader takes its own order.
+    LoadBitmapW(piece[3], piece[4], piece[2], piece[0], piece[5], piece[6], piece[1]);
+}
+
+// The bar takes the track's width and the height of the track bitmap plus two arrows; the
+// down arrow is taken to be as tall as the up arrow. Missing pieces count as 0 x 0.
+void CZELScrollbar::LayOut() {
+    const SIZE track = zelctl::BitmapSize(m_hBmpTrack);
+    const SIZE up = zelctl::BitmapSize(m_hBmpUp);
+    const SIZE thumb = zelctl::BitmapSize(m_hBmpThumb);
+    const int width = track.cx, arrow = up.cy, total = track.cy + 2 * arrow;
+
+    m_rcUpArrow.SetRect(0, 0, up.cx, arrow);
+    if (::IsWindow(m_hWnd)) SetWindowPos(nullptr, 0, 0, width, total, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_rcDownArrow.SetRect(0, total - arrow, width, total);
+    m_rcTrack.SetRect(0, arrow, width, total - arrow);
+    const int left = (width - thumb.cx) / 2;
+    m_rcThumb.SetRect(left, arrow, left + thumb.cx, arrow + thumb.cy);
+    m_rcClient.SetRect(0, 0, width, total);
+    PlaceThumb();
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+void CZELScrollbar::PlaceThumb() {
+    if (!m_bVertical) return;
+    const int height = m_rcThumb.Height();
+    const int top = m_rcTrack.top + zelctl::ScrollThumbOffset(m_rcTrack.Height(), height, m_nPos, m_nMin, m_nMax);
+    m_rcThumb.top = top;
+    m_rcThumb.bottom = top + height;
+    m_rcPageUp.SetRect(m_rcTrack.left, m_rcTrack.top, m_rcTrack.right, m_rcThumb.top);
+    m_rcPageDown.SetRect(m_rcTrack.left, m_rcThumb.bottom, m_rcTrack.right, m_rcTrack.bottom);
+}
+
+void CZELScrollbar::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint) {
+    CWnd::MoveWindow(x, y, nWidth, nHeight, bRepaint);
+    if (m_bVertical) {
+        const int arrow = m_rcUpArrow.Height();
+        m_rcUpArrow.SetRect(0, 0, nWidth, arrow);
+        m_rcTrack.SetRect(0, arrow, nWidth, nHeight - arrow);
+        m_rcDownArrow.SetRect(0, m_rcTrack.bottom, nWidth, nHeight);
+        m_rcClient.SetRect(0, 0, nWidth, nHeight);
+        m_rcPageUp.SetRect(0, arrow, nWidth, m_rcThumb.top);
+        m_rcPageDown.SetRect(0, m_rcThumb.bottom, nWidth, m_rcDownArrow.top);
+    }
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+void CZELScrollbar::MoveWindow(LPCRECT lpRect, BOOL bRepaint) {
+    if (lpRect) MoveWindow(lpRect->left, lpRect->top, lpRect->right - lpRect->left, lpRect->bottom - lpRect->top, bRepaint);
+}
+
+// ---- range, page, line, position ----------------------------------------------------------
+
+void CZELScrollbar::SetScrollRange(long nMin, long nMax) {
+    if (nMin >= nMax) {
+        // Never stored: an empty range would divide by zero when the thumb is placed.
+        m_nMin = 0;
+        m_nMax = 1;
+        m_nPos = 0;
+    } else {
+        m_nMin = nMin;
+        m_nMax = nMax;
+        m_nPos = zelctl::ClampPos(m_nPos, nMin, nMax);
+    }
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+void CZELScrollbar::GetRange(long& nMin, long& nMax) {
+    nMin = m_nMin;
+    nMax = m_nMax;
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+void CZELScrollbar::SetScrollPos(long nPos, BOOL bRedraw) {
+    m_nPos = zelctl::ClampPos(nPos, m_nMin, m_nMax);
+    if (bRedraw && ::IsWindow(m_hWnd)) Invalidate();
+    Notify(SB_THUMBPOSITION, m_nPos);
+}
+
+long CZELScrollbar::SetPagesize(long nPage) {
+    const __int128 span = __int128(m_nMax) - m_nMin;
+    if (nPage >= 1 && nPage <= span - 1)
+        m_nPage = nPage;
+    else if (nPage == -1)
+        m_nPage = -1;
+    else if (nPage >= span)
+        m_nPage = zelctl::ClampPos(span, LONG_MIN, LONG_MAX);
+    else
+        m_nPage = 0;
+    return m_nPage;
+}
+
+long CZELScrollbar::SetLineSize(long nLine) {
+    const __int128 span = __int128(m_nMax) - m_nMin;
+    if (nLine >= span)
+        m_nLine = zelctl::ClampPos(span, LONG_MIN, LONG_MAX);
+    else if (nLine < 1)
+        return -1;
+    else
+        m_nLine = nLine;
+    return m_nLine;
+}
+
+BOOL CZELScrollbar::SetScrollInfo(SCROLLINFO* psi, BOOL bRedraw) {
+    if (!psi) return FALSE;
+    m_nMin = psi->nMin;
+    m_nMax = psi->nMax;
+    // A 32-bit long on the device reads a UINT page of 0xFFFFFFFF as -1, "not set".
+    m_nPage = static_cast<LONG>(psi->nPage);
+    int& source = psi->fMask ? psi->nTrackPos : psi->nPos;
+    m_nPos = zelctl::ClampPos(source, m_nMin, m_nMax);
+    source = static_cast<int>(m_nPos);
+    if (bRedraw && ::IsWindow(m_hWnd)) Invalidate();
+    return TRUE;
+}
+
+BOOL CZELScrollbar::GetScrollInfo(SCROLLINFO* psi, UINT nMask) {
+    if (!psi) return FALSE;
+    if (psi->fMask == 0) return TRUE;
+    psi->nMin = static_cast<int>(m_nMin);
+    psi->nMax = static_cast<int>(m_nMax);
+    psi->nPage = static_cast<UINT>(m_nPage);
+    psi->nPos = static_cast<int>(m_nPos);
+    psi->nTrackPos = static_cast<int>(m_nPos);
+    return TRUE;
+}
+
+// ---- steps and notifications ----------------------------------------------------------------
+
+BOOL CZELScrollbar::Notify(UINT nCode, long nPos, BOOL bCheckParent) {
+    const HWND self = m_hWnd;
+    if (!self) return TRUE;
+    const HWND parent = ::GetParent(self);
+    if (bCheckParent && !::IsWindow(parent)) return TRUE;
+    ::SendMessageW(parent, m_bVertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(nCode, static_cast<WORD>(nPos)),
+                   reinterpret_cast<LPARAM>(self));
+    return ::IsWindow(self);
+}
+
+long CZELScrollbar::PageStep() const {
+    if (m_nPage == -1) return static_cast<long>((__int128(m_nMax) - m_nMin) / 5);
+    return m_nPage > 0 ? m_nPage : 0;
+}
+
+// A line up at the minimum still tells the parent, with the position unchanged.
+BOOL CZELScrollbar::LeftLine() {
+    if (m_nPos > m_nMin) m_nPos = zelctl::ClampPos(__int128(m_nPos) - m_nLine, m_nMin, LONG_MAX);
+    Invalidate();
+    return Notify(SB_LINEUP, 0);
+}
+
+BOOL CZELScrollbar::RightLine() {
+    if (m_nPos < m_nMax) m_nPos = zelctl::ClampPos(__int128(m_nPos) + m_nLine, LONG_MIN, m_nMax);
+    if (!Notify(SB_LINEDOWN, 0)) return FALSE;
+    Invalidate();
+    return TRUE;
+}
+
+// Unlike the line steps, a page step at the limit does nothing at all.
+BOOL CZELScrollbar::LeftPage() {
+    if (m_nPos == m_nMin) return TRUE;
+    const long step = PageStep();
+    m_nPos = __int128(m_nPos) > __int128(m_nMin) + step ? m_nPos - step : m_nMin;
+    Invalidate();
+    return Notify(SB_PAGEUP, 0);
+}
+
+BOOL CZELScrollbar::RightPage() {
+    if (m_nPos == m_nMax) return TRUE;
+    const long step = PageStep();
+    m_nPos = __int128(m_nPos) < __int128(m_nMax) - step ? m_nPos + step : m_nMax;
+    Invalidate();
+    return Notify(SB_PAGEDOWN, 0);
+}
+
+// ---- input ------------------------------------------------------------------------------
+
+void CZELScrollbar::OnLButtonDown(UINT nFlags, CPoint point) {
+    Default();
+    SetFocus();
+    SetCapture();
+    m_ptLast = point;
+    if (m_rcUpArrow.PtInRect(point)) {
+        m_nPressedPart = kUpPart;
+        if (LeftLine()) SetTimer(kUpArrowTimer, kRepeatMs, nullptr);
+    } else if (m_rcThumb.PtInRect(point)) {
+        m_nPressedPart = kThumbPart;
+        Invalidate();
+    } else if (m_rcDownArrow.PtInRect(point)) {
+        m_nPressedPart = kDownPart;
+        if (RightLine()) SetTimer(kDownArrowTimer, kRepeatMs, nullptr);
+    } else if (m_rcPageUp.PtInRect(point)) {
+        if (LeftPage()) SetTimer(kPageUpTimer, kRepeatMs, nullptr);
+    } else if (m_rcPageDown.PtInRect(point)) {
+        if (RightPage()) SetTimer(kPageDownTimer, kRepeatMs, nullptr);
+    }
+}
+
+// The arrow timers keep running while the pointer is outside their cell, so sliding back
+// onto the arrow resumes the repeat; the page timers stop themselves at the limit.
+void CZELScrollbar::OnTimer(UINT_PTR nIDEvent) {
+    switch (nIDEvent) {
+        case kUpArrowTimer:
+        case kDownArrowTimer: {
+            const bool up = nIDEvent == kUpArrowTimer;
+            if ((up ? m_rcUpArrow : m_rcDownArrow).PtInRect(m_ptLast)) {
+                m_nPressedPart = up ? kUpPart : kDownPart;
+                if (!(up ? LeftLine() : RightLine())) return;
+            } else if (m_nPressedPart != kNoPart) {
+                m_nPressedPart = kNoPart;
+                Invalidate();
+            }
+            break;
+        }
+        case kPageUpTimer:
+            if (m_nPos == m_nMin)
+                KillTimer(kPageUpTimer);
+            else if (m_rcPageUp.PtInRect(m_ptLast) && !LeftPage())
+                return;
+            break;
+        case kPageDownTimer:
+            if (m_nPos == m_nMax)
+                KillTimer(kPageDownTimer);
+            else if (m_rcPageDown.PtInRect(m_ptLast) && !RightPage())
+                return;
+            break;
+        default: break;
+    }
+    Default();
+}
+
+void CZELScrollbar::OnMouseMove(UINT nFlags, CPoint point) {
+    Default();
+    m_ptLast = point;
+    if (m_nPressedPart == kThumbPart) {
+        m_nPos = m_bVertical ? zelctl::ScrollDragVertical(point.y, m_rcTrack, m_rcThumb.Height(), m_nMin, m_nMax)
+                             : zelctl::ScrollDragHorizontal(point.x, m_rcTrack, m_rcThumb.Width(), m_nMin, m_nMax);
+        // Sent even when the bar has no parent window.
+        if (!Notify(SB_THUMBTRACK, m_nPos, FALSE)) return;
+    }
+    Invalidate();
+    UpdateWindow();
+}
+
+void CZELScrollbar::OnLButtonUp(UINT nFlags, CPoint point) {
+    Default();
+    ::ReleaseCapture();
+    KillTimer(kPageDownTimer);
+    KillTimer(kDownArrowTimer);
+    KillTimer(kUpArrowTimer);
+    KillTimer(kPageUpTimer);
+    if (m_nPressedPart == kNoPart) return;
+    if (m_nPressedPart == kThumbPart && !Notify(SB_THUMBPOSITION, m_nPos)) return;
+    m_nPressedPart = kNoPart;
+    Invalidate();
+}
+
+BOOL CZELScrollbar::PreTranslateMessage(MSG* pMsg) {
+    if (pMsg && pMsg->message == WM_KEYDOWN) {
+        switch (pMsg->wParam) {
+            case VK_PRIOR: LeftPage(); return TRUE;
+            case VK_NEXT: RightPage(); return TRUE;
+            case VK_UP:
+                if (!m_bVertical) break;
+                LeftLine();
+                return TRUE;
+            case VK_DOWN:
+                if (!m_bVertical) break;
+                RightLine();
+                return TRUE;
+            case VK_LEFT:
+                if (m_bVertical) break;
+                LeftLine();
+                return TRUE;
+            case VK_RIGHT:
+                if (m_bVertical) break;
+                RightLine();
+                return TRUE;
+            default: break;
+        }
+    }
+    return CSkinWnd::PreTranslateMessage(pMsg);
+}
+
+void CZELScrollbar::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar) { Invalidate(); }
+
+// ---- focus and lifetime -------------------------------------------------------------------
+
+void CZELScrollbar::KillRepeatTimers() {
+    for (UINT_PTR id : {kUpArrowTimer, kDownArrowTimer, kPageUpTimer, kPageDownTimer}) KillTimer(id);
+}
+
+void CZELScrollbar::OnKillFocus(CWnd* pNewWnd) {
+    Default();
+    KillRepeatTimers();
+}
+
+void CZELScrollbar::OnDestroy() {
+    DeleteBitmaps();
+    KillRepeatTimers();
+    Default();
+}
+
+// ---- painting ----------------------------------------------------------------------------
+
+// A bar without a skin (the horizontal state) has no drawing of its own: the paint only
+// validates it.
+void CZELScrollbar::OnPaint() {
+    CPaintDC dc(this);
+    if (!m_bVertical) return;
+    CRect client;
+    GetClientRect(&client);
+    PlaceThumb();
+    zelctl::SkinCanvas canvas(dc, client.Width(), client.Height());
+    canvas.Blit(m_nPressedPart == kUpPart ? m_hBmpUpDown : m_hBmpUp, 0, 0, m_rcUpArrow.Width(), m_rcUpArrow.Height());
+    canvas.Stretch(m_hBmpTrack, 0, m_rcTrack.top, m_rcTrack.Width(), m_rcTrack.Height());
+    canvas.Blit(m_nPressedPart == kDownPart ? m_hBmpDownDown : m_hBmpDown, 0, m_rcTrack.bottom, m_rcDownArrow.Width(),
+                m_rcDownArrow.Height());
+    canvas.Blit(m_nPressedPart == kThumbPart ? m_hBmpThumbDown : m_hBmpThumb, m_rcThumb.left, m_rcThumb.top,
+                m_rcThumb.Width(), m_rcThumb.Height());
+    canvas.Present();
+}

@@ -1,0 +1,58 @@
+#include "SkinCanvas.h"
+
+#include "TransparentBlit.h"
+
+namespace zelctl {
+
+SIZE BitmapSize(HBITMAP bitmap) {
+    BITMAP info{};
+    if (!bitmap || ::GetObjectW(bitmap, sizeof info, &info) != static_cast<int>(sizeof info)) return SIZE{0, 0};
+    return SIZE{info.bmWidth, info.bmHeight};
+}
+
+SkinCanvas::SkinCanvas(HDC screen, int width, int height) : screen_(screen), width_(width), height_(height) {
+    mem_ = ::CreateCompatibleDC(screen);
+    pieces_ = ::CreateCompatibleDC(screen);
+    if (width > 0 && height > 0) surface_ = ::CreateCompatibleBitmap(screen, width, height);
+    if (surface_) oldSurface_ = ::SelectObject(mem_, surface_);
+}
+
+SkinCanvas::~SkinCanvas() {
+    if (oldPiece_) ::SelectObject(pieces_, oldPiece_);
+    if (oldSurface_) ::SelectObject(mem_, oldSurface_);
+    if (surface_) ::DeleteObject(surface_);
+    if (pieces_) ::DeleteDC(pieces_);
+    if (mem_) ::DeleteDC(mem_);
+}
+
+bool SkinCanvas::Select(HBITMAP piece) {
+    if (!piece || !surface_) return false;
+    HGDIOBJ previous = ::SelectObject(pieces_, piece);
+    if (!previous) return false;
+    if (!oldPiece_) oldPiece_ = previous;
+    return true;
+}
+
+void SkinCanvas::Blit(HBITMAP piece, int x, int y, int w, int h, int sx, int sy) {
+    if (w <= 0 || h <= 0) return;
+    if (Select(piece)) ::BitBlt(mem_, x, y, w, h, pieces_, sx, sy, SRCCOPY);
+}
+
+void SkinCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
+    // A cell squeezed to nothing (a window smaller than its fixed pieces) is skipped rather
+    // than drawn mirrored by a negative extent.
+    if (w <= 0 || h <= 0) return;
+    const SIZE size = BitmapSize(piece);
+    if (Select(piece)) ::StretchBlt(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, SRCCOPY);
+}
+
+void SkinCanvas::Transparent(HBITMAP piece, int x, int y, int w, int h, COLORREF key) {
+    const SIZE size = BitmapSize(piece);
+    if (Select(piece)) TransparentBlit(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, key);
+}
+
+void SkinCanvas::Present() {
+    if (surface_) ::BitBlt(screen_, 0, 0, width_, height_, mem_, 0, 0, SRCCOPY);
+}
+
+}  // namespace zelctl

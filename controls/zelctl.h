@@ -1,0 +1,11 @@
+// One include for every control of the library.
+#pragma once
+
+#include "CSkinWnd.h"
+#include "CZELButton.h"
+#include "CZELBmpButton.h"
+#include "CBmpTextButton.h"
+#include "CZELChkBox.h"
+#include "CImageRadioBox.h"
+#include "CZELScrollbar.h"
+#include "CZELSlider.h"

@@ -1,0 +1,272 @@
+// CZELBmpButton: resource skins, the window shaped from the normal skin's key colour,
+// its own click on release, and the message box and debug lines of the shape builder.
+#include <CZELBmpButton.h>
+#include <zel/debug.h>
+#include <zel/resources.h>
+
+#include <array>
+#include <memory>
+
+#include "button_host.h"
+#include "support/golden.h"
+
+namespace buttons_test {
+namespace {
+
+constexpr COLORREF kKey = RGB(255, 255, 255);
+constexpr COLORREF kRed = RGB(200, 40, 40);
+constexpr COLORREF kGreen = RGB(40, 200, 40);
+constexpr COLORREF kBlue = RGB(40, 40, 200);
+constexpr COLORREF kGrey = RGB(120, 120, 120);
+constexpr UINT kId = 7;
+enum : UINT { kNormal = 101, kFocus, kDown, kDisable, kBlank, kRound };
+
+// A 60 x 60 skin on the key colour: a square face (10, 10)-(50, 50) with a key-coloured
+// hole (20, 20)-(40, 40), one pixel in the last column of row 5, and two pixels far apart
+// on row 55.
+void PaintShape(HDC dc, COLORREF face) {
+    FillBox(dc, 0, 0, 60, 60, kKey);
+    FillBox(dc, 10, 10, 50, 50, face);
+    FillBox(dc, 20, 20, 40, 40, kKey);
+    SetPixel(dc, 59, 5, face);
+    SetPixel(dc, 5, 55, face);
+    SetPixel(dc, 30, 55, face);
+}
+
+// The region that skin gives: one span per row, holes included.
+bool InShape(int x, int y) {
+    if (y == 5) return x == 59;
+    if (y >= 10 && y < 50) return x >= 10 && x < 50;
+    if (y == 55) return x >= 5 && x <= 30;
+    return false;
+}
+
+class BmpButton : public ButtonsTest {
+protected:
+    void SetUp() override {
+        ButtonsTest::SetUp();
+        auto shape = [this](const char* name, COLORREF face) {
+            return skins.Draw(name, 60, 60, [face](HDC dc) { PaintShape(dc, face); });
+        };
+        module = zel::LoadResourceModule(
+            skins
+                .Script({{kNormal, shape("normal", kRed)},
+                         {kFocus, shape("focus", kGreen)},
+                         {kDown, shape("down", kBlue)},
+                         {kDisable, shape("disable", kGrey)},
+                         {kBlank, skins.Solid("blank", 60, 60, kKey)},
+                         {kRound, skins.Draw("round", 60, 60,
+                                             [](HDC dc) {
+                                                 FillBox(dc, 0, 0, 60, 60, kKey);
+                                                 HBRUSH brush = CreateSolidBrush(kRed);
+                                                 HGDIOBJ oldBrush = SelectObject(dc, brush);
+                                                 HGDIOBJ oldPen = SelectObject(dc, GetStockObject(NULL_PEN));
+                                                 Ellipse(dc, 0, 0, 61, 61);
+                                                 SelectObject(dc, oldPen);
+                                                 SelectObject(dc, oldBrush);
+                                                 DeleteObject(brush);
+                                             })}})
+                .c_str());
+        ASSERT_NE(module, nullptr);
+    }
+    void TearDown() override {
+        zel::SetDebugSink(nullptr);
+        zel::FreeResourceModule(module);
+        ButtonsTest::TearDown();
+    }
+
+    std::unique_ptr<CZELBmpButton> Make() {
+        auto button = std::make_unique<CZELBmpButton>();
+        EXPECT_TRUE(button->Create(L"", WS_VISIBLE | BS_OWNERDRAW, CRect(10, 10, 70, 70), &parent, kId));
+        parent.Name(button->m_hWnd, "btn");
+        desktop.RunUntilIdle();
+        return button;
+    }
+
+    // Normal (the parent has the focus), focused, pressed, disabled.
+    std::array<COLORREF, 4> Shown(CZELBmpButton& button) {
+        std::array<COLORREF, 4> shown{};
+        const HWND hwnd = button.m_hWnd;
+        parent.SetFocus();
+        desktop.RunUntilIdle();
+        shown[0] = ShownAt(hwnd, 15, 15);
+        button.SetFocus();
+        desktop.RunUntilIdle();
+        shown[1] = ShownAt(hwnd, 15, 15);
+        DownAt(hwnd, 15, 15);
+        shown[2] = ShownAt(hwnd, 15, 15);
+        UpAt(hwnd, 15, 15);
+        parent.SetFocus();
+        button.EnableWindow(FALSE);
+        desktop.RunUntilIdle();
+        shown[3] = ShownAt(hwnd, 15, 15);
+        button.EnableWindow(TRUE);
+        desktop.RunUntilIdle();
+        parent.Take();
+        return shown;
+    }
+
+    HINSTANCE module = nullptr;
+};
+
+using Skins = std::array<COLORREF, 4>;
+
+TEST_F(BmpButton, WindowTakesTheOutlineOfTheNormalSkinOneSpanPerRow) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    CRgn region;
+    region.CreateRectRgn(0, 0, 0, 0);
+    ASSERT_EQ(button->GetWindowRgn(region), COMPLEXREGION);
+    for (int y = -1; y <= 60; ++y)
+        for (int x = -1; x <= 60; ++x) EXPECT_EQ(region.PtInRegion(x, y) != FALSE, InShape(x, y)) << x << "," << y;
+}
+
+TEST_F(BmpButton, RoundSkinGivesARoundButtonWhoseCornersReachTheWindowBelow) {
+    auto button = Make();
+    button->LoadBitmaps(kRound, 0, 0, 0, module);
+    const HWND hwnd = button->m_hWnd;
+    CRgn region;
+    region.CreateRectRgn(0, 0, 0, 0);
+    ASSERT_EQ(button->GetWindowRgn(region), COMPLEXREGION);
+    for (POINT corner : {POINT{0, 0}, POINT{59, 0}, POINT{0, 59}, POINT{59, 59}, POINT{8, 8}, POINT{52, 52}})
+        EXPECT_FALSE(region.PtInRegion(corner)) << corner.x << "," << corner.y;
+    for (POINT face : {POINT{30, 1}, POINT{1, 30}, POINT{58, 30}, POINT{30, 58}, POINT{30, 30}})
+        EXPECT_TRUE(region.PtInRegion(face)) << face.x << "," << face.y;
+
+    TapAt(hwnd, 3, 3);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,13,13);LBUTTONUP(0,13,13)");
+    TapAt(hwnd, 30, 30);
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
+}
+
+TEST_F(BmpButton, HolesInsideARowStayPartOfTheButton) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    const HWND hwnd = button->m_hWnd;
+    TapAt(hwnd, 2, 2);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,12,12);LBUTTONUP(0,12,12)");
+    TapAt(hwnd, 30, 30);
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
+}
+
+TEST_F(BmpButton, AllKeySkinLeavesNothingToHit) {
+    auto button = Make();
+    button->LoadBitmaps(kBlank, 0, 0, 0, module);
+    CRgn region;
+    region.CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(button->GetWindowRgn(region), NULLREGION);
+    TapAt(button->m_hWnd, 30, 30);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,40,40);LBUTTONUP(0,40,40)");
+}
+
+TEST_F(BmpButton, SkinsFollowPressFocusAndEnableState) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    EXPECT_EQ(Shown(*button), (Skins{kRed, kGreen, kBlue, kGrey}));
+    button->LoadBitmaps(kNormal, 0, 0, 0, module);
+    EXPECT_EQ(Shown(*button), (Skins{kRed, kRed, kRed, kRed})) << "absent skins show the normal one";
+}
+
+TEST_F(BmpButton, ClicksOnReleaseInsideOnly) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    const HWND hwnd = button->m_hWnd;
+    DownAt(hwnd, 15, 15);
+    EXPECT_EQ(GetCapture(), hwnd);
+    MoveTo(hwnd, 100, 15);
+    EXPECT_EQ(ShownAt(hwnd, 15, 15), kGreen) << "dragged off, it shows focused";
+    UpAt(hwnd, 100, 15);
+    EXPECT_EQ(parent.Take(), "-");
+    EXPECT_EQ(GetCapture(), nullptr);
+
+    desktop.Advance(1000);
+    DownAt(hwnd, 15, 15);
+    MoveTo(hwnd, 100, 15);
+    MoveTo(hwnd, 45, 45);
+    EXPECT_EQ(ShownAt(hwnd, 15, 15), kBlue);
+    UpAt(hwnd, 45, 45);
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
+}
+
+// The press never reaches the BUTTON logic, but a second tap does: it reports a double
+// click, and the release clicks again.
+TEST_F(BmpButton, DoubleTapClicksTwiceAroundTheDoubleClick) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    TapAt(button->m_hWnd, 15, 15);
+    TapAt(button->m_hWnd, 15, 15);
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn);COMMAND(7,5,btn);COMMAND(7,0,btn)");
+}
+
+TEST_F(BmpButton, ResourceModuleIsUsedForTheCallOnlyAndIdentifiersUseTheirLow16Bits) {
+    auto button = Make();
+    const HINSTANCE before = AfxGetResourceHandle();
+    button->LoadBitmaps(0x10000 | kNormal, 0, 0, 0, module);
+    EXPECT_EQ(AfxGetResourceHandle(), before);
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(button->m_hWnd, 15, 15), kRed);
+}
+
+TEST_F(BmpButton, ShapeBuilderWritesItsDebugLines) {
+    auto button = Make();
+    std::vector<std::wstring> lines;
+    zel::SetDebugSink([&](const std::wstring& line) { lines.push_back(line); });
+    button->LoadBitmaps(kNormal, 0, 0, 0, module);
+    zel::SetDebugSink(nullptr);
+    std::vector<std::wstring> expected = {L"fjeif", L"hDC", L"MemDC", L"for", L"59-5-1-1"};
+    for (int y = 10; y < 50; ++y) expected.push_back(L"10-" + std::to_wstring(y) + L"-40-1");
+    expected.push_back(L"5-55-26-1");
+    EXPECT_EQ(lines, expected);
+}
+
+TEST_F(BmpButton, LoadingBeforeTheWindowExistsShowsTheMessageAndKeepsTheSkins) {
+    zel::ClearMessageBoxes();
+    auto button = std::make_unique<CZELBmpButton>();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    ASSERT_EQ(zel::MessageBoxes().size(), 1u);
+    EXPECT_EQ(zel::MessageBoxes()[0].text, L"fjie");
+    ASSERT_TRUE(button->Create(L"", WS_VISIBLE | BS_OWNERDRAW, CRect(10, 10, 70, 70), &parent, kId));
+    desktop.RunUntilIdle();
+    CRgn region;
+    region.CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(button->GetWindowRgn(region), ERROR) << "no shape";
+    EXPECT_EQ(ShownAt(button->m_hWnd, 2, 2), kKey) << "the skin still paints, key colour and all";
+    zel::ClearMessageBoxes();
+}
+
+TEST_F(BmpButton, UnknownIdentifiersAndModulesDoNotBreakIt) {
+    auto button = Make();
+    zel::ClearMessageBoxes();
+    button->LoadBitmaps(999, 998, 0, 0, module);
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, reinterpret_cast<HINSTANCE>(0x1234));
+    desktop.RunUntilIdle();
+    TapAt(button->m_hWnd, 30, 15);
+    parent.Take();
+    EXPECT_TRUE(zel::MessageBoxes().empty());
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    parent.SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(button->m_hWnd, 15, 15), kRed) << "and it recovers with good skins";
+}
+
+TEST_F(BmpButton, GoldenStates) {
+    auto button = Make();
+    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
+    const HWND hwnd = button->m_hWnd;
+    parent.SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELBmpButton", "normal", zel::test::CaptureWindow(hwnd, 2));
+    button->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELBmpButton", "focus", zel::test::CaptureWindow(hwnd, 2));
+    DownAt(hwnd, 15, 15);
+    EXPECT_GOLDEN("CZELBmpButton", "down", zel::test::CaptureWindow(hwnd, 2));
+    UpAt(hwnd, 15, 15);
+    parent.SetFocus();
+    button->EnableWindow(FALSE);
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELBmpButton", "disabled", zel::test::CaptureWindow(hwnd, 2));
+}
+
+}  // namespace
+}  // namespace buttons_test

@@ -1,0 +1,191 @@
+// CBmpTextButton: stretched skins and a caption whose font and colour follow the focus,
+// drawn through the owner-draw BUTTON class and its parent's reflected WM_DRAWITEM.
+#include <CBmpTextButton.h>
+#include <zel/resources.h>
+
+#include <memory>
+
+#include "button_host.h"
+#include "support/golden.h"
+
+namespace buttons_test {
+namespace {
+
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr COLORREF kNormalFace = RGB(70, 90, 160);
+constexpr COLORREF kFocusFace = RGB(40, 150, 60);
+constexpr COLORREF kDownFace = RGB(170, 50, 50);
+constexpr COLORREF kCells[4][2] = {{RGB(250, 0, 0), RGB(0, 250, 0)},
+                                   {RGB(0, 0, 250), RGB(250, 250, 0)},
+                                   {RGB(0, 250, 250), RGB(250, 0, 250)},
+                                   {RGB(90, 90, 90), RGB(160, 160, 160)}};  // [x][y]
+constexpr UINT kId = 7;
+enum : UINT { kNormal = 201, kFocus, kDown, kCellsSkin };
+const CRect kPlace(10, 10, 130, 50);  // 120 x 40
+
+// The ink height of `text` in bold Tahoma of the given cell height, drawn on its own.
+int ReferenceInkHeight(const wchar_t* text, int height) {
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, 80);
+    ReleaseDC(nullptr, screen);
+    HGDIOBJ oldBitmap = SelectObject(dc, bitmap);
+    FillBox(dc, 0, 0, 200, 80, kWhite);
+    LOGFONTW lf{};
+    lf.lfHeight = height;
+    lf.lfWeight = FW_BOLD;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    wcscpy(lf.lfFaceName, L"Tahoma");
+    HFONT font = CreateFontIndirectW(&lf);
+    HGDIOBJ oldFont = SelectObject(dc, font);
+    RECT rc{0, 0, 200, 80};
+    DrawTextW(dc, text, -1, &rc, DT_SINGLELINE);
+    int top = 80, bottom = 0;
+    for (int y = 0; y < 80; ++y)
+        for (int x = 0; x < 200; ++x)
+            if (GetPixel(dc, x, y) == kBlack) top = std::min(top, y), bottom = std::max(bottom, y + 1);
+    SelectObject(dc, oldFont);
+    SelectObject(dc, oldBitmap);
+    DeleteObject(font);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return bottom - top;
+}
+
+class BmpTextButton : public ButtonsTest {
+protected:
+    void SetUp() override {
+        ButtonsTest::SetUp();
+        module = zel::LoadResourceModule(skins
+                                             .Script({{kNormal, skins.Solid("normal", 30, 10, kNormalFace)},
+                                                      {kFocus, skins.Solid("focus", 30, 10, kFocusFace)},
+                                                      {kDown, skins.Solid("down", 30, 10, kDownFace)},
+                                                      {kCellsSkin, skins.Draw("cells", 4, 2,
+                                                                              [](HDC dc) {
+                                                                                  for (int x = 0; x < 4; ++x)
+                                                                                      for (int y = 0; y < 2; ++y)
+                                                                                          SetPixel(dc, x, y, kCells[x][y]);
+                                                                              })}})
+                                             .c_str());
+        ASSERT_NE(module, nullptr);
+    }
+    void TearDown() override {
+        zel::FreeResourceModule(module);
+        ButtonsTest::TearDown();
+    }
+
+    std::unique_ptr<CBmpTextButton> Make(const wchar_t* caption, const CRect& rect = kPlace,
+                                         UINT normal = kNormal) {
+        auto button = std::make_unique<CBmpTextButton>();
+        EXPECT_TRUE(button->Create(caption, WS_VISIBLE | BS_PUSHBUTTON, rect, &parent, kId));
+        parent.Name(button->m_hWnd, "btn");
+        button->LoadBitmaps(normal, kFocus, kDown, module);
+        desktop.RunUntilIdle();
+        return button;
+    }
+
+    HINSTANCE module = nullptr;
+};
+
+TEST_F(BmpTextButton, FocusedOrPressedCaptionIs25PixelWhiteOtherwise14PixelBlack) {
+    auto button = Make(L"Play");
+    const HWND hwnd = button->m_hWnd;
+    EXPECT_EQ(ShownAt(hwnd, 1, 1), kNormalFace);
+    EXPECT_EQ(InkBox(hwnd, kBlack).Height(), ReferenceInkHeight(L"Play", 14));
+
+    button->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(hwnd, 1, 1), kFocusFace);
+    EXPECT_TRUE(InkBox(hwnd, kBlack).IsRectNull());
+    EXPECT_EQ(InkBox(hwnd, kWhite).Height(), ReferenceInkHeight(L"Play", 25));
+
+    DownAt(hwnd, 60, 20);
+    EXPECT_EQ(ShownAt(hwnd, 1, 1), kDownFace);
+    EXPECT_EQ(InkBox(hwnd, kWhite).Height(), ReferenceInkHeight(L"Play", 25));
+    UpAt(hwnd, 60, 20);
+    EXPECT_EQ(ShownAt(hwnd, 1, 1), kFocusFace);
+}
+
+TEST_F(BmpTextButton, SetFontGivesBothStatesTheFirstHeightAndTheNewColours) {
+    auto button = Make(L"Play");
+    const HWND hwnd = button->m_hWnd;
+    button->SetFont(18, 30, kBlack, kRed);
+    desktop.RunUntilIdle();
+    const int height18 = ReferenceInkHeight(L"Play", 18);
+    EXPECT_EQ(InkBox(hwnd, kBlack).Height(), height18);
+    button->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_EQ(InkBox(hwnd, kRed).Height(), height18);
+    EXPECT_TRUE(InkBox(hwnd, kWhite).IsRectNull());
+}
+
+TEST_F(BmpTextButton, SkinIsStretchedOverTheWholeButton) {
+    auto button = Make(L"", CRect(10, 10, 90, 50), kCellsSkin);  // 4 x 2 cells of 20 x 20
+    const HWND hwnd = button->m_hWnd;
+    for (int y : {0, 19, 20, 39})
+        for (int x : {0, 19, 20, 39, 40, 59, 60, 79})
+            EXPECT_EQ(ShownAt(hwnd, x, y), kCells[x / 20][y / 20]) << x << "," << y;
+    EXPECT_EQ(ShownAt(hwnd, 80, 20), kSentinel);
+    EXPECT_EQ(ShownAt(hwnd, 20, 40), kSentinel);
+}
+
+TEST_F(BmpTextButton, PushedWithoutTheFocusDrawsAsNormal) {
+    auto button = Make(L"Play");
+    parent.SetFocus();
+    button->SetState(TRUE);
+    EXPECT_EQ(ShownAt(button->m_hWnd, 1, 1), kNormalFace);
+    EXPECT_EQ(InkBox(button->m_hWnd, kBlack).Height(), ReferenceInkHeight(L"Play", 14));
+}
+
+TEST_F(BmpTextButton, ClicksAreTheButtonClasssOwn) {
+    auto button = Make(L"Play");
+    TapAt(button->m_hWnd, 60, 20);
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
+    desktop.Advance(1000);
+    DownAt(button->m_hWnd, 60, 20);
+    MoveTo(button->m_hWnd, 200, 20);
+    UpAt(button->m_hWnd, 200, 20);
+    EXPECT_EQ(parent.Take(), "-");
+}
+
+TEST_F(BmpTextButton, LoadBitmapsMakesItOwnerDrawn) {
+    auto button = std::make_unique<CBmpTextButton>();
+    ASSERT_TRUE(button->Create(L"x", WS_VISIBLE | BS_PUSHBUTTON, kPlace, &parent, kId));
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
+    button->LoadBitmaps(kNormal, kFocus, kDown, module);
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
+}
+
+TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {
+    const int fonts = zel::LiveGdiObjects().fonts;
+    auto button = Make(L"Play");
+    EXPECT_EQ(zel::LiveGdiObjects().fonts, fonts + 2);
+    button->DestroyWindow();
+    EXPECT_EQ(zel::LiveGdiObjects().fonts, fonts);
+    button.reset();
+    { CBmpTextButton never; }
+    EXPECT_EQ(zel::LiveGdiObjects().fonts, fonts);
+}
+
+TEST_F(BmpTextButton, GoldenStates) {
+    auto button = Make(L"Play");
+    const HWND hwnd = button->m_hWnd;
+    EXPECT_GOLDEN("CBmpTextButton", "normal", zel::test::CaptureWindow(hwnd, 1));
+    button->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CBmpTextButton", "focus", zel::test::CaptureWindow(hwnd, 1));
+    DownAt(hwnd, 60, 20);
+    EXPECT_GOLDEN("CBmpTextButton", "down", zel::test::CaptureWindow(hwnd, 1));
+    UpAt(hwnd, 60, 20);
+    button->SetFont(18, 30, kBlack, kRed);
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CBmpTextButton", "setfont_focus", zel::test::CaptureWindow(hwnd, 1));
+    parent.SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CBmpTextButton", "setfont_normal", zel::test::CaptureWindow(hwnd, 1));
+}
+
+}  // namespace
+}  // namespace buttons_test

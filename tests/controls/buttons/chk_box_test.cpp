@@ -1,0 +1,283 @@
+// CZELChkBox: toggling by tap and Enter, the hit area that follows the measured caption,
+// caption layout and font, the three images, and its unusual clean-up.
+#include <CImageRadioBox.h>
+#include <CZELButton.h>
+#include <CZELChkBox.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "button_host.h"
+#include "support/golden.h"
+
+namespace buttons_test {
+namespace {
+
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 255);
+constexpr COLORREF kBack = RGB(200, 220, 240);
+constexpr COLORREF kBackRight = RGB(240, 230, 190);
+constexpr COLORREF kUnchecked = RGB(250, 250, 250);
+constexpr COLORREF kChecked = RGB(30, 160, 60);
+constexpr UINT kId = 8;
+const CRect kPlace(10, 60, 210, 100);  // 200 x 40: the 20 x 20 box is at (0, 10)
+
+class ChkProbe : public CZELChkBox {
+public:
+    using CZELChkBox::m_hFont;
+};
+
+class ChkBox : public ButtonsTest {
+protected:
+    std::unique_ptr<ChkProbe> Make(const wchar_t* caption, const CRect& rect = kPlace) {
+        auto box = std::make_unique<ChkProbe>();
+        EXPECT_TRUE(box->Create(nullptr, caption, WS_VISIBLE, rect, &parent, kId));
+        parent.Name(box->m_hWnd, "chk");
+        box->LoadSkin(CString((checked + "|" + unchecked + "|" + back + "|").c_str()), CString());
+        desktop.RunUntilIdle();
+        return box;
+    }
+
+    std::string Mark(const std::string& name, int w, int h, COLORREF face) {
+        return skins.Draw(name, w, h, [=](HDC dc) {
+            FillBox(dc, 0, 0, w, h, RGB(60, 60, 60));
+            FillBox(dc, 2, 2, w - 2, h - 2, face);
+        });
+    }
+
+    std::string checked = Mark("checked", 20, 20, kChecked);
+    std::string unchecked = Mark("unchecked", 20, 20, kUnchecked);
+    std::string back = skins.Draw("back", 2, 1, [](HDC dc) {
+        SetPixel(dc, 0, 0, kBack);
+        SetPixel(dc, 1, 0, kBackRight);
+    });
+};
+
+TEST_F(ChkBox, TapOnTheBoxTogglesAndTellsTheParent) {
+    auto box = Make(L"Mute");
+    const HWND hwnd = box->m_hWnd;
+    EXPECT_EQ(box->GetCheck(), 0);
+    EXPECT_EQ(ShownAt(hwnd, 10, 20), kUnchecked);
+    TapAt(hwnd, 10, 20);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+    EXPECT_EQ(box->GetCheck(), 1);
+    EXPECT_EQ(ShownAt(hwnd, 10, 20), kChecked);
+    EXPECT_EQ(GetFocus(), hwnd);
+    desktop.Advance(1000);
+    TapAt(hwnd, 10, 20);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+    EXPECT_EQ(box->GetCheck(), 0);
+    EXPECT_EQ(ShownAt(hwnd, 10, 20), kUnchecked);
+}
+
+TEST_F(ChkBox, SecondTapOfADoubleTapDoesNotToggle) {
+    auto box = Make(L"Mute");
+    TapAt(box->m_hWnd, 10, 20);
+    TapAt(box->m_hWnd, 10, 20);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+    EXPECT_EQ(box->GetCheck(), 1);
+}
+
+TEST_F(ChkBox, TapsCountOnTheMeasuredCaptionWithinTheBoxRows) {
+    auto box = Make(L"Mute");
+    const HWND hwnd = box->m_hWnd;
+    const CRect ink = InkBox(hwnd, kBlack);
+    ASSERT_FALSE(ink.IsRectEmpty());
+    const CPoint centre = ink.CenterPoint();
+    TapAt(hwnd, centre.x, centre.y);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+    desktop.Advance(1000);
+    TapAt(hwnd, ink.right + 15, centre.y);
+    EXPECT_EQ(parent.Take(), "-") << "the blank rest of the caption does not toggle";
+    desktop.Advance(1000);
+    TapAt(hwnd, centre.x, 5);
+    EXPECT_EQ(parent.Take(), "-") << "above the box's rows";
+    EXPECT_EQ(box->GetCheck(), 1);
+}
+
+TEST_F(ChkBox, PressAndReleaseMustBothBeInTheHitArea) {
+    auto box = Make(L"Mute");
+    const HWND hwnd = box->m_hWnd;
+    DownAt(hwnd, 150, 20);
+    MoveTo(hwnd, 10, 20);
+    UpAt(hwnd, 10, 20);
+    desktop.Advance(1000);
+    DownAt(hwnd, 10, 20);
+    UpAt(hwnd, 150, 20);
+    EXPECT_EQ(parent.Take(), "-");
+    EXPECT_EQ(box->GetCheck(), 0);
+}
+
+TEST_F(ChkBox, WithoutAutoClickTapsDoNothingButEnterToggles) {
+    auto box = Make(L"Mute");
+    box->SetAutoClick(false);
+    TapAt(box->m_hWnd, 10, 20);
+    EXPECT_EQ(parent.Take(), "-");
+    EXPECT_NE(GetFocus(), box->m_hWnd) << "an ignored tap does not take the focus either";
+    box->SetFocus();
+    desktop.KeyDown(VK_RETURN);
+    desktop.KeyUp(VK_RETURN);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+    EXPECT_EQ(box->GetCheck(), 1);
+    EXPECT_EQ(ShownAt(box->m_hWnd, 10, 20), kChecked);
+    desktop.KeyDown(VK_RETURN);
+    EXPECT_EQ(box->GetCheck(), 0);
+    desktop.KeyDown(VK_SPACE);
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)") << "only Enter";
+}
+
+TEST_F(ChkBox, SetCheckDoesNotNotify) {
+    auto box = Make(L"Mute");
+    box->SetCheck(5);
+    desktop.RunUntilIdle();
+    EXPECT_EQ(box->GetCheck(), 1);
+    EXPECT_EQ(ShownAt(box->m_hWnd, 10, 20), kChecked);
+    box->SetCheck(0);
+    desktop.RunUntilIdle();
+    EXPECT_EQ(box->GetCheck(), 0);
+    EXPECT_EQ(ShownAt(box->m_hWnd, 10, 20), kUnchecked);
+    EXPECT_EQ(parent.Take(), "-");
+}
+
+// Measured word-wrapped, a caption shorter than 31 pixels is one centred line; taller, it
+// is drawn wrapped from the top of its rectangle.
+TEST_F(ChkBox, CaptionWrapsOnlyWhenItsWrappedHeightReaches31) {
+    const wchar_t* kLong = L"Repeat every track of the album";
+    const CRect tall(10, 10, 170, 90);  // 160 x 80: the caption gets 134 pixels
+    auto wrapped = Make(kLong, tall);
+    const CRect two = InkBox(wrapped->m_hWnd, kBlack);
+    EXPECT_LT(two.top, 8) << "from the top";
+    EXPECT_GT(two.Height(), 24) << "two lines";
+
+    wrapped->SetFont(14, CString(L"Tahoma"), kBlack);
+    desktop.RunUntilIdle();
+    const CRect one = InkBox(wrapped->m_hWnd, kBlack);
+    EXPECT_LT(one.Height(), 16) << "two 14-pixel lines measure 28: drawn as one line";
+    EXPECT_GT(one.top, 25) << "centred";
+    EXPECT_GE(one.right, 159) << "the single line runs to the clipped edge";
+}
+
+TEST_F(ChkBox, SetFontAlwaysUsesTahoma) {
+    auto box = Make(L"Mute");
+    box->SetFont(24, CString(L"Arial"), kBlue);
+    desktop.RunUntilIdle();
+    LOGFONTW lf{};
+    ASSERT_EQ(GetObjectW(box->m_hFont, sizeof lf, &lf), static_cast<int>(sizeof lf));
+    EXPECT_EQ(lf.lfHeight, 24);
+    EXPECT_EQ(lf.lfWeight, FW_NORMAL);
+    EXPECT_EQ(lf.lfCharSet, DEFAULT_CHARSET);
+    EXPECT_STREQ(lf.lfFaceName, L"Tahoma");
+    EXPECT_TRUE(InkBox(box->m_hWnd, kBlack).IsRectNull());
+    EXPECT_FALSE(InkBox(box->m_hWnd, kBlue).IsRectNull());
+}
+
+TEST_F(ChkBox, SkinPiecesAreCheckedUncheckedBackgroundAndTheBoxTakesTheUncheckedSize) {
+    auto box = Make(L"");
+    const HWND hwnd = box->m_hWnd;
+    const std::string small = Mark("small", 20, 12, kUnchecked);
+    box->LoadSkin(CString((checked + "|" + small + "|" + back + "|").c_str()), CString());
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(hwnd, 10, 13), kBack);  // the box is at (0, 14)-(20, 26)
+    EXPECT_EQ(ShownAt(hwnd, 10, 16), kUnchecked);
+    EXPECT_EQ(ShownAt(hwnd, 10, 23), kUnchecked);
+    EXPECT_EQ(ShownAt(hwnd, 10, 26), kBack);
+    EXPECT_EQ(ShownAt(hwnd, 199, 39), kBackRight) << "the background is stretched over the control";
+    box->SetCheck(1);
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(hwnd, 10, 16), kChecked);
+    EXPECT_EQ(ShownAt(hwnd, 10, 26), kBack) << "the checked image is cut to the box";
+
+    box->LoadSkin(CString((checked + "|").c_str()), CString());
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(hwnd, 100, 20), kChecked) << "missing pieces repeat the first";
+}
+
+TEST_F(ChkBox, BadImagesLeaveNoBoxAndNoCrash) {
+    const std::string junk = (skins.Dir() / "junk.bmp").string();
+    std::ofstream(junk, std::ios::binary) << "BM\x01\x02 broken";
+    auto box = std::make_unique<ChkProbe>();
+    ASSERT_TRUE(box->Create(nullptr, L"Mute", WS_VISIBLE, kPlace, &parent, kId));
+    box->LoadBitmapW(CString(junk.c_str()), CString(L""), CString(L"/no/such/back.bmp"));
+    desktop.RunUntilIdle();
+    const CRect ink = InkBox(box->m_hWnd, kBlack);
+    EXPECT_LT(ink.left, 10) << "no box: the caption starts 5 pixels in";
+    TapAt(box->m_hWnd, ink.CenterPoint().x, 20);
+    EXPECT_EQ(parent.Take(), "-") << "and the hit area has no rows";
+}
+
+TEST_F(ChkBox, PathsLongerThanMaxPathAreCut) {
+    std::filesystem::path dir = skins.Dir();
+    while (dir.string().size() < MAX_PATH) dir /= "a_rather_long_folder_name";
+    std::filesystem::create_directories(dir);
+    const std::string longPath = (dir / "unchecked.bmp").string();
+    std::filesystem::copy_file(unchecked, longPath);
+
+    auto box = Make(L"");
+    box->LoadBitmapW(CString(checked.c_str()), CString(longPath.c_str()), CString(back.c_str()));
+    desktop.RunUntilIdle();
+    EXPECT_NE(ShownAt(box->m_hWnd, 10, 20), kUnchecked);
+
+    CZELButton button;  // the push button takes the whole path
+    ASSERT_TRUE(button.Create(L"", WS_VISIBLE | BS_OWNERDRAW, CRect(220, 10, 240, 30), &parent, 9, false));
+    button.LoadSkin(CString((longPath + "|").c_str()), CString());
+    desktop.RunUntilIdle();
+    EXPECT_EQ(ShownAt(button.m_hWnd, 10, 10), kUnchecked);
+}
+
+// The window's destruction releases the background (twice) and the checked image only;
+// the unchecked image and the font go with the object.
+TEST_F(ChkBox, DestroyingTheWindowLeavesTheUncheckedImageAndFontToTheObject) {
+    const zel::GdiCounts base = zel::LiveGdiObjects();
+    auto box = Make(L"Mute");
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, base.bitmaps + 3);
+    EXPECT_EQ(zel::LiveGdiObjects().fonts, base.fonts + 1);
+    box->DestroyWindow();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, base.bitmaps + 1);
+    EXPECT_EQ(zel::LiveGdiObjects().fonts, base.fonts + 1);
+    box.reset();
+    EXPECT_EQ(zel::LiveGdiObjects().total(), base.total());
+}
+
+TEST_F(ChkBox, SurvivesAParentThatDestroysItFromTheToggle) {
+    auto box = Make(L"Mute");
+    const HWND hwnd = box->m_hWnd;
+    parent.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == WM_COMMAND) box.reset();
+    };
+    TapAt(hwnd, 10, 20);
+    EXPECT_FALSE(IsWindow(hwnd));
+    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
+}
+
+TEST_F(ChkBox, ImageRadioBoxIsAPlainWindow) {
+    CImageRadioBox radio;
+    ASSERT_TRUE(radio.Create(nullptr, L"", WS_VISIBLE, CRect(10, 10, 40, 40), &parent, 11));
+    desktop.RunUntilIdle();
+    TapAt(radio.m_hWnd, 5, 5);
+    EXPECT_EQ(parent.Take(), "-");
+    EXPECT_TRUE(radio.DestroyWindow());
+}
+
+TEST_F(ChkBox, GoldenStates) {
+    auto box = Make(L"Mute");
+    const HWND hwnd = box->m_hWnd;
+    EXPECT_GOLDEN("CZELChkBox", "unchecked", zel::test::CaptureWindow(hwnd, 1));
+    box->SetCheck(1);
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELChkBox", "checked", zel::test::CaptureWindow(hwnd, 1));
+    box->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELChkBox", "checked_focus", zel::test::CaptureWindow(hwnd, 1));
+    box->SetFont(24, CString(L"Arial"), kBlue);
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELChkBox", "font24_focus", zel::test::CaptureWindow(hwnd, 1));
+
+    auto wrapped = Make(L"Repeat every track of the album", CRect(10, 110, 170, 190));
+    wrapped->SetFocus();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELChkBox", "wrapped_focus", zel::test::CaptureWindow(wrapped->m_hWnd, 1));
+}
+
+}  // namespace
+}  // namespace buttons_test

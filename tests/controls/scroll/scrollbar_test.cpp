@@ -1,0 +1,565 @@
+// CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
+// their notifications, repeats, drags, keys and painting.
+#include <zel/desktop.h>
+
+#include <memory>
+
+#include "CZELScrollbar.h"
+#include "scroll_fixture.h"
+#include "support/golden.h"
+
+namespace {
+
+using scrolltest::Column;
+using scrolltest::Hex;
+using scrolltest::kSentinel;
+using scrolltest::ScreenPixel;
+
+zel::Desktop& D() { return zel::Desktop::Get(); }
+
+// The skin: 8-pixel arrows with a dark outer row, a 12 x 24 track with a dark left column
+// and bands of 4 rows, an 8 x 6 framed thumb. The bar is 12 x 40 at (10, 10) of the parent
+// (the parent sits at the screen's origin): arrows at rows 0-7 and 32-39, track 8-31.
+const COLORREF kUp = RGB(200, 60, 60), kUpPressed = RGB(255, 140, 140), kUpEdge = RGB(120, 30, 30);
+const COLORREF kDown = RGB(60, 60, 200), kDownPressed = RGB(140, 140, 255), kDownEdge = RGB(30, 30, 120);
+const COLORREF kTrackA = RGB(220, 220, 220), kTrackB = RGB(190, 190, 190), kTrackEdge = RGB(100, 100, 100);
+const COLORREF kThumb = RGB(40, 160, 40), kThumbPressed = RGB(120, 230, 120), kThumbFrame = RGB(0, 90, 0);
+constexpr int kX = 10, kY = 10;  // the bar's origin on the screen
+
+COLORREF TrackArt(int x, int y) { return x == 0 ? kTrackEdge : (y / 4) % 2 ? kTrackB : kTrackA; }
+
+// Exposes the cells for layout checks.
+class ProbeBar : public CZELScrollbar {
+public:
+    using CZELScrollbar::m_bVertical;
+    using CZELScrollbar::m_rcDownArrow;
+    using CZELScrollbar::m_rcPageDown;
+    using CZELScrollbar::m_rcPageUp;
+    using CZELScrollbar::m_rcThumb;
+    using CZELScrollbar::m_rcTrack;
+    using CZELScrollbar::m_rcUpArrow;
+};
+
+class ScrollbarTest : public scrolltest::ControlTest {
+protected:
+    void SetUp() override {
+        ControlTest::SetUp();
+        parent = std::make_unique<scrolltest::Parent>();
+        skins = std::make_unique<scrolltest::SkinFolder>();
+        skins->Write("up", {12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUp; }});
+        skins->Write("up_down", {12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUpPressed; }});
+        skins->Write("down", {12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDown; }});
+        skins->Write("down_down", {12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDownPressed; }});
+        skins->Write("track", {12, 24, TrackArt});
+        skins->Write("thumb", scrolltest::Framed(8, 6, kThumb, kThumbFrame));
+        skins->Write("thumb_down", scrolltest::Framed(8, 6, kThumbPressed, kThumbFrame));
+    }
+    void TearDown() override {
+        bar.reset();
+        parent.reset();
+        skins.reset();
+        ControlTest::TearDown();
+    }
+
+    CString SkinString() const {
+        CString s;
+        for (const char* piece : {"up", "up_down", "track", "thumb", "thumb_down", "down", "down_down"})
+            s += L" " + skins->Path(piece) + L" |";
+        return s;
+    }
+
+    ProbeBar& MakeBar(bool skinned = true) {
+        bar = std::make_unique<ProbeBar>();
+        EXPECT_TRUE(bar->Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + 30, kY + 90), parent->wnd(),
+                                9001));
+        parent->Name(bar->m_hWnd, "bar");
+        if (skinned) bar->LoadSkin(SkinString(), L"");
+        D().RunUntilIdle();
+        parent->Take();
+        return *bar;
+    }
+
+    // The first row (bar coordinates) of the thumb's frame in the thumb's middle column.
+    int ThumbTop() const {
+        for (int y = 0; y < 80; ++y)
+            if (ScreenPixel(kX + 5, kY + y) == kThumbFrame) return y;
+        return -1;
+    }
+
+    std::unique_ptr<scrolltest::Parent> parent;
+    std::unique_ptr<scrolltest::SkinFolder> skins;
+    std::unique_ptr<ProbeBar> bar;
+};
+
+// ---- layout and painting -------------------------------------------------------------------
+
+TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
+    ProbeBar& b = MakeBar();
+    CRect window;
+    b.GetWindowRect(&window);
+    EXPECT_EQ(window, CRect(kX, kY, kX + 12, kY + 40)) << "track width, track height plus two arrows; not moved";
+    EXPECT_TRUE(b.m_bVertical);
+    EXPECT_EQ(b.m_rcUpArrow, CRect(0, 0, 12, 8));
+    EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 12, 32));
+    EXPECT_EQ(b.m_rcDownArrow, CRect(0, 32, 12, 40));
+    EXPECT_EQ(b.m_rcThumb, CRect(2, 8, 10, 14)) << "centred across the track";
+    EXPECT_EQ(b.m_rcPageUp, CRect(0, 8, 12, 8));
+    EXPECT_EQ(b.m_rcPageDown, CRect(0, 14, 12, 32));
+
+    // Up arrow, thumb over the track, track bands, down arrow; the sentinel all around.
+    std::string expected = Hex(kSentinel) + " " + Hex(kUpEdge);
+    for (int y = 1; y < 8; ++y) expected += " " + Hex(kUp);
+    for (int y = 8; y < 14; ++y) expected += " " + Hex(y == 8 || y == 13 ? kThumbFrame : kThumb);
+    for (int y = 14; y < 32; ++y) expected += " " + Hex(TrackArt(5, y - 8));
+    for (int y = 32; y < 40; ++y) expected += " " + Hex(y == 39 ? kDownEdge : kDown);
+    expected += " " + Hex(kSentinel);
+    EXPECT_EQ(Column(kX + 5, kY - 1, kY + 41), expected);
+    EXPECT_EQ(ScreenPixel(kX - 1, kY + 20), kSentinel);
+    EXPECT_EQ(ScreenPixel(kX + 12, kY + 20), kSentinel);
+    EXPECT_EQ(ScreenPixel(kX, kY + 20), kTrackEdge);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+}
+
+TEST_F(ScrollbarTest, ThumbTopFollowsThePositionWithTruncatingDivision) {
+    MakeBar();
+    struct Case {
+        long pos;
+        int top;
+    };
+    // top = 8 + (24 - 6) x pos / 100
+    for (Case c : {Case{0, 8}, Case{33, 13}, Case{50, 17}, Case{99, 25}, Case{100, 26}}) {
+        bar->SetScrollPos(c.pos, TRUE);
+        D().RunUntilIdle();
+        EXPECT_EQ(ThumbTop(), c.top) << "pos " << c.pos;
+        EXPECT_EQ(bar->m_rcPageUp, CRect(0, 8, 12, c.top)) << "pos " << c.pos;
+        EXPECT_EQ(bar->m_rcPageDown, CRect(0, c.top + 6, 12, 32)) << "pos " << c.pos;
+    }
+    bar->SetScrollRange(-50, 50);
+    bar->SetScrollPos(-25, TRUE);
+    D().RunUntilIdle();
+    EXPECT_EQ(ThumbTop(), 8 + 18 * 25 / 100) << "measured from the minimum";
+}
+
+TEST_F(ScrollbarTest, GoldensAtMiddleAndMax) {
+    MakeBar();
+    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
+    bar->SetScrollPos(50, TRUE);
+    D().RunUntilIdle();
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "middle", fence));
+    bar->SetScrollPos(100, TRUE);
+    D().RunUntilIdle();
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "max", fence));
+}
+
+TEST_F(ScrollbarTest, PressedArrowAndPressedThumbShowTheirImages) {
+    MakeBar();
+    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
+    D().PointerDown(kX + 5, kY + 35);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 3), kUp);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "pressed_arrow", fence));
+    D().PointerUp(kX + 5, kY + 35);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown) << "the release clears the pressed part";
+
+    bar->SetScrollPos(50, TRUE);
+    D().RunUntilIdle();
+    D().PointerDown(kX + 5, kY + 19);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumbPressed);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "pressed_thumb", fence));
+    D().PointerUp(kX + 5, kY + 19);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumb);
+}
+
+TEST_F(ScrollbarTest, ResourceSkinMatchesThePathSkin) {
+    HINSTANCE module = skins->Module({{101, "thumb"},
+                                      {102, "thumb_down"},
+                                      {103, "track"},
+                                      {104, "up"},
+                                      {105, "down"},
+                                      {106, "down_down"},
+                                      {107, "up_down"}});
+    ProbeBar& b = MakeBar(false);
+    HINSTANCE before = AfxGetResourceHandle();
+    // Identifiers count by their low 16 bits.
+    b.LoadBitmapW(101, 102, 0x10000 | 103, 104, 105, 106, 107, module);
+    EXPECT_EQ(AfxGetResourceHandle(), before) << "the resource handle is restored";
+    D().RunUntilIdle();
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+
+    // Without a module the current resource handle is used.
+    AfxSetResourceHandle(module);
+    b.LoadBitmapW(101, 102, 103, 104, 105, 106, 107, nullptr);
+    AfxSetResourceHandle(before);
+    D().RunUntilIdle();
+    EXPECT_EQ(ThumbTop(), 8);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 33), kDown);
+}
+
+TEST_F(ScrollbarTest, MoveWindowStretchesTheTrackAndMovesTheDownArrow) {
+    ProbeBar& b = MakeBar();
+    b.MoveWindow(kX, kY, 12, 72, TRUE);
+    EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 12, 64));
+    EXPECT_EQ(b.m_rcDownArrow, CRect(0, 64, 12, 72));
+    b.SetScrollPos(100, TRUE);
+    D().RunUntilIdle();
+    EXPECT_EQ(ThumbTop(), 58) << "8 + 56 - 6";
+    // The track's 24 rows stretched over 56: source row ceil((2i+1) x 24 / 112) - 1.
+    for (int i = 0; i < 50; ++i) {
+        const int source = ((2 * i + 1) * 24 + 111) / 112 - 1;
+        ASSERT_EQ(ScreenPixel(kX + 5, kY + 8 + i), TrackArt(5, source)) << "track row " << i;
+    }
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 64), kDown);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 71), kDownEdge);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 72), kSentinel);
+
+    D().Tap(kX + 5, kY + 68);
+    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBPOSITION,100,bar);VSCROLL(LINEDOWN,0,bar)");
+}
+
+// ---- range, page, line, position ----------------------------------------------------------
+
+TEST_F(ScrollbarTest, RangeRules) {
+    ProbeBar& b = MakeBar();
+    long lo = -1, hi = -1;
+    b.GetRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 100);
+    EXPECT_EQ(b.GetPageSize(), -1);
+    EXPECT_EQ(b.GetLineSize(), 1);
+    EXPECT_EQ(b.GetScrollPos(), 0);
+
+    b.SetScrollPos(60, FALSE);
+    b.SetScrollRange(5, 5);
+    b.GetRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 1);
+    EXPECT_EQ(b.GetScrollPos(), 0) << "a degenerate range resets the position";
+
+    b.SetScrollRange(9, 3);
+    b.GetRange(lo, hi);
+    EXPECT_EQ(hi - lo, 1);
+
+    b.SetScrollRange(10, 20);
+    EXPECT_EQ(b.GetScrollPos(), 10) << "clamped up to the new minimum";
+    b.SetScrollPos(20, FALSE);
+    b.SetScrollRange(0, 15);
+    EXPECT_EQ(b.GetScrollPos(), 15) << "clamped down to the new maximum";
+    b.SetScrollPos(-7, FALSE);
+    EXPECT_EQ(b.GetScrollPos(), 0);
+
+    D().RunUntilIdle();
+    RECT update;
+    b.GetRange(lo, hi);
+    EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE)) << "reading the range invalidates the bar";
+}
+
+TEST_F(ScrollbarTest, PageAndLineSizeRules) {
+    ProbeBar& b = MakeBar();  // range 0..100
+    struct Case {
+        long in, stored;
+    };
+    for (Case c : {Case{1, 1}, Case{99, 99}, Case{100, 100}, Case{500, 100}, Case{-1, -1}, Case{0, 0}, Case{-5, 0}}) {
+        EXPECT_EQ(b.SetPagesize(c.in), c.stored) << "page " << c.in;
+        EXPECT_EQ(b.GetPageSize(), c.stored) << "page " << c.in;
+    }
+    for (Case c : {Case{5, 5}, Case{100, 100}, Case{150, 100}, Case{99, 99}}) {
+        EXPECT_EQ(b.SetLineSize(c.in), c.stored) << "line " << c.in;
+        EXPECT_EQ(b.GetLineSize(), c.stored) << "line " << c.in;
+    }
+    EXPECT_EQ(b.SetLineSize(0), -1);
+    EXPECT_EQ(b.SetLineSize(-3), -1);
+    EXPECT_EQ(b.GetLineSize(), 99) << "a rejected line leaves the old one";
+}
+
+TEST_F(ScrollbarTest, ScrollInfoTakesRangeAndPageAsGivenAndClampsThePosition) {
+    ProbeBar& b = MakeBar();
+    SCROLLINFO si{sizeof si, 0, 10, 60, 7, 70, 20};
+    EXPECT_TRUE(b.SetScrollInfo(&si, TRUE));
+    EXPECT_EQ(b.GetScrollPos(), 60) << "fMask 0 takes nPos";
+    EXPECT_EQ(si.nPos, 60) << "the clamped position is written back";
+    EXPECT_EQ(si.nTrackPos, 20);
+    EXPECT_EQ(b.GetPageSize(), 7);
+
+    si = SCROLLINFO{sizeof si, SIF_POS, 10, 60, 0xFFFFFFFFu, 30, 5};
+    EXPECT_TRUE(b.SetScrollInfo(&si, FALSE));
+    EXPECT_EQ(b.GetScrollPos(), 10) << "a non-zero fMask takes nTrackPos";
+    EXPECT_EQ(si.nTrackPos, 10);
+    EXPECT_EQ(si.nPos, 30);
+    EXPECT_EQ(b.GetPageSize(), -1) << "a page of 0xFFFFFFFF reads as not set";
+
+    SCROLLINFO out{sizeof out, 0, -9, -9, 9, -9, -9};
+    EXPECT_TRUE(b.GetScrollInfo(&out, SIF_ALL));
+    EXPECT_EQ(out.nMin, -9) << "fMask 0: nothing is filled";
+    out.fMask = SIF_RANGE;
+    EXPECT_TRUE(b.GetScrollInfo(&out, SIF_ALL));
+    EXPECT_EQ(out.nMin, 10);
+    EXPECT_EQ(out.nMax, 60);
+    EXPECT_EQ(out.nPage, 0xFFFFFFFFu);
+    EXPECT_EQ(out.nPos, 10);
+    EXPECT_EQ(out.nTrackPos, 10);
+
+    // No checks on the range: even an empty one is taken, and painting survives it.
+    si = SCROLLINFO{sizeof si, 0, 40, 40, 0, 40, 0};
+    EXPECT_TRUE(b.SetScrollInfo(&si, TRUE));
+    long lo, hi;
+    b.GetRange(lo, hi);
+    EXPECT_EQ(lo, 40);
+    EXPECT_EQ(hi, 40);
+    D().RunUntilIdle();
+    EXPECT_EQ(ThumbTop(), 8);
+
+    EXPECT_FALSE(b.SetScrollInfo(nullptr, TRUE));
+    EXPECT_FALSE(b.GetScrollInfo(nullptr, SIF_ALL));
+    EXPECT_EQ(parent->Take(), "-") << "scroll info is silent";
+}
+
+TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
+    ProbeBar& b = MakeBar();
+    b.SetScrollPos(40, TRUE);
+    b.SetScrollPos(500, FALSE);
+    b.SetScrollPos(100, FALSE);
+    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBPOSITION,40,bar);VSCROLL(THUMBPOSITION,100,bar);"
+                              "VSCROLL(THUMBPOSITION,100,bar)");
+    EXPECT_EQ(b.GetScrollPos(), 100);
+}
+
+TEST_F(ScrollbarTest, BeforeASkinTheBarIsHorizontalAndPaintsNothing) {
+    ProbeBar& b = MakeBar(false);
+    EXPECT_FALSE(b.m_bVertical);
+    b.SetScrollPos(3, TRUE);
+    EXPECT_EQ(parent->Take(), "HSCROLL(THUMBPOSITION,3,bar)");
+    D().RunUntilIdle();
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 5), kSentinel) << "no drawing of its own: what lies beneath shows";
+}
+
+// ---- steps, repeats, drags --------------------------------------------------------------------
+
+TEST_F(ScrollbarTest, LineStepAtTheMinimumStillNotifies) {
+    ProbeBar& b = MakeBar();
+    D().Tap(kX + 5, kY + 3);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)");
+    EXPECT_EQ(b.GetScrollPos(), 0);
+
+    D().Tap(kX + 5, kY + 35);
+    EXPECT_EQ(b.GetScrollPos(), 1);
+    b.SetLineSize(30);
+    b.SetScrollPos(90, FALSE);
+    D().Advance(600);  // apart by more than the double-click time
+    D().Tap(kX + 5, kY + 35);
+    EXPECT_EQ(b.GetScrollPos(), 100) << "a line step stops at the maximum";
+    D().Advance(600);
+    D().Tap(kX + 5, kY + 35);
+    EXPECT_EQ(b.GetScrollPos(), 100);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(THUMBPOSITION,90,bar);VSCROLL(LINEDOWN,0,bar);"
+                              "VSCROLL(LINEDOWN,0,bar)");
+    D().Advance(600);
+    D().Tap(kX + 5, kY + 3);
+    EXPECT_EQ(b.GetScrollPos(), 70);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)") << "no pointer messages are forwarded";
+}
+
+// The bar's window class takes double clicks, and the bar has no use for them: of two quick
+// taps on an arrow only the first steps.
+TEST_F(ScrollbarTest, ASecondQuickTapIsADoubleClickTheBarIgnores) {
+    ProbeBar& b = MakeBar();
+    D().Tap(kX + 5, kY + 35);
+    D().Advance(100);
+    D().Tap(kX + 5, kY + 35);
+    D().Advance(100);
+    D().Tap(kX + 5, kY + 35);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar)");
+    EXPECT_EQ(b.GetScrollPos(), 2);
+}
+
+TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
+    ProbeBar& b = MakeBar();
+    parent->timed = true;
+    D().PointerDown(kX + 5, kY + 35);
+    D().Advance(250);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)@0;VSCROLL(LINEDOWN,0,bar)@100;VSCROLL(LINEDOWN,0,bar)@200");
+
+    // Off the arrow the repeat pauses and the arrow looks released; back on, it resumes.
+    D().PointerMove(kX + 5, kY + 20);
+    D().Advance(100);
+    EXPECT_EQ(parent->Take(), "-");
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown);
+    D().PointerMove(kX + 5, kY + 36);
+    D().Advance(100);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)@400");
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
+    EXPECT_EQ(b.GetScrollPos(), 4);
+
+    D().PointerUp(kX + 5, kY + 36);
+    D().Advance(500);
+    EXPECT_EQ(parent->Take(), "-") << "the release kills the timer";
+}
+
+TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
+    ProbeBar& b = MakeBar();
+    parent->timed = true;
+    D().PointerDown(kX + 5, kY + 31);  // the track's last row, below the thumb all the way
+    D().Advance(1000);
+    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEDOWN,0,bar)@0;VSCROLL(PAGEDOWN,0,bar)@100;VSCROLL(PAGEDOWN,0,bar)@200;"
+                              "VSCROLL(PAGEDOWN,0,bar)@300;VSCROLL(PAGEDOWN,0,bar)@400");
+    EXPECT_EQ(b.GetScrollPos(), 100);
+    EXPECT_FALSE(::KillTimer(b.m_hWnd, 4)) << "the page-down timer killed itself at the maximum";
+    D().PointerUp(kX + 5, kY + 31);
+}
+
+TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
+    ProbeBar& b = MakeBar();
+    b.SetScrollPos(100, TRUE);
+    EXPECT_EQ(b.SetPagesize(30), 30);
+    D().RunUntilIdle();
+    parent->Take();
+    parent->timed = true;
+    D().PointerDown(kX + 5, kY + 8);  // the track's first row
+    D().Advance(600);
+    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,bar)@0;VSCROLL(PAGEUP,0,bar)@100;VSCROLL(PAGEUP,0,bar)@200;"
+                              "VSCROLL(PAGEUP,0,bar)@300");
+    EXPECT_EQ(b.GetScrollPos(), 0) << "100, 70, 40, 10, then the minimum";
+    EXPECT_FALSE(::KillTimer(b.m_hWnd, 3));
+    D().PointerUp(kX + 5, kY + 8);
+
+    // Once the thumb reaches the pointer the repeat idles: at 70 the thumb covers rows 20-25.
+    b.SetScrollPos(100, TRUE);
+    D().RunUntilIdle();
+    parent->Take();
+    D().PointerDown(kX + 5, kY + 22);
+    D().Advance(500);
+    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,bar)@600");
+    EXPECT_EQ(b.GetScrollPos(), 70);
+    D().PointerUp(kX + 5, kY + 22);
+}
+
+TEST_F(ScrollbarTest, DragBeyondEitherEndGivesTheLimitsAndReleaseReportsThePosition) {
+    MakeBar();
+    D().PointerDown(kX + 5, kY + 10);  // on the thumb, rows 8-13
+    D().PointerMove(kX + 5, kY - 30);
+    D().PointerMove(kX + 5, kY + 200);
+    D().PointerMove(kX + 5, kY + 20);  // (20 - 3 - 8) x 100 / 18
+    D().PointerMove(kX + 5, kY + 10);  // within half a thumb of the top
+    D().PointerMove(kX + 5, kY + 30);  // within half a thumb of the bottom
+    D().PointerMove(kX + 5, kY + 29);
+    D().PointerUp(kX + 5, kY + 29);
+    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,0,bar);VSCROLL(THUMBTRACK,100,bar);VSCROLL(THUMBTRACK,50,bar);"
+                              "VSCROLL(THUMBTRACK,0,bar);VSCROLL(THUMBTRACK,100,bar);VSCROLL(THUMBTRACK,100,bar);"
+                              "VSCROLL(THUMBPOSITION,100,bar)");
+    EXPECT_EQ(bar->GetScrollPos(), 100);
+    EXPECT_EQ(ThumbTop(), 26);
+}
+
+TEST_F(ScrollbarTest, DraggedPositionsKeepTheOffsetOfANonZeroMinimum) {
+    ProbeBar& b = MakeBar();
+    b.SetScrollRange(50, 150);
+    D().RunUntilIdle();
+    parent->Take();
+    D().PointerDown(kX + 5, kY + 10);
+    D().PointerMove(kX + 5, kY + 20);  // the track's middle reports 50, not 100
+    D().PointerMove(kX + 5, kY - 5);
+    D().PointerMove(kX + 5, kY + 45);
+    D().PointerUp(kX + 5, kY + 45);
+    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,50,bar);VSCROLL(THUMBTRACK,50,bar);VSCROLL(THUMBTRACK,150,bar);"
+                              "VSCROLL(THUMBPOSITION,150,bar)");
+}
+
+// ---- keys, focus, incoming scroll messages ---------------------------------------------------
+
+TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {
+    ProbeBar& b = MakeBar();
+    ::SetFocus(b.m_hWnd);
+    for (UINT key : {VK_NEXT, VK_DOWN, VK_UP, VK_PRIOR, VK_LEFT, VK_RIGHT}) {
+        D().KeyDown(key);
+        D().KeyUp(key);
+    }
+    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEUP,0,bar);"
+                              "VSCROLL(PAGEUP,0,bar)")
+        << "left and right are not a vertical bar's keys";
+    EXPECT_EQ(b.GetScrollPos(), 0);
+}
+
+TEST_F(ScrollbarTest, AHorizontalBarTakesLeftAndRight) {
+    ProbeBar& b = MakeBar(false);
+    ::SetFocus(b.m_hWnd);
+    for (UINT key : {VK_RIGHT, VK_RIGHT, VK_LEFT, VK_UP, VK_DOWN}) D().KeyDown(key);
+    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,bar);HSCROLL(LINEDOWN,0,bar);HSCROLL(LINEUP,0,bar)");
+    EXPECT_EQ(b.GetScrollPos(), 1);
+}
+
+TEST_F(ScrollbarTest, LosingTheFocusStopsTheRepeat) {
+    ProbeBar& b = MakeBar();
+    D().PointerDown(kX + 5, kY + 35);
+    D().Advance(150);
+    ::SetFocus(parent->hwnd());
+    D().Advance(500);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar)");
+    D().PointerUp(kX + 5, kY + 35);
+    EXPECT_EQ(b.GetScrollPos(), 2);
+}
+
+TEST_F(ScrollbarTest, AScrollMessageSentToTheBarOnlyRepaintsIt) {
+    ProbeBar& b = MakeBar();
+    ::SendMessageW(b.m_hWnd, WM_VSCROLL, MAKEWPARAM(SB_LINEDOWN, 0), 0);
+    RECT update;
+    EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE));
+    D().RunUntilIdle();
+    EXPECT_EQ(parent->Take(), "-");
+    EXPECT_EQ(b.GetScrollPos(), 0);
+}
+
+// ---- bad skins and lifetime --------------------------------------------------------------------
+
+TEST_F(ScrollbarTest, MissingPiecesLoadNothingAndPaintAroundTheGaps) {
+    ProbeBar& b = MakeBar(false);
+    // Thumb pieces left out, a file that does not exist for the pressed up arrow.
+    b.LoadSkin(skins->Path("up") + L"|" + skins->Path("nowhere") + L"|" + skins->Path("track") + L"|", L"");
+    D().RunUntilIdle();
+    CRect window;
+    b.GetWindowRect(&window);
+    EXPECT_EQ(window.Size(), CSize(12, 40)) << "the sizes that could be read";
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 9), TrackArt(5, 1)) << "no thumb";
+    D().Tap(kX + 5, kY + 3);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)");
+
+    b.LoadSkin(L"no bar at all", L"");
+    D().RunUntilIdle();
+    b.GetWindowRect(&window);
+    EXPECT_EQ(window.Size(), CSize(0, 0)) << "nothing loaded: nothing to size by";
+    b.LoadBitmapW(1, 2, 3, 4, 5, 6, 7, nullptr);  // identifiers nobody has
+    D().RunUntilIdle();
+    EXPECT_EQ(ScreenPixel(kX, kY), kSentinel);
+}
+
+TEST_F(ScrollbarTest, ReloadingAndDestroyingReleaseEveryBitmap) {
+    const zel::GdiCounts before = zel::LiveGdiObjects();
+    ProbeBar& b = MakeBar();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7);
+    b.LoadSkin(SkinString(), L"");
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7) << "a load replaces the previous bitmaps";
+    D().PointerDown(kX + 5, kY + 35);
+    ::DestroyWindow(b.m_hWnd);  // the window goes first, the object later
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+    D().Advance(300);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)");
+}
+
+TEST_F(ScrollbarTest, AParentMayDeleteTheBarFromItsNotification) {
+    MakeBar();
+    parent->onScroll = [this](UINT, WPARAM wParam, LPARAM) {
+        if (LOWORD(wParam) == SB_LINEDOWN || LOWORD(wParam) == SB_THUMBTRACK) bar.reset();
+    };
+    D().PointerDown(kX + 5, kY + 35);
+    EXPECT_EQ(bar, nullptr);
+    D().Advance(300);
+    D().PointerUp(kX + 5, kY + 35);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);LBUTTONUP(15,45)") << "no repeat; the release finds the parent";
+
+    MakeBar();
+    D().PointerDown(kX + 5, kY + 10);
+    D().PointerMove(kX + 5, kY + 20);
+    D().PointerUp(kX + 5, kY + 20);
+    EXPECT_EQ(bar, nullptr);
+    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,50,bar);LBUTTONUP(15,30)");
+}
+
+}  // namespace

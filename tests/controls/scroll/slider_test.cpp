@@ -1,0 +1,475 @@
+// CZELSlider: its skins and layout, the range and step rules with their notifications,
+// paging, dragging, move style, vertical mode, thumb states, keys and painting.
+#include <zel/desktop.h>
+
+#include <memory>
+
+#include "CZELSlider.h"
+#include "scroll_fixture.h"
+#include "support/golden.h"
+
+namespace {
+
+using scrolltest::Hex;
+using scrolltest::kSentinel;
+using scrolltest::Row;
+using scrolltest::ScreenPixel;
+
+zel::Desktop& D() { return zel::Desktop::Get(); }
+
+// The nine-piece skin: 6 x 16 caps, 3-pixel channel end pieces (the right one 5 wide, of
+// which only the left piece's 3 columns show), an empty channel dark at its top and bottom
+// 4 rows, a 6-row filled channel and 8 x 16 thumbs with magenta notches at their corners.
+// The slider is 80 x 16 at (10, 10): channel x 6-73, thumb centre 10 + 60 x pos / 100.
+const COLORREF kLeftCap = RGB(90, 90, 160), kRightCap = RGB(160, 90, 90);
+const COLORREF kLeftPiece = RGB(200, 200, 120), kRightPiece = RGB(120, 200, 200), kRightPieceTail = RGB(255, 255, 0);
+const COLORREF kChannel = RGB(235, 235, 235), kChannelEdge = RGB(70, 70, 70), kFill = RGB(250, 170, 40);
+const COLORREF kThumb = RGB(30, 30, 30), kThumbReleased = RGB(30, 30, 200), kThumbPressed = RGB(200, 30, 30);
+const COLORREF kKey = RGB(255, 0, 255);
+constexpr int kX = 10, kY = 10;
+
+COLORREF ChannelArt(int, int y) { return y < 4 || y >= 12 ? kChannelEdge : kChannel; }
+bool Notch(int x, int y) { return (x == 0 || x == 7) && (y < 3 || y >= 13); }
+
+scrolltest::Art ThumbArt(COLORREF body) {
+    return {8, 16, [body](int x, int y) { return Notch(x, y) ? kKey : body; }};
+}
+
+// Progress art: colours that encode their own coordinates, so an offset source shows.
+COLORREF HBack(int x, int y) { return RGB(20, 20 + y, 20 + x); }
+COLORREF HFill(int x, int y) { return RGB(255, 4 * x, 20 * y); }
+COLORREF VBack(int x, int y) { return RGB(20 + y, 20, 20 + x); }
+COLORREF VFill(int x, int y) { return RGB(20 * x, 4 * y, 255); }
+
+class ProbeSlider : public CZELSlider {
+public:
+    using CZELSlider::m_bDragging;
+    using CZELSlider::m_nThumbState;
+    using CZELSlider::m_rcChannel;
+    using CZELSlider::m_rcClient;
+    using CZELSlider::m_rcThumb;
+};
+
+class SliderTest : public scrolltest::ControlTest {
+protected:
+    void SetUp() override {
+        ControlTest::SetUp();
+        parent = std::make_unique<scrolltest::Parent>();
+        skins = std::make_unique<scrolltest::SkinFolder>();
+        skins->Write("lcap", scrolltest::Solid(6, 16, kLeftCap));
+        skins->Write("rcap", scrolltest::Solid(6, 16, kRightCap));
+        skins->Write("lpiece", scrolltest::Solid(3, 16, kLeftPiece));
+        skins->Write("rpiece", {5, 16, [](int x, int) { return x < 3 ? kRightPiece : kRightPieceTail; }});
+        skins->Write("channel", {2, 16, ChannelArt});
+        skins->Write("fill", scrolltest::Solid(2, 6, kFill));
+        skins->Write("thumb", ThumbArt(kThumb));
+        skins->Write("thumb_up", ThumbArt(kThumbReleased));
+        skins->Write("thumb_down", ThumbArt(kThumbPressed));
+        skins->Write("hback", {40, 10, HBack});
+        skins->Write("hfill", {40, 10, HFill});
+        skins->Write("vback", {10, 40, VBack});
+        skins->Write("vfill", {10, 50, VFill});  // taller than the slider: its bottom is used
+    }
+    void TearDown() override {
+        slider.reset();
+        parent.reset();
+        skins.reset();
+        ControlTest::TearDown();
+    }
+
+    CString Skin(std::initializer_list<const char*> names) const {
+        CString s;
+        for (const char* name : names) s += skins->Path(name) + L"|";
+        return s;
+    }
+    CString NinePieces() const {
+        return Skin({"lcap", "rcap", "thumb", "thumb_up", "thumb_down", "fill", "channel", "lpiece", "rpiece"});
+    }
+
+    ProbeSlider& MakeSlider(int width, int height, const CString& skin) {
+        slider = std::make_unique<ProbeSlider>();
+        EXPECT_TRUE(slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height),
+                                   parent->wnd(), 77));
+        parent->Name(slider->m_hWnd, "slider");
+        if (!skin.IsEmpty()) slider->LoadSkin(skin, L"");
+        D().RunUntilIdle();
+        parent->Take();
+        return *slider;
+    }
+    ProbeSlider& MakeNinePiece() { return MakeSlider(80, 30, NinePieces()); }
+
+    // The first thumb-coloured column in the slider's middle row (slider coordinates).
+    int ThumbLeft(COLORREF body = kThumb) const {
+        for (int x = 0; x < 100; ++x)
+            if (ScreenPixel(kX + x, kY + 8) == body) return x;
+        return -1;
+    }
+    void Show() { D().RunUntilIdle(); }
+
+    std::unique_ptr<scrolltest::Parent> parent;
+    std::unique_ptr<scrolltest::SkinFolder> skins;
+    std::unique_ptr<ProbeSlider> slider;
+};
+
+// ---- skins, layout and painting -------------------------------------------------------------
+
+TEST_F(SliderTest, NinePieceSkinTakesTheCapHeightAndLaysTheChannelBetweenTheCaps) {
+    ProbeSlider& s = MakeNinePiece();
+    CRect window;
+    s.GetWindowRect(&window);
+    EXPECT_EQ(window, CRect(kX, kY, kX + 80, kY + 16)) << "the left cap's height; not moved";
+    EXPECT_EQ(s.m_rcClient, CRect(0, 0, 80, 16));
+    EXPECT_EQ(s.m_rcChannel, CRect(6, 0, 74, 16));
+    EXPECT_EQ(s.m_rcThumb, CRect(6, 0, 14, 16));
+
+    s.SetPos(50);
+    Show();
+    // Row 8: caps, end pieces (the right one at the left one's width), the fill up to the
+    // thumb's centre, the thumb, the empty channel.
+    std::string expected = Hex(kSentinel);
+    for (int x = 0; x < 80; ++x) {
+        const COLORREF c = x < 6    ? kLeftCap
+                           : x < 9  ? kLeftPiece
+                           : x < 36 ? kFill
+                           : x < 44 ? kThumb
+                           : x < 71 ? kChannel
+                           : x < 74 ? kRightPiece
+                                    : kRightCap;
+        expected += " " + Hex(c);
+    }
+    EXPECT_EQ(Row(kY + 8, kX - 1, kX + 80), expected);
+    // The fill is 6 rows centred in the 16-row channel; the thumb's notches show the channel.
+    EXPECT_EQ(ScreenPixel(kX + 20, kY + 4), kChannel);
+    EXPECT_EQ(ScreenPixel(kX + 20, kY + 5), kFill);
+    EXPECT_EQ(ScreenPixel(kX + 20, kY + 10), kFill);
+    EXPECT_EQ(ScreenPixel(kX + 20, kY + 11), kChannel);
+    EXPECT_EQ(ScreenPixel(kX + 50, kY + 5), kChannel);
+    EXPECT_EQ(ScreenPixel(kX + 36, kY + 0), kChannelEdge) << "magenta is transparent";
+    EXPECT_EQ(ScreenPixel(kX + 43, kY + 15), kChannelEdge);
+    EXPECT_EQ(ScreenPixel(kX + 37, kY + 0), kThumb);
+    EXPECT_EQ(ScreenPixel(kX + 40, kY + 16), kSentinel);
+    EXPECT_EQ(ScreenPixel(kX + 80, kY + 8), kSentinel);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+}
+
+TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft) {
+    ProbeSlider& s = MakeNinePiece();
+    struct Case {
+        int pos, left;
+    };
+    for (Case c : {Case{0, 6}, Case{1, 6}, Case{2, 7}, Case{50, 36}, Case{99, 65}, Case{100, 66}}) {
+        s.SetPos(c.pos);
+        Show();
+        EXPECT_EQ(ThumbLeft(), c.left) << "pos " << c.pos;
+    }
+    s.SetRange(0, 0, TRUE);
+    Show();
+    EXPECT_EQ(ThumbLeft(), 6);
+    EXPECT_EQ(s.m_rcThumb.left, s.m_rcChannel.left);
+    s.SetChanRect(40, 16);  // channel 20-59
+    Show();
+    EXPECT_EQ(ThumbLeft(), 20) << "wherever the channel is";
+}
+
+TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
+    HINSTANCE module = skins->Module({{201, "lcap"},
+                                      {202, "rcap"},
+                                      {203, "thumb"},
+                                      {204, "thumb_up"},
+                                      {205, "thumb_down"},
+                                      {206, "fill"},
+                                      {207, "channel"},
+                                      {208, "lpiece"},
+                                      {209, "rpiece"}});
+    ProbeSlider& s = MakeSlider(80, 30, L"");
+    const UINT ends[] = {201, 202}, thumb[] = {203, 204, 0x30000 | 205}, channel[] = {206, 207, 208, 209};
+    HINSTANCE before = AfxGetResourceHandle();
+    s.LoadBitmapW(ends, thumb, channel, module);
+    EXPECT_EQ(AfxGetResourceHandle(), before);
+    s.SetPos(50);
+    Show();
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+
+    s.LoadBitmapW(nullptr, nullptr, nullptr, module);  // no arrays: nothing to load
+    Show();
+    EXPECT_EQ(ScreenPixel(kX + 2, kY + 8), 0u) << "an unskinned slider shows its empty canvas";
+}
+
+TEST_F(SliderTest, SetChanRectCentresAClippedChannel) {
+    ProbeSlider& s = MakeNinePiece();
+    s.SetChanRect(41, 5);
+    EXPECT_EQ(s.m_rcChannel, CRect(19, 5, 60, 10)) << "margins (80 - 41) / 2 and (16 - 5) / 2, rounded down";
+    s.SetChanRect(1000, 1000);
+    EXPECT_EQ(s.m_rcChannel, CRect(0, 0, 80, 16));
+    s.SetChanRect(0, 0);
+    EXPECT_EQ(s.m_rcChannel, CRect(40, 8, 40, 8));
+}
+
+TEST_F(SliderTest, MoveWindowReLaysTheChannel) {
+    ProbeSlider& s = MakeNinePiece();
+    s.MoveWindow(CRect(kX, kY, kX + 100, kY + 16), TRUE);
+    EXPECT_EQ(s.m_rcChannel, CRect(6, 0, 94, 16));
+    s.SetPos(100);
+    Show();
+    EXPECT_EQ(ThumbLeft(), 86);
+    EXPECT_EQ(ScreenPixel(kX + 99, kY + 8), kRightCap);
+}
+
+// ---- range, position, steps ---------------------------------------------------------------------
+
+TEST_F(SliderTest, SetRangeRestartsAtTheNewMinimumUnlessTheValueLandsOnTheNewMaximum) {
+    ProbeSlider& s = MakeNinePiece();
+    long lo = -1, hi = -1;
+    s.GetRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 100);
+    EXPECT_EQ(s.GetPageSize(), -1);
+
+    s.SetPos(50);
+    s.SetRange(0, 10, TRUE);
+    EXPECT_EQ(s.GetPos(), 0) << "50 of 0..100 rescales to 500: the new minimum";
+    s.SetRange(0, 100, TRUE);
+    s.SetPos(25);
+    s.SetRange(0, 50, TRUE);
+    EXPECT_EQ(s.GetPos(), 50) << "25 x 100 / 50 lands on the new maximum";
+    s.SetRange(20, 120, FALSE);
+    EXPECT_EQ(s.GetPos(), 20);
+    s.GetRange(lo, hi);
+    EXPECT_EQ(lo, 20);
+    EXPECT_EQ(hi, 120);
+    s.SetRange(7, 7, TRUE);
+    s.GetRange(lo, hi);
+    EXPECT_EQ(lo, 0);
+    EXPECT_EQ(hi, 0);
+    EXPECT_EQ(s.GetPos(), 0);
+    s.SetRange(9, 3, TRUE);
+    EXPECT_EQ(s.GetPos(), 0);
+
+    s.SetRange(0, 100, TRUE);
+    s.SetPos(500);
+    EXPECT_EQ(s.GetPos(), 100);
+    s.SetPos(-3);
+    EXPECT_EQ(s.GetPos(), 0);
+    EXPECT_EQ(parent->Take(), "-") << "range and position changes from the host are silent";
+}
+
+TEST_F(SliderTest, LineStepsNotifyOnlyWhenTheyMove) {
+    ProbeSlider& s = MakeNinePiece();
+    s.LineLeft();
+    s.Linedown();
+    EXPECT_EQ(parent->Take(), "-") << "at the minimum nothing moves and nothing is sent";
+    s.LineRight();
+    s.LineUp();
+    EXPECT_EQ(s.GetPos(), 2) << "LineUp raises the value";
+    s.Linedown();
+    s.LineLeft();
+    EXPECT_EQ(s.GetPos(), 0);
+    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider);VSCROLL(LINEUP,0,slider);VSCROLL(LINEDOWN,0,slider);"
+                              "HSCROLL(LINEUP,0,slider)");
+    EXPECT_EQ(s.SetLineSize(30), 1) << "returns the previous line";
+    s.SetPos(90);
+    s.LineRight();
+    EXPECT_EQ(s.GetPos(), 100);
+    s.LineUp();
+    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider)");
+}
+
+TEST_F(SliderTest, PageStepsAlwaysNotifyAsHorizontal) {
+    ProbeSlider& s = MakeNinePiece();
+    s.LeftPage();
+    EXPECT_EQ(s.GetPos(), 0);
+    s.Rightpage();
+    EXPECT_EQ(s.GetPos(), 20) << "a fifth of the range while the page is not set";
+    EXPECT_EQ(s.SetPageSize(7), static_cast<UINT>(-1)) << "returns the previous page";
+    EXPECT_EQ(s.GetPageSize(), 7);
+    s.SetvStyle(true);
+    s.Rightpage();
+    EXPECT_EQ(s.GetPos(), 27);
+    s.SetPos(98);
+    s.Rightpage();
+    s.Rightpage();
+    EXPECT_EQ(s.GetPos(), 100);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider);HSCROLL(PAGEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider);"
+                              "HSCROLL(PAGEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider)");
+}
+
+// ---- pointer --------------------------------------------------------------------------------
+
+TEST_F(SliderTest, PressBesideTheThumbPagesEvery500msUntilTheThumbReachesThePointer) {
+    ProbeSlider& s = MakeNinePiece();
+    parent->timed = true;
+    D().PointerDown(kX + 70, kY + 8);
+    D().Advance(3000);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider)@0;HSCROLL(PAGEDOWN,0,slider)@500;"
+                              "HSCROLL(PAGEDOWN,0,slider)@1000;HSCROLL(PAGEDOWN,0,slider)@1500;"
+                              "HSCROLL(PAGEDOWN,0,slider)@2000")
+        << "at 100 the thumb (66-73) covers x 70";
+    EXPECT_EQ(s.GetPos(), 100);
+    D().PointerUp(kX + 70, kY + 8);
+
+    // Beside the thumb at the far end, the repeat goes on at the limit.
+    D().Advance(1000);
+    D().PointerDown(kX + 2, kY + 8);
+    D().Advance(2600);
+    D().PointerUp(kX + 2, kY + 8);
+    D().Advance(1000);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider)@4000;HSCROLL(PAGEUP,0,slider)@4500;"
+                              "HSCROLL(PAGEUP,0,slider)@5000;HSCROLL(PAGEUP,0,slider)@5500;"
+                              "HSCROLL(PAGEUP,0,slider)@6000;HSCROLL(PAGEUP,0,slider)@6500")
+        << "the last at the minimum already";
+    EXPECT_EQ(s.GetPos(), 0);
+    EXPECT_EQ(s.m_nThumbState, 2) << "any release leaves the released thumb";
+}
+
+TEST_F(SliderTest, RepeatStopsWhileThePointerIsAwayAndOnFocusLoss) {
+    ProbeSlider& s = MakeNinePiece();
+    D().PointerDown(kX + 70, kY + 8);
+    D().PointerMove(kX + 70, kY + 40);  // below the slider: outside the client area
+    D().Advance(1000);
+    EXPECT_EQ(s.GetPos(), 20);
+    D().PointerMove(kX + 70, kY + 8);
+    D().Advance(500);
+    EXPECT_EQ(s.GetPos(), 40);
+    ::SetFocus(parent->hwnd());
+    EXPECT_EQ(s.m_nThumbState, 0);
+    D().Advance(2000);
+    EXPECT_EQ(s.GetPos(), 40);
+    D().PointerUp(kX + 70, kY + 8);
+}
+
+TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
+    ProbeSlider& s = MakeNinePiece();
+    D().PointerDown(kX + 10, kY + 8);  // on the thumb at 0 (x 6-13)
+    EXPECT_TRUE(s.m_bDragging);
+    EXPECT_EQ(ThumbLeft(kThumbPressed), 6);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "pressed", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    D().PointerMove(kX - 50, kY + 8);
+    D().PointerMove(kX + 300, kY - 40);
+    D().PointerMove(kX + 40, kY + 8);  // (40 - 4 - 6) x 100 / 60
+    D().PointerUp(kX + 40, kY + 8);
+    EXPECT_EQ(parent->Take(), "HSCROLL(THUMBTRACK,0,slider);HSCROLL(THUMBTRACK,100,slider);"
+                              "HSCROLL(THUMBTRACK,50,slider);HSCROLL(THUMBPOSITION,50,slider)");
+    EXPECT_FALSE(s.m_bDragging);
+    EXPECT_EQ(ThumbLeft(kThumbReleased), 36);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "released", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+
+    ::SetFocus(parent->hwnd());
+    Show();
+    EXPECT_EQ(ThumbLeft(kThumb), 36) << "losing the focus shows the normal thumb";
+}
+
+TEST_F(SliderTest, MoveStyleJumpsToThePressAndReadsAsAPageStep) {
+    ProbeSlider& s = MakeNinePiece();
+    s.SetMoveStyle(true);
+    D().PointerDown(kX + 40, kY + 8);  // 100 x (40 - 6) / 68
+    EXPECT_EQ(s.GetPos(), 50);
+    EXPECT_EQ(s.m_nThumbState, 0) << "a jump does not press the thumb";
+    D().PointerMove(kX + 70, kY + 8);
+    D().PointerUp(kX + 70, kY + 8);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider);HSCROLL(THUMBTRACK,100,slider);"
+                              "HSCROLL(THUMBPOSITION,100,slider)");
+
+    // Outside the channel (on a cap) a press pages as usual.
+    D().Advance(1000);
+    D().PointerDown(kX + 2, kY + 8);
+    D().PointerUp(kX + 2, kY + 8);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider)");
+    EXPECT_EQ(s.GetPos(), 80);
+}
+
+// ---- progress style and vertical mode ----------------------------------------------------------
+
+TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
+    ProbeSlider& s = MakeSlider(40, 10, Skin({"hback", "hfill"}));
+    EXPECT_EQ(s.m_rcChannel, CRect(0, 0, 40, 10)) << "the two-piece skin selects the progress style";
+    EXPECT_TRUE(s.m_rcThumb.IsRectEmpty());
+    s.SetPos(25);
+    Show();
+    for (int y : {0, 9})
+        for (int x = 0; x < 40; ++x)
+            ASSERT_EQ(ScreenPixel(kX + x, kY + y), x < 10 ? HFill(x, y) : HBack(x, y)) << x << "," << y;
+    EXPECT_EQ(ScreenPixel(kX + 40, kY + 5), kSentinel);
+    EXPECT_EQ(ScreenPixel(kX + 5, kY + 10), kSentinel);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "progress_horizontal",
+                                               CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
+    s.SetRange(0, 0, TRUE);
+    Show();
+    EXPECT_EQ(ScreenPixel(kX, kY), HBack(0, 0)) << "an empty range fills nothing";
+}
+
+TEST_F(SliderTest, VerticalProgressFillsUpwardFromTheFillBitmapsBottom) {
+    ProbeSlider& s = MakeSlider(10, 40, L"");
+    HINSTANCE module = skins->Module({{301, "vback"}, {302, "vfill"}});
+    s.LoadBitmapW(301, 302, module);
+    s.SetStyle(1);
+    s.SetvStyle(true);
+    s.SetPos(25);
+    Show();
+    // 40 x 25 / 100 = 10 rows, from fill rows 40-49 to client rows 30-39.
+    for (int y = 0; y < 40; ++y)
+        ASSERT_EQ(ScreenPixel(kX + 3, kY + y), y >= 30 ? VFill(3, y + 10) : VBack(3, y)) << "row " << y;
+    EXPECT_EQ(ScreenPixel(kX + 3, kY + 40), kSentinel);
+    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "progress_vertical",
+                                               CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
+}
+
+TEST_F(SliderTest, VerticalPointerArithmeticHasTheMinimumAtTheBottom) {
+    ProbeSlider& s = MakeSlider(10, 40, Skin({"vback", "vfill"}));
+    s.SetvStyle(true);
+    s.SetMoveStyle(true);
+    D().PointerDown(kX + 5, kY + 30);  // 100 x (40 - 30) / 40
+    EXPECT_EQ(s.GetPos(), 25);
+    D().PointerMove(kX + 5, kY - 10);
+    D().PointerMove(kX + 5, kY + 50);
+    D().PointerMove(kX + 5, kY + 20);
+    D().PointerUp(kX + 5, kY + 20);
+    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,slider);VSCROLL(THUMBTRACK,100,slider);"
+                              "VSCROLL(THUMBTRACK,0,slider);VSCROLL(THUMBTRACK,50,slider);"
+                              "VSCROLL(THUMBPOSITION,50,slider)");
+}
+
+// ---- keys -------------------------------------------------------------------------------------
+
+TEST_F(SliderTest, KeysMoveTheThumbTheWayTheyPoint) {
+    ProbeSlider& s = MakeNinePiece();
+    ::SetFocus(s.m_hWnd);
+    for (UINT key : {VK_RIGHT, VK_NEXT, VK_LEFT, VK_PRIOR, VK_UP, VK_DOWN}) D().KeyDown(key);
+    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider);HSCROLL(LINEUP,0,slider);"
+                              "HSCROLL(PAGEUP,0,slider)");
+    EXPECT_EQ(s.GetPos(), 0);
+
+    s.SetvStyle(true);
+    for (UINT key : {VK_UP, VK_PRIOR, VK_DOWN, VK_NEXT, VK_LEFT}) D().KeyDown(key);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,slider);HSCROLL(PAGEDOWN,0,slider);VSCROLL(LINEDOWN,0,slider);"
+                              "HSCROLL(PAGEUP,0,slider)");
+    EXPECT_EQ(s.GetPos(), 0);
+}
+
+// ---- lifetime ---------------------------------------------------------------------------------
+
+TEST_F(SliderTest, LoadsReplaceTheirBitmapsAndTheDestructorReleasesThem) {
+    const zel::GdiCounts before = zel::LiveGdiObjects();
+    ProbeSlider& s = MakeNinePiece();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 9);
+    s.LoadSkin(NinePieces(), L"");
+    s.LoadSkin(Skin({"hback", "hfill"}), L"");
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
+    s.LoadSkin(Skin({"hback", "hfill"}), L"");
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
+    ::DestroyWindow(s.m_hWnd);
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11) << "the window's end leaves them to the object";
+    slider.reset();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+}
+
+TEST_F(SliderTest, AParentMayDeleteTheSliderFromItsNotification) {
+    MakeNinePiece();
+    parent->onScroll = [this](UINT, WPARAM, LPARAM) { slider.reset(); };
+    D().PointerDown(kX + 70, kY + 8);
+    EXPECT_EQ(slider, nullptr);
+    D().Advance(1500);
+    D().PointerUp(kX + 70, kY + 8);
+    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider);LBUTTONUP(80,18)");
+}
+
+}  // namespace
