@@ -195,6 +195,38 @@ TEST_F(CWndTest, CreationFailures) {
     EXPECT_EQ(bad.m_hWnd, nullptr);
 }
 
+// PreCreateWindow sees and may change what CreateWindowExW will get.
+class Adjusts : public CWnd {
+protected:
+    BOOL PreCreateWindow(CREATESTRUCTW& cs) override {
+        cs.style |= WS_DISABLED;
+        cs.cx = 33;
+        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, nullptr, GetSysColorBrush(COLOR_WINDOW));
+        return cs.lpszClass != nullptr;
+    }
+};
+
+class Refuses : public CWnd {
+protected:
+    BOOL PreCreateWindow(CREATESTRUCTW&) override { return FALSE; }
+};
+
+TEST_F(CWndTest, PreCreateWindowAdjustsOrRefusesTheWindow) {
+    Adjusts wnd;
+    ASSERT_TRUE(wnd.CreateEx(0, nullptr, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr));
+    EXPECT_FALSE(wnd.IsWindowEnabled());
+    CRect rc;
+    wnd.GetClientRect(&rc);
+    EXPECT_EQ(rc.Width(), 33);
+    EXPECT_EQ(GetClassLongPtrW(wnd.m_hWnd, GCLP_HBRBACKGROUND),
+              reinterpret_cast<ULONG_PTR>(GetSysColorBrush(COLOR_WINDOW)));
+    EXPECT_STREQ(AfxRegisterWndClass(CS_DBLCLKS, nullptr, GetSysColorBrush(COLOR_WINDOW)),
+                 AfxRegisterWndClass(CS_DBLCLKS, nullptr, GetSysColorBrush(COLOR_WINDOW)));
+    Refuses refuses;
+    EXPECT_FALSE(refuses.CreateEx(0, nullptr, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr));
+    EXPECT_EQ(refuses.m_hWnd, nullptr);
+}
+
 class Clicks : public CWnd {
 protected:
     afx_msg void OnLButtonDown(UINT, CPoint) { Note("down"); }
@@ -211,7 +243,8 @@ TEST_F(CWndTest, DefaultClassHasDoubleClicksAndNoBackgroundBrush) {
     Clicks wnd;
     ASSERT_TRUE(wnd.CreateEx(0, nullptr, L"", WS_POPUP | WS_VISIBLE, 10, 10, 40, 40, nullptr, nullptr));
     EXPECT_TRUE(GetClassLongW(wnd.m_hWnd, GCL_STYLE) & CS_DBLCLKS);
-    EXPECT_EQ(GetClassLongW(wnd.m_hWnd, GCL_HBRBACKGROUND), 0u);
+    EXPECT_NE(GetClassLongPtrW(wnd.m_hWnd, GCLP_WNDPROC), 0u) << "the query itself works";
+    EXPECT_EQ(GetClassLongPtrW(wnd.m_hWnd, GCLP_HBRBACKGROUND), 0u);
     Desk().Tap(20, 20);
     Desk().Tap(20, 20);
     EXPECT_EQ(mfc_test::Joined(), "down dblclk");

@@ -156,6 +156,13 @@ TEST_F(Reflection, TheChildsReflectHandlerPreemptsTheParentsClickHandler) {
         EXPECT_EQ(mfc_test::Joined(), c.want);
     }
 
+    CButton ranged;
+    ASSERT_TRUE(ranged.Create(L"", WS_VISIBLE, CRect(150, 0, 190, 20), &dialog, 12));
+    Desk().RunUntilIdle();
+    mfc_test::Log().clear();
+    Desk().Tap(155, 5);
+    EXPECT_EQ(mfc_test::Joined(), "parent:COMMAND(12)") << "ON_COMMAND entries catch BN_CLICKED (code 0)";
+
     mfc_test::Log().clear();
     dialog.SendMessage(WM_COMMAND, MAKEWPARAM(1, BN_DOUBLECLICKED), reinterpret_cast<LPARAM>(plain.m_hWnd));
     dialog.SendMessage(WM_COMMAND, MAKEWPARAM(12, 0), 0);
