@@ -268,14 +268,14 @@ CString& CString::Trim() { return TrimRight().TrimLeft(); }
 CString& CString::Trim(WCHAR target) { return TrimRight(target).TrimLeft(target); }
 CString& CString::Trim(LPCWSTR targets) { return TrimRight(targets).TrimLeft(targets); }
 
-void CString::Format(LPCWSTR format, ...) {
+void CString::FormatArgs(LPCWSTR format, ...) {
     va_list args;
     va_start(args, format);
     FormatV(format, args);
     va_end(args);
 }
 void CString::FormatV(LPCWSTR format, va_list args) { s_ = zel::mfc::FormatWide(IsText(format) ? format : L"", args); }
-void CString::AppendFormat(LPCWSTR format, ...) {
+void CString::AppendFormatArgs(LPCWSTR format, ...) {
     va_list args;
     va_start(args, format);
     AppendFormatV(format, args);

@@ -42,8 +42,13 @@ TEST(CStringFormat, AppendFormatAndCStringArguments) {
     CString name(L"deck");
     CString s(L"<");
     s.AppendFormat(L"%s:%d", static_cast<LPCTSTR>(name), 3);
-    s.AppendFormat(L"%s>", name.GetString());
-    EXPECT_STREQ(s, L"<deck:3deck>");
+    s.AppendFormat(L"%s%s>", name, CString(L"!"));
+    EXPECT_STREQ(s, L"<deck:3deck!>");
+    wchar_t path[MAX_PATH] = L"skin";
+    s.Format(L"%s/%s", path, name);
+    EXPECT_STREQ(s, L"skin/deck");
+    s.Format(L"%s", s);  // its own text as the argument
+    EXPECT_STREQ(s, L"skin/deck");
     s.Format(nullptr);
     EXPECT_TRUE(s.IsEmpty());
 }

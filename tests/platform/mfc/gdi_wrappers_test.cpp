@@ -140,6 +140,27 @@ TEST_F(GdiWrappers, Draw3dRectGivesBothFarCornersToTheBottomRightColour) {
     EXPECT_EQ(s.dc.GetBkColor(), dark);
 }
 
+// DT_MODIFYSTRING would write the shortened text back; a CString is passed as const and
+// must stay as it was, while the measured result is the same as with the raw call.
+TEST_F(GdiWrappers, DrawTextLeavesAConstCStringAlone) {
+    Surface s(60, 20);
+    CFont font;
+    ASSERT_TRUE(font.CreateFont(-12, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma"));
+    CFont* old = s.dc.SelectObject(&font);
+    const CString text(L"a rather long caption that cannot fit");
+    CRect rc(0, 0, 40, 20), raw(rc);
+    const UINT format = DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT;
+    int height = s.dc.DrawText(text, &rc, format);
+    std::wstring copy(text.GetString());
+    copy.resize(copy.size() + 8);
+    EXPECT_EQ(height, DrawTextW(s.dc.m_hDC, copy.data(), text.GetLength(), &raw, format & ~DT_MODIFYSTRING));
+    EXPECT_EQ(rc, raw);
+    EXPECT_STREQ(text, L"a rather long caption that cannot fit");
+    EXPECT_EQ(s.dc.GetTextExtent(text), s.dc.GetTextExtent(text.GetString(), text.GetLength()));
+    EXPECT_GT(s.dc.GetTextExtent(text).cx, 40);
+    s.dc.SelectObject(old);
+}
+
 TEST_F(GdiWrappers, RegionsCombineAndTestPoints) {
     CRgn a, b, both;
     a.CreateRectRgn(0, 0, 10, 10);

@@ -194,6 +194,28 @@ TEST_F(ResourceScripts, BrokenScriptsNameTheFileAndLine) {
     }
 }
 
+// Every prefix of a good script either reads or fails with one line: no prefix crashes,
+// hangs or leaves the reader in a state that reads garbage.
+TEST(ResourceScriptText, EveryTruncationReadsOrFailsCleanly) {
+    std::string full(kScript), cut;
+    zel::detail::FileReader memory = [&](const std::string& path) -> std::optional<std::string> {
+        if (path == "skin/cut.rc") return cut;
+        if (path == "skin/resource.h") return std::string(kResourceHeader);
+        return std::nullopt;
+    };
+    for (size_t n = 0; n <= full.size(); ++n) {
+        cut = full.substr(0, n);
+        std::string error;
+        auto script = zel::detail::ParseResourceScript("skin/cut.rc", &error, memory);
+        if (script) {
+            EXPECT_LE(script->bitmapsById.size(), 4u) << n;
+        } else {
+            EXPECT_EQ(error.rfind("skin/cut.rc:", 0), 0u) << n << ": " << error;
+            EXPECT_EQ(error.find('\n'), std::string::npos) << n << ": " << error;
+        }
+    }
+}
+
 TEST_F(ResourceScripts, AnErrorInAnIncludedHeaderNamesTheHeader) {
     Write("resource.h", "#define A 1\n#if A\n");
     std::string error = ErrorOf("#include \"resource.h\"\n");

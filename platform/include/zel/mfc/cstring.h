@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <string>
+#include <type_traits>
 
 #include <windows.h>
 
@@ -91,10 +92,14 @@ public:
 
     // printf rules of the wide framework: %s is a wide string, %S a narrow (UTF-8) one,
     // %ls/%hs are explicit; %c wide, %C narrow; l is 32 bits (LONG/DWORD), ll/I64 64 bits,
-    // I pointer-sized. A CString argument is passed as (LPCTSTR) or GetString().
-    void Format(LPCWSTR format, ...);
+    // I pointer-sized. A CString argument may be passed as it is, as the framework's
+    // single-pointer strings allow: it is handed on as its LPCTSTR. Other class types do
+    // not compile.
+    template <class... Args>
+    void Format(LPCWSTR format, const Args&... args);
+    template <class... Args>
+    void AppendFormat(LPCWSTR format, const Args&... args);
     void FormatV(LPCWSTR format, va_list args);
-    void AppendFormat(LPCWSTR format, ...);
     void AppendFormatV(LPCWSTR format, va_list args);
 
     // The buffer holds at least minLength characters plus the terminator; after writing,
@@ -116,8 +121,29 @@ public:
     const std::wstring& str() const { return s_; }
 
 private:
+    void FormatArgs(LPCWSTR format, ...);
+    void AppendFormatArgs(LPCWSTR format, ...);
+
     std::wstring s_;
 };
+
+namespace zel::mfc {
+inline LPCWSTR FormatArg(const CString& s) { return s.GetString(); }
+template <class T>
+const T& FormatArg(const T& value) {
+    static_assert(std::is_trivially_copyable_v<T>, "only numbers, pointers and CString can be formatted");
+    return value;
+}
+}  // namespace zel::mfc
+
+template <class... Args>
+void CString::Format(LPCWSTR format, const Args&... args) {
+    FormatArgs(format, zel::mfc::FormatArg(args)...);
+}
+template <class... Args>
+void CString::AppendFormat(LPCWSTR format, const Args&... args) {
+    AppendFormatArgs(format, zel::mfc::FormatArg(args)...);
+}
 
 ZEL_API CString operator+(const CString& a, const CString& b);
 ZEL_API CString operator+(const CString& a, LPCWSTR b);

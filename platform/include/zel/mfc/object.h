@@ -71,7 +71,7 @@ protected:
 #define DECLARE_DYNAMIC(class_name)                   \
 public:                                               \
     static const CRuntimeClass class##class_name;     \
-    virtual CRuntimeClass* GetRuntimeClass() const;
+    CRuntimeClass* GetRuntimeClass() const override;
 
 #define DECLARE_DYNCREATE(class_name) \
     DECLARE_DYNAMIC(class_name)       \
