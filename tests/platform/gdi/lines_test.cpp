@@ -17,14 +17,14 @@ void Line(HDC dc, int x0, int y0, int x1, int y1) {
 }
 
 Ink DrawLine(int x0, int y0, int x1, int y1) {
-    Canvas c(17, 17);
+    ShapeCanvas c(17, 17);
     SelectObject(c.dc(), GetStockObject(BLACK_PEN));
     Line(c.dc(), x0, y0, x1, y1);
     return c.Pixels();
 }
 
 TEST_F(Lines, EndPointIsExcludedAndBecomesThePosition) {
-    Canvas c(9, 6);
+    ShapeCanvas c(9, 6);
     Selected s(c.dc(), Pen(RGB(0, 0, 0)), NullBrush());
     Line(c.dc(), 1, 1, 7, 4);  // slope 1/2: each tie goes to the smaller row
     POINT pos{};
@@ -54,7 +54,7 @@ TEST_F(Lines, ReversedLinesCoverTheSamePixels) {
 TEST_F(Lines, ClippingKeepsTheUnclippedPixels) {
     const RECT lines[] = {{-40, -25, 60, 40}, {15, -100, 3, 100}, {-1000, 5, 1000, 5}, {20, 11, -5, 0}};
     for (const RECT& l : lines) {
-        Canvas full(16, 12, false, 0), clipped(16, 12, false, 0);
+        ShapeCanvas full(16, 12, false, 0), clipped(16, 12, false, 0);
         Selected a(full.dc(), Pen(RGB(255, 255, 255)), NullBrush());
         Selected b(clipped.dc(), Pen(RGB(255, 255, 255)), NullBrush());
         SetROP2(clipped.dc(), R2_XORPEN);
@@ -88,7 +88,7 @@ TEST_F(Lines, WidePensHaveRoundCapsOnBothEnds) {
         {3, {3, 3, 3, 3}, 7, 6, ".......\n.......\n...#...\n..###..\n...#...\n.......\n"},
     };
     for (const auto& t : cases) {
-        Canvas c(t.w, t.h);
+        ShapeCanvas c(t.w, t.h);
         Selected s(c.dc(), Pen(RGB(0, 0, 0), t.width), NullBrush());
         Line(c.dc(), t.line.left, t.line.top, t.line.right, t.line.bottom);
         EXPECT_EQ(c.Picture(), t.picture);
@@ -98,12 +98,12 @@ TEST_F(Lines, WidePensHaveRoundCapsOnBothEnds) {
 // PS_DASH runs 18 on, 6 off, carried on round polyline vertices; gaps take the background
 // colour only in OPAQUE mode. Polyline leaves the current position alone.
 TEST_F(Lines, DashedPenGapsAndPolylines) {
-    Canvas c(21, 11);
+    ShapeCanvas c(21, 11);
     Selected s(c.dc(), Pen(RGB(0, 0, 0), 1, PS_DASH), NullBrush());
     const POINT path[] = {{0, 0}, {20, 0}, {20, 10}};
     EXPECT_TRUE(Polyline(c.dc(), path, 3));
     std::string column;
-    for (int y = 0; y < 11; ++y) column += Canvas::Glyph(GetPixel(c.dc(), 20, y));
+    for (int y = 0; y < 11; ++y) column += ShapeCanvas::Glyph(GetPixel(c.dc(), 20, y));
     EXPECT_EQ(c.Picture().substr(0, 22), std::string(18, '#') + "ooo\n");
     EXPECT_EQ(column, "oooo######.");
     SetBkMode(c.dc(), TRANSPARENT);
@@ -130,13 +130,13 @@ TEST_F(Lines, EveryMixModeCombinesPenAndDestination) {
         [](COLORREF p, COLORREF d) { return p | d; },     [](COLORREF, COLORREF) { return 0xFFFFFFu; },
     };  // R2_BLACK .. R2_WHITE
     for (int rop2 = R2_BLACK; rop2 <= R2_WHITE; ++rop2) {
-        Canvas c(2, 1, false, D);
+        ShapeCanvas c(2, 1, false, D);
         Selected s(c.dc(), Pen(P), NullBrush());
         SetROP2(c.dc(), rop2);
         Line(c.dc(), 0, 0, 1, 0);
         EXPECT_EQ(GetPixel(c.dc(), 0, 0), expect[rop2 - 1](P, D) & 0xFFFFFF) << "R2 code " << rop2;
     }
-    Canvas c(1, 1);
+    ShapeCanvas c(1, 1);
     EXPECT_EQ(SetROP2(c.dc(), 17), 0);
     EXPECT_EQ(GetROP2(c.dc()), R2_COPYPEN);
 }
@@ -154,7 +154,7 @@ TEST_F(Lines, PenColoursOnMonochromeDependOnTheBackground) {
         {RGB(255, 255, 255), RGB(255, 0, 0), true},
     };
     for (const auto& t : cases) {
-        Canvas c(3, 1, true, t.white ? RGB(0, 0, 0) : RGB(255, 255, 255));
+        ShapeCanvas c(3, 1, true, t.white ? RGB(0, 0, 0) : RGB(255, 255, 255));
         Selected s(c.dc(), Pen(t.pen), NullBrush());
         SetBkColor(c.dc(), t.bk);
         Line(c.dc(), 0, 0, 3, 0);

@@ -110,7 +110,7 @@ TEST_F(Regions, BadModesAndHandlesFailWithoutTouchingTheDestination) {
 TEST_F(Regions, FillAndPaintCoverExactlyTheRegion) {
     HRGN a = CreateRectRgn(1, 1, 6, 5), b = CreateRectRgn(4, 3, 8, 7);
     CombineRgn(a, a, b, RGN_XOR);
-    Canvas c(10, 9);
+    ShapeCanvas c(10, 9);
     HBRUSH red = CreateSolidBrush(RGB(255, 0, 0));
     SetROP2(c.dc(), R2_NOT);
     EXPECT_TRUE(FillRgn(c.dc(), a, red));
@@ -136,7 +136,7 @@ TEST_F(Regions, ClipWithoutAClipRegionMeansTheWholeSurface) {
                  {RGN_DIFF, COMPLEXREGION, false, true},
                  {RGN_XOR, COMPLEXREGION, false, true}};
     for (const auto& t : cases) {
-        Canvas c(8, 5, false, 0);
+        ShapeCanvas c(8, 5, false, 0);
         EXPECT_EQ(ExtSelectClipRgn(c.dc(), r, t.mode), t.code) << "mode " << t.mode;
         PatBlt(c.dc(), 0, 0, 8, 5, WHITENESS);
         SelectClipRgn(c.dc(), nullptr);

@@ -15,9 +15,9 @@ namespace zel::test {
 constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
 using Ink = std::set<std::pair<int, int>>;
 
-class Canvas : public MemorySurface {
+class ShapeCanvas : public MemorySurface {
 public:
-    Canvas(int w, int h, bool mono = false, COLORREF fill = kSentinel) : MemorySurface(w, h, mono) { Fill(fill); }
+    ShapeCanvas(int w, int h, bool mono = false, COLORREF fill = kSentinel) : MemorySurface(w, h, mono) { Fill(fill); }
     void Fill(COLORREF c) {
         for (int y = 0; y < h_; ++y)
             for (int x = 0; x < w_; ++x) SetPixel(dc_, x, y, c);

@@ -32,7 +32,7 @@ TEST_F(Shapes, RectanglePenOutlineAndBrushInterior) {
         {true, false, ".........\n.rrrrrr..\n.r....r..\n.r....r..\n.r....r..\n.rrrrrr..\n.........\n"},
     };
     for (const auto& t : cases) {
-        Canvas c(9, 7);
+        ShapeCanvas c(9, 7);
         Selected s(c.dc(), t.pen ? Pen(kRed) : NullPen(), t.brush ? Blue() : NullBrush());
         EXPECT_TRUE(Rectangle(c.dc(), 7, 6, 1, 1)) << "corners are normalised";
         EXPECT_EQ(c.Picture(), t.picture);
@@ -47,7 +47,7 @@ TEST_F(Shapes, RectanglePenOutlineAndBrushInterior) {
 // A width-2 outline has its extra pixel up/left: one pixel outside the box at top and
 // left, inside at right and bottom. PS_INSIDEFRAME keeps any width inside the box.
 TEST_F(Shapes, WidePenOutlines) {
-    Canvas c(10, 8);
+    ShapeCanvas c(10, 8);
     {
         Selected s(c.dc(), Pen(kRed, 2), Blue());
         Rectangle(c.dc(), 2, 2, 8, 7);
@@ -56,7 +56,7 @@ TEST_F(Shapes, WidePenOutlines) {
               "..........\n.rrrrrrr..\n.rrrrrrr..\n.rrbbbrr..\n.rrbbbrr..\n.rrrrrrr..\n.rrrrrrr..\n..........\n");
     for (int width : {2, 3, 4, 7}) {
         for (bool ellipse : {false, true}) {
-            Canvas f(14, 13);
+            ShapeCanvas f(14, 13);
             Selected s(f.dc(), Pen(kRed, width, PS_INSIDEFRAME), Blue());
             ellipse ? Ellipse(f.dc(), 2, 1, 12, 11) : Rectangle(f.dc(), 2, 1, 12, 11);
             const RECT ink = Bounds(f.Pixels()), box{2, 1, 12, 11};
@@ -67,14 +67,14 @@ TEST_F(Shapes, WidePenOutlines) {
 
 // A one-pixel ellipse fills its box exactly and is its own mirror image on both axes.
 TEST_F(Shapes, EllipseIsInscribedAndSymmetric) {
-    Canvas small(7, 7);
+    ShapeCanvas small(7, 7);
     {
         Selected s(small.dc(), Pen(kRed), Blue());
         EXPECT_TRUE(Ellipse(small.dc(), 1, 1, 6, 6));
     }
     EXPECT_EQ(small.Picture(), ".......\n..rrr..\n.rbbbr.\n.rbbbr.\n.rbbbr.\n..rrr..\n.......\n");
     for (const RECT& box : {RECT{1, 1, 15, 11}, RECT{2, 1, 13, 14}, RECT{1, 3, 16, 8}, RECT{3, 1, 7, 15}}) {
-        Canvas c(17, 16);
+        ShapeCanvas c(17, 16);
         Selected s(c.dc(), Pen(kRed), Blue());
         Ellipse(c.dc(), box.left, box.top, box.right, box.bottom);
         const RECT ink = Bounds(c.Pixels());
@@ -91,7 +91,7 @@ TEST_F(Shapes, EllipseIsInscribedAndSymmetric) {
 // clamped to it, which makes an ellipse.
 TEST_F(Shapes, RoundRectCornersClampBetweenRectangleAndEllipse) {
     auto draw = [](int width, auto&& shape) {
-        Canvas c(16, 14);
+        ShapeCanvas c(16, 14);
         Selected s(c.dc(), width ? Pen(kRed, width) : NullPen(), Blue());
         shape(c.dc());
         return c.Picture();
@@ -118,7 +118,7 @@ TEST_F(Shapes, RoundRectCornersClampBetweenRectangleAndEllipse) {
 // covered pixel flips exactly once, giving the same picture as a copy.
 TEST_F(Shapes, MixModesPaintEachPixelOnce) {
     auto draw = [](int rop2, int width, int times, auto&& shape) {
-        Canvas c(18, 16, false, 0);
+        ShapeCanvas c(18, 16, false, 0);
         Selected s(c.dc(), Pen(RGB(255, 255, 255), width), NullBrush());
         SetROP2(c.dc(), rop2);
         for (int i = 0; i < times; ++i) shape(c.dc());
@@ -132,7 +132,7 @@ TEST_F(Shapes, MixModesPaintEachPixelOnce) {
         EXPECT_EQ(draw(R2_XORPEN, width, 1, ellipse), draw(R2_COPYPEN, width, 1, ellipse)) << width;
         EXPECT_EQ(draw(R2_XORPEN, width, 1, round), draw(R2_COPYPEN, width, 1, round)) << width;
     }
-    Canvas c(6, 6, false, RGB(0, 255, 255));
+    ShapeCanvas c(6, 6, false, RGB(0, 255, 255));
     Selected s(c.dc(), NullPen(), CreateSolidBrush(RGB(255, 255, 0)));
     SetROP2(c.dc(), R2_MASKPEN);
     Rectangle(c.dc(), 1, 1, 5, 5);
@@ -142,10 +142,10 @@ TEST_F(Shapes, MixModesPaintEachPixelOnce) {
 
 // Pattern brushes tile from the brush origin, not from the shape; monochrome targets.
 TEST_F(Shapes, PatternBrushOriginAndMonochrome) {
-    Canvas pattern(2, 2, false, RGB(0, 0, 255));
+    ShapeCanvas pattern(2, 2, false, RGB(0, 0, 255));
     SetPixel(pattern.dc(), 0, 0, kRed);
     SetPixel(pattern.dc(), 1, 1, kRed);
-    Canvas c(6, 4);
+    ShapeCanvas c(6, 4);
     {
         Selected s(c.dc(), NullPen(), CreatePatternBrush(static_cast<HBITMAP>(GetCurrentObject(pattern.dc(), OBJ_BITMAP))));
         Rectangle(c.dc(), 1, 1, 6, 4);
@@ -153,7 +153,7 @@ TEST_F(Shapes, PatternBrushOriginAndMonochrome) {
         Rectangle(c.dc(), 0, 0, 3, 2);
     }
     EXPECT_EQ(c.Picture(), "br....\n.rbrb.\n.brbr.\n......\n");
-    Canvas m(8, 6, true, RGB(0, 0, 0));
+    ShapeCanvas m(8, 6, true, RGB(0, 0, 0));
     Selected s(m.dc(), Pen(RGB(255, 255, 255)), static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
     Rectangle(m.dc(), 1, 1, 7, 5);
     EXPECT_EQ(m.Picture(), "########\n#oooooo#\n#o####o#\n#o####o#\n#oooooo#\n########\n");
@@ -162,7 +162,7 @@ TEST_F(Shapes, PatternBrushOriginAndMonochrome) {
 // Every other pixel of the outline is inverted, starting at the top-right corner and
 // running anticlockwise with the pattern carried round the corners.
 TEST_F(Shapes, FocusRectInvertsAlternatePixels) {
-    Canvas c(8, 6, false, RGB(255, 255, 255));
+    ShapeCanvas c(8, 6, false, RGB(255, 255, 255));
     RECT r{1, 1, 7, 5};
     EXPECT_TRUE(DrawFocusRect(c.dc(), &r));
     EXPECT_EQ(c.Picture(), "oooooooo\noo#o#o#o\no#oooooo\noooooo#o\no#o#o#oo\noooooooo\n");
@@ -175,7 +175,7 @@ TEST_F(Shapes, FocusRectInvertsAlternatePixels) {
 }
 
 TEST_F(Shapes, FrameRectAndInvertRect) {
-    Canvas c(8, 6, false, RGB(255, 255, 255));
+    ShapeCanvas c(8, 6, false, RGB(255, 255, 255));
     HBRUSH red = CreateSolidBrush(kRed);
     RECT r{1, 1, 6, 5}, empty{4, 4, 4, 6}, inv{2, 2, 4, 4};
     EXPECT_NE(FrameRect(c.dc(), &r, red), 0);
@@ -189,7 +189,7 @@ TEST_F(Shapes, FrameRectAndInvertRect) {
 // Coordinates far outside the surface are clamped to GDI's range: no overflow, no long
 // loops, and what lands on the surface is still exact.
 TEST_F(Shapes, HugeCoordinatesStayExactAndCheap) {
-    Canvas c(6, 4);
+    ShapeCanvas c(6, 4);
     {
         Selected s(c.dc(), Pen(kRed, 9), Blue());
         EXPECT_TRUE(Rectangle(c.dc(), INT_MIN, INT_MIN, INT_MAX, INT_MAX));
