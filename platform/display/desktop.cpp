@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "display/png_writer.h"
+#include "gdi/image_codec.h"
 #include "display/runtime.h"
 #include "gdi/dc.h"
 #include "kernel/clock.h"
@@ -150,7 +150,7 @@ COLORREF Desktop::Pixel(int x, int y) const {
     return gdi::Pixel32ToColor(s.row(y)[x]);
 }
 
-bool Desktop::SavePng(const char* path) const { return display::WritePng(gdi::Screen(), path); }
+bool Desktop::SavePng(const char* path) const { return detail::SavePixels(gdi::Screen(), path); }
 
 // Real time from here on. With a display the viewer runs; headless, the loop runs until
 // WM_QUIT or until nothing can happen any more (no timer left to wait for).

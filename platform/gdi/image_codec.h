@@ -42,4 +42,7 @@ ZEL_API HBITMAP LoadImageFromMemory(const uint8_t* data, size_t size, const char
 std::vector<uint8_t> EncodePng(const gdi::PixelBuffer& pixels);  // RGB, 8 bits a channel
 std::vector<uint8_t> EncodeBmp(const gdi::PixelBuffer& pixels);  // 24 bpp, bottom-up
 
+// Writes pixels as .png or .bmp, chosen by the extension; no half-written file is left.
+bool SavePixels(const gdi::PixelBuffer& pixels, const char* path);
+
 }  // namespace zel::detail

@@ -118,21 +118,25 @@ std::vector<uint8_t> EncodeBmp(const gdi::PixelBuffer& px) {
     return out;
 }
 
+bool SavePixels(const gdi::PixelBuffer& pixels, const char* path) {
+    if (!path) return false;
+    std::vector<uint8_t> bytes;
+    if (EndsWith(path, ".png"))
+        bytes = EncodePng(pixels);
+    else if (EndsWith(path, ".bmp"))
+        bytes = EncodeBmp(pixels);
+    else
+        return false;
+    return !bytes.empty() && WriteFile(path, bytes);
+}
+
 }  // namespace zel::detail
 
 namespace zel {
 
 bool SaveBitmap(HBITMAP bitmap, const char* path) {
     const gdi::Bitmap* b = gdi::LookupBitmap(bitmap);
-    if (!b || !path) return false;
-    std::vector<uint8_t> bytes;
-    if (detail::EndsWith(path, ".png"))
-        bytes = detail::EncodePng(b->px);
-    else if (detail::EndsWith(path, ".bmp"))
-        bytes = detail::EncodeBmp(b->px);
-    else
-        return false;
-    return !bytes.empty() && detail::WriteFile(path, bytes);
+    return b && detail::SavePixels(b->px, path);
 }
 
 }  // namespace zel
