@@ -1,6 +1,7 @@
 #include "CZELBmpButton.h"
 
 #include "SkinList.h"
+#include "SkinPaint.h"
 
 namespace {
 
@@ -84,20 +85,7 @@ CBitmap& CZELBmpButton::ChooseSkin() {
 
 void CZELBmpButton::OnPaint() {
     CPaintDC dc(this);
-    CRect rc;
-    GetClientRect(&rc);
-    CBitmap frame;
-    frame.CreateCompatibleBitmap(&dc, rc.Width(), rc.Height());
-    CDC frameDC, skinDC;
-    frameDC.CreateCompatibleDC(&dc);
-    skinDC.CreateCompatibleDC(&dc);
-    HGDIOBJ oldFrame = frameDC.SelectObject(static_cast<HGDIOBJ>(frame.m_hObject));
-    if (HBITMAP skin = Handle(ChooseSkin())) {
-        HGDIOBJ oldSkin = skinDC.SelectObject(static_cast<HGDIOBJ>(skin));
-        dc.BitBlt(0, 0, rc.Width(), rc.Height(), &skinDC, 0, 0, SRCCOPY);
-        skinDC.SelectObject(oldSkin);
-    }
-    frameDC.SelectObject(oldFrame);
+    zelctl::PaintSingleSkin(*this, dc, Handle(ChooseSkin()));
 }
 
 // No default processing: the BUTTON logic must not see the press, or it would send a

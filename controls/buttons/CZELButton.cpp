@@ -3,6 +3,7 @@
 #include <aygshell.h>
 
 #include "SkinList.h"
+#include "SkinPaint.h"
 
 namespace {
 
@@ -165,22 +166,7 @@ HBITMAP CZELButton::ChooseSkin() const {
 
 void CZELButton::OnPaint() {
     CPaintDC dc(this);
-    CRect rc;
-    GetClientRect(&rc);
-    // Every control paints into an off-screen frame of its client size; this one's picture
-    // is a single skin, already off screen, so it reaches the screen in the one copy.
-    CBitmap frame;
-    frame.CreateCompatibleBitmap(&dc, rc.Width(), rc.Height());
-    CDC frameDC, skinDC;
-    frameDC.CreateCompatibleDC(&dc);
-    skinDC.CreateCompatibleDC(&dc);
-    HGDIOBJ oldFrame = frameDC.SelectObject(static_cast<HGDIOBJ>(frame.m_hObject));
-    if (HBITMAP skin = ChooseSkin()) {
-        HGDIOBJ oldSkin = skinDC.SelectObject(static_cast<HGDIOBJ>(skin));
-        dc.BitBlt(0, 0, rc.Width(), rc.Height(), &skinDC, 0, 0, SRCCOPY);
-        skinDC.SelectObject(oldSkin);
-    }
-    frameDC.SelectObject(oldFrame);
+    zelctl::PaintSingleSkin(*this, dc, ChooseSkin());
 }
 
 void CZELButton::NotifyParent() {
