@@ -196,12 +196,18 @@ int GetObjectW(HANDLE handle, int size, LPVOID buffer) {
     }
 }
 
+namespace {
+// Bitmaps store 4 bytes a pixel; larger requests fail as out of memory would, instead of
+// letting a bad size take the process down. Same bound as the image loaders.
+constexpr int64_t kMaxBitmapPixels = int64_t{64} << 20;
+}  // namespace
+
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* bits) {
     // An empty size gives the stock 1x1 bitmap whatever the other arguments; negative
     // sizes count by their magnitude; depths round up to the next DDB depth.
     const int64_t w = std::llabs(width), h = std::llabs(height);
     if (w == 0 || h == 0) return HandleOf<HBITMAP>(DefaultBitmap());
-    if (planes != 1 || bpp > 32 || w * h > (int64_t{1} << 28)) return nullptr;
+    if (planes != 1 || bpp > 32 || w * h > kMaxBitmapPixels) return nullptr;
     width = static_cast<int>(w);
     height = static_cast<int>(h);
     bpp = bpp <= 1 ? 1 : bpp <= 4 ? 4 : bpp <= 8 ? 8 : bpp <= 16 ? 16 : bpp <= 24 ? 24 : 32;
@@ -239,7 +245,7 @@ HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
     // Negative sizes count by their magnitude; an empty size gives the stock 1x1 bitmap.
     const int64_t w = std::llabs(width), h = std::llabs(height);
     if (w == 0 || h == 0) return HandleOf<HBITMAP>(DefaultBitmap());
-    if (w * h > (int64_t{1} << 28)) return nullptr;
+    if (w * h > kMaxBitmapPixels) return nullptr;
     width = static_cast<int>(w);
     height = static_cast<int>(h);
     // A memory DC is as deep as its selected bitmap: a fresh one gives monochrome.

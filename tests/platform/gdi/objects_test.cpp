@@ -151,6 +151,7 @@ TEST_F(Objects, BitmapSizeEdgeCases) {
     EXPECT_EQ(CreateBitmap(2, 2, 2, 1, nullptr), nullptr) << "one plane only";
     EXPECT_EQ(CreateBitmap(2, 2, 1, 33, nullptr), nullptr);
     EXPECT_EQ(CreateBitmap(1 << 20, 1 << 20, 1, 32, nullptr), nullptr) << "refused, not allocated";
+    EXPECT_EQ(CreateBitmap(16384, 16384, 1, 32, nullptr), nullptr) << "1 GiB of pixels is refused too";
     EXPECT_TRUE(DeleteObject(stock)) << "deleting the stock bitmap is a no-op";
     DeleteObject(neg);
     DeleteDC(mem);
