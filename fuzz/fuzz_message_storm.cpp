@@ -14,6 +14,7 @@
 #include <zel/desktop.h>
 
 #include <array>
+#include <cstdio>
 #include <climits>
 #include <cstdlib>
 #include <memory>
@@ -49,6 +50,20 @@ class CheckBox : public CZELChkBox {
 public:
     bool CheckIsBoolean() const { return m_bChecked == 0 || m_bChecked == 1; }
 };
+
+// ZEL_FUZZ_TRACE=1 prints each operation and each notification the host gets, for reading
+// what a finding's input does.
+bool Tracing() {
+    static const bool on = std::getenv("ZEL_FUZZ_TRACE") != nullptr;
+    return on;
+}
+
+void Trace(const char* format, long a = 0, long b = 0, long c = 0) {
+    if (!Tracing()) return;
+    fuzzing::RestoreStderr();
+    std::fprintf(stderr, format, a, b, c);
+    std::fputc('\n', stderr);
+}
 
 // ---- decoding helpers ------------------------------------------------------------------------
 
@@ -209,11 +224,16 @@ bool Host::Matches(UINT message) const {
 LRESULT Host::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     // Nobody looks at the host's background; painting it would cost more than the controls.
     if (message == WM_ERASEBKGND) return 1;
+    if (message == WM_COMMAND || message == WM_VSCROLL || message == WM_HSCROLL || message == WM_LBUTTONDOWN ||
+        message == WM_LBUTTONUP)
+        Trace("  host gets message 0x%lx wParam 0x%lx lParam 0x%lx", static_cast<long>(message),
+              static_cast<long>(wParam), static_cast<long>(lParam));
     // One reaction at a time: what a reaction causes (a re-entrant SetScrollPos notifies
     // again) is not reacted to.
     if (armed.count > 0 && !reacting_ && Matches(message)) {
         --armed.count;
         reacting_ = true;
+        Trace("  reaction %ld on target %ld", armed.reaction, armed.target);
         storm_.React(armed, message, lParam);
         reacting_ = false;
     }
@@ -664,6 +684,7 @@ void Storm::CheckPromises(uint8_t op) {
 void Storm::Run(ScriptReader& in) {
     for (int n = 0; n < kMaxOps && !in.Done(); ++n) {
         const uint8_t op = in.Pick(kOpCount);
+        Trace("op %ld", op);
         switch (op) {
             case kPointerDown:
             case kPointerMove:

@@ -315,6 +315,9 @@ private:
 // Key indices in the fuzzer's key table.
 enum : uint8_t { kUp, kDown, kLeft, kRight, kPrior, kNext, kHome, kEnd, kReturn, kSpace, kEscape };
 
+// Points are fractions (of 255) across a control's rectangle widened by 8 pixels on each
+// side: on the 70-pixel scroll bar, 45 is its up arrow, 100 the thumb at the top of the
+// track, 170 the page-down area and 215 the down arrow.
 void StormSeeds(Seeds& out) {
     auto write = [&](const char* name, const Storm& s) { out.Write(name, Bytes(s.Bytes().begin(), s.Bytes().end())); };
     Storm taps;
@@ -327,11 +330,11 @@ void StormSeeds(Seeds& out) {
                              .Focus(kRepeatButton).Key(kReturn).Enable(kRepeatButton, false).Tap(kRepeatButton)
                              .Enable(kRepeatButton, true));
 
-    write("scroll_bar", Storm().ScrollRange(0, 100).ScrollPage(10).Tap(kScrollBar, 128, 20).Tap(kScrollBar, 128, 240)
-                            .Down(kScrollBar, 128, 180).Wait(1500).Up(kScrollBar, 128, 180).Down(kScrollBar, 128, 60)
+    write("scroll_bar", Storm().ScrollRange(0, 100).ScrollPage(10).Tap(kScrollBar, 128, 45).Tap(kScrollBar, 128, 215)
+                            .Down(kScrollBar, 128, 170).Wait(1500).Up(kScrollBar, 128, 170).ScrollPos(0).Down(kScrollBar, 128, 100)
                             .Move(kScrollBar, 128, 0).Move(kScrollBar, 128, 255).Move(kScrollBar, 128, 140)
                             .Up(kScrollBar, 128, 140).Focus(kScrollBar).Key(kUp).Key(kDown, 3).Key(kPrior).Key(kNext)
-                            .Down(kScrollBar, 128, 12).Wait(700).Move(kScrollBar, 255, 128).Wait(300)
+                            .Down(kScrollBar, 128, 45).Wait(700).Move(kScrollBar, 255, 128).Wait(300)
                             .Up(kScrollBar, 255, 128));
 
     write("slider", Storm().SliderRange(0, 0, 100).Down(kSlider, 20, 128).Move(kSlider, 128, 128)
@@ -370,11 +373,11 @@ void StormSeeds(Seeds& out) {
 
     write("destroy_in_notification",
           Storm().Arm(kOnCommand, kDestroySender, 0).Tap(kRepeatButton).Recreate(kRepeatButton)
-              .Arm(kOnVScroll, kDestroySender, 0).Tap(kScrollBar, 128, 20).Recreate(kScrollBar)
+              .Arm(kOnVScroll, kDestroySender, 0).Tap(kScrollBar, 128, 45).Recreate(kScrollBar)
               .Arm(kOnHScroll, kDestroyHost, 0).Down(kSlider, 30, 128).Move(kSlider, 200, 128).Up(kSlider)
               .Recreate(kControlCount).Arm(kOnLButtonDown, kDestroySender, 0).Down(kRepeatButton).Wait(500)
               .Up(kRepeatButton).Recreate(kRepeatButton).Arm(kOnVScroll, kSetScrollPos, 0, 3, 50)
-              .Tap(kScrollBar, 128, 240).Arm(kOnAny, kPump, 0, 3, 400).Down(kRepeatButton).Wait(800)
+              .Tap(kScrollBar, 128, 215).Arm(kOnAny, kPump, 0, 3, 400).Down(kRepeatButton).Wait(800)
               .Up(kRepeatButton).Arm(kOnCommand, kReskinTarget, kCheckBox).Tap(kCheckBox, 20, 128)
               .Arm(kOnLButtonUp, kMoveSender, 0, 1, 0x12345).Tap(kRepeatButton)
               .Arm(kOnHScroll, kResetRange, kSlider, 2, 3).Tap(kSlider, 240, 128)
