@@ -2,6 +2,8 @@
 
 #include <aygshell.h>
 
+#include <cstdint>
+
 #include "SkinList.h"
 #include "SkinPaint.h"
 
@@ -26,6 +28,10 @@ constexpr int kStripHeight = 21;
 constexpr int kStripOverhang = 8;
 
 bool ParentIsWindow(HWND parent) { return parent && ::IsWindow(parent); }
+
+// Coordinates add as the device's 32-bit integers do: a strip or a size beyond the
+// coordinate range wraps around rather than being undefined.
+int Wrap(int64_t v) { return static_cast<int>(v); }
 
 }  // namespace
 
@@ -69,9 +75,9 @@ BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CW
     CRect rc(rect);
     m_bCaptionStrip = bCaptionStrip;
     if (bCaptionStrip) {
-        rc.bottom = rect.bottom - kStripHeight;
-        m_rcCaption.SetRect(rect.left - kStripOverhang, rect.bottom - (kStripHeight - 1), rect.right + kStripOverhang,
-                            rect.bottom);
+        rc.bottom = Wrap(int64_t{rect.bottom} - kStripHeight);
+        m_rcCaption.SetRect(Wrap(int64_t{rect.left} - kStripOverhang), Wrap(int64_t{rect.bottom} - (kStripHeight - 1)),
+                            Wrap(int64_t{rect.right} + kStripOverhang), rect.bottom);
     }
     // Callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
     // (a default push button, a check box) becomes owner-drawn.
@@ -82,11 +88,13 @@ BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CW
 void CZELButton::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint) {
     CWnd::MoveWindow(x, y, nWidth, nHeight, bRepaint);
     if (m_bCaptionStrip)
-        m_rcCaption.SetRect(x - kStripOverhang, y + nHeight + 1, x + nWidth + kStripOverhang, y + nHeight + kStripHeight);
+        m_rcCaption.SetRect(Wrap(int64_t{x} - kStripOverhang), Wrap(int64_t{y} + nHeight + 1),
+                            Wrap(int64_t{x} + nWidth + kStripOverhang), Wrap(int64_t{y} + nHeight + kStripHeight));
 }
 
 void CZELButton::MoveWindow(CRect rect, BOOL bRepaint) {
-    CWnd::MoveWindow(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, bRepaint);
+    CWnd::MoveWindow(rect.left, rect.top, Wrap(int64_t{rect.right} - rect.left), Wrap(int64_t{rect.bottom} - rect.top),
+                     bRepaint);
 }
 
 BOOL CZELButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }

@@ -2,6 +2,7 @@
 
 #include <aygshell.h>
 
+#include <algorithm>
 #include <climits>
 
 #include "ScrollMath.h"
@@ -129,16 +130,24 @@ void CZELScrollbar::PlaceThumb() {
     m_rcPageDown.SetRect(m_rcTrack.left, m_rcThumb.bottom, m_rcTrack.right, m_rcTrack.bottom);
 }
 
+// The cells follow the size the window really got: the window manager clamps an absurd
+// size (a negative one is none), and cells laid out for the arguments would not fit it.
 void CZELScrollbar::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint) {
     CWnd::MoveWindow(x, y, nWidth, nHeight, bRepaint);
     if (m_bVertical) {
-        const int arrow = m_rcUpArrow.Height();
-        m_rcUpArrow.SetRect(0, 0, nWidth, arrow);
-        m_rcTrack.SetRect(0, arrow, nWidth, nHeight - arrow);
-        m_rcDownArrow.SetRect(0, m_rcTrack.bottom, nWidth, nHeight);
-        m_rcClient.SetRect(0, 0, nWidth, nHeight);
-        m_rcPageUp.SetRect(0, arrow, nWidth, m_rcThumb.top);
-        m_rcPageDown.SetRect(0, m_rcThumb.bottom, nWidth, m_rcDownArrow.top);
+        CSize size(std::max(nWidth, 0), std::max(nHeight, 0));
+        if (::IsWindow(m_hWnd)) {
+            CRect client;
+            GetClientRect(&client);
+            size = client.Size();
+        }
+        const int w = size.cx, h = size.cy, arrow = m_rcUpArrow.Height();
+        m_rcUpArrow.SetRect(0, 0, w, arrow);
+        m_rcTrack.SetRect(0, arrow, w, h - arrow);
+        m_rcDownArrow.SetRect(0, m_rcTrack.bottom, w, h);
+        m_rcClient.SetRect(0, 0, w, h);
+        m_rcPageUp.SetRect(0, arrow, w, m_rcThumb.top);
+        m_rcPageDown.SetRect(0, m_rcThumb.bottom, w, m_rcDownArrow.top);
     }
     if (::IsWindow(m_hWnd)) Invalidate();
 }

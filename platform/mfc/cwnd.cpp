@@ -2,6 +2,7 @@
 // the window procedure, default processing, reflection and the pre-translate walk.
 #include "zel/mfc/cwnd.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <unordered_map>
 
@@ -228,11 +229,14 @@ BOOL CWnd::Create(LPCWSTR className, LPCWSTR windowName, DWORD style, const RECT
     return CreateEx(0, className, windowName, style | WS_CHILD, rect, parent, id);
 }
 
+// The size of an absurd rectangle wraps as 32-bit arithmetic does; the window manager
+// then clamps whatever results.
 BOOL CWnd::CreateEx(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD style, const RECT& rect,
                     CWnd* parent, UINT id, LPVOID param) {
-    return CreateEx(exStyle, className, windowName, style, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, parent ? parent->m_hWnd : nullptr,
-                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), param);
+    const int width = static_cast<int>(int64_t{rect.right} - rect.left);
+    const int height = static_cast<int>(int64_t{rect.bottom} - rect.top);
+    return CreateEx(exStyle, className, windowName, style, rect.left, rect.top, width, height,
+                    parent ? parent->m_hWnd : nullptr, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), param);
 }
 
 BOOL CWnd::CreateEx(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD style, int x, int y, int width,

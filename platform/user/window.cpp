@@ -86,7 +86,9 @@ RECT InitialRect(bool child, int x, int y, int width, int height) {
         width = child ? 0 : gdi::Screen().width;
         height = child ? 0 : gdi::Screen().height;
     }
-    return RECT{x, y, x + std::max(width, 0), y + std::max(height, 0)};
+    x = std::clamp(x, kMinWindowCoord, kMaxWindowCoord);
+    y = std::clamp(y, kMinWindowCoord, kMaxWindowCoord);
+    return RECT{x, y, x + std::clamp(width, 0, kMaxWindowCoord), y + std::clamp(height, 0, kMaxWindowCoord)};
 }
 
 }  // namespace

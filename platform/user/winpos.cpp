@@ -45,8 +45,10 @@ void NormaliseFlags(Window* w, WINDOWPOS& wp) {
         wp.cx = w->Width();
         wp.cy = w->Height();
     }
-    wp.cx = std::max(wp.cx, 0);
-    wp.cy = std::max(wp.cy, 0);
+    wp.x = std::clamp(wp.x, kMinWindowCoord, kMaxWindowCoord);
+    wp.y = std::clamp(wp.y, kMinWindowCoord, kMaxWindowCoord);
+    wp.cx = std::clamp(wp.cx, 0, kMaxWindowCoord);
+    wp.cy = std::clamp(wp.cy, 0, kMaxWindowCoord);
     if (wp.x == w->rect.left && wp.y == w->rect.top) wp.flags |= SWP_NOMOVE;
     if (wp.cx == w->Width() && wp.cy == w->Height()) wp.flags |= SWP_NOSIZE;
     bool visible = (w->style & WS_VISIBLE) != 0;

@@ -72,6 +72,12 @@ struct Window {
     RECT ClientRect() const { return RECT{0, 0, Width(), Height()}; }
 };
 
+// Window coordinates live in 16 bits, as on Windows: CreateWindowExW and SetWindowPos clamp
+// positions into [-32768, 32767] and sizes into [0, 32767], so no rectangle arithmetic on
+// a window (right = left + width, screen origins summed over ancestors) can overflow.
+inline constexpr int kMinWindowCoord = -32768;
+inline constexpr int kMaxWindowCoord = 32767;
+
 struct UserState {
     detail::HandleTable<Window> table;
     Window* desktop = nullptr;  // the root; its children are the top-level windows

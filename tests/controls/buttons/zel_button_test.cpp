@@ -3,6 +3,7 @@
 #include <CZELButton.h>
 
 #include <array>
+#include <climits>
 #include <fstream>
 #include <memory>
 
@@ -297,6 +298,21 @@ TEST_F(ZelButton, CaptionStripIsReservedBelowAndFollowsTheFirstMoveWindowOnly) {
     EXPECT_EQ(window.Size(), CSize(78, 97));
     plain->MoveWindow(100, 10, 78, 76, TRUE);
     EXPECT_TRUE(plain->m_rcCaption.IsRectNull());
+}
+
+// The strip's edges are computed as the device computes them, in 32 bits that wrap; the
+// window itself is clamped by the window manager.
+TEST_F(ZelButton, CaptionStripOfAnAbsurdMoveWrapsAround) {
+    auto button = Make(CRect(10, 10, 88, 107), WS_VISIBLE | BS_OWNERDRAW, true);
+    button->MoveWindow(INT_MIN, INT_MAX, 0, 0, TRUE);
+    EXPECT_EQ(button->m_rcCaption, CRect(INT_MAX - 7, INT_MIN, INT_MIN + 8, INT_MIN + 20));
+    button->MoveWindow(0, 0, INT_MAX, INT_MAX, TRUE);
+    EXPECT_EQ(button->m_rcCaption, CRect(-8, INT_MIN, INT_MIN + 7, INT_MIN + 20));
+    CRect window;
+    button->GetWindowRect(&window);
+    EXPECT_EQ(window.Size(), CSize(32767, 32767));
+    desktop.RunUntilIdle();
+    EXPECT_EQ(parent.Take(), "-");
 }
 
 TEST_F(ZelButton, InvalidateRectAlwaysTakesTheWholeButton) {

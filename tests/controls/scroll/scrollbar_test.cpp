@@ -2,6 +2,7 @@
 // their notifications, repeats, drags, keys and painting.
 #include <zel/desktop.h>
 
+#include <climits>
 #include <memory>
 
 #include "CZELScrollbar.h"
@@ -214,6 +215,26 @@ TEST_F(ScrollbarTest, MoveWindowStretchesTheTrackAndMovesTheDownArrow) {
 
     D().Tap(kX + 5, kY + 68);
     EXPECT_EQ(parent->Take(), "VSCROLL(THUMBPOSITION,100,bar);VSCROLL(LINEDOWN,0,bar)");
+}
+
+// The window manager clamps an absurd size; the cells are laid out for what the window
+// got, and so is a bar without a window for the sizes it can have.
+TEST_F(ScrollbarTest, MoveWindowToAnAbsurdSizeLaysTheCellsForTheSizeTheWindowGot) {
+    ProbeBar& b = MakeBar();
+    b.MoveWindow(kX, kY, 12, INT_MIN, TRUE);
+    EXPECT_EQ(b.m_rcUpArrow, CRect(0, 0, 12, 8));
+    EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 12, -8));
+    EXPECT_EQ(b.m_rcDownArrow, CRect(0, -8, 12, 0));
+    b.MoveWindow(kX, kY, INT_MAX, 40, TRUE);
+    EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 32767, 32));
+    D().RunUntilIdle();
+    D().Tap(kX + 5, kY + 36);
+    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)");
+
+    ProbeBar windowless;
+    windowless.LoadSkin(SkinString(), L"");
+    windowless.MoveWindow(0, 0, -5, INT_MIN, TRUE);
+    EXPECT_EQ(windowless.m_rcDownArrow, CRect(0, -8, 0, 0));
 }
 
 // ---- range, page, line, position ----------------------------------------------------------

@@ -1,5 +1,7 @@
 // CWnd: creation and subclassing (PreSubclassWindow timing), permanent and temporary
 // objects, destruction, the default class, the pre-translate walk.
+#include <climits>
+
 #include "window_fixture.h"
 
 namespace {
@@ -193,6 +195,18 @@ TEST_F(CWndTest, CreationFailures) {
     CWnd bad;
     EXPECT_FALSE(bad.CreateEx(0, L"NoSuchClass", L"", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr));
     EXPECT_EQ(bad.m_hWnd, nullptr);
+}
+
+// A rectangle whose width does not fit 32 bits wraps (here to -2, which is no width) and
+// the window manager clamps the rest.
+TEST_F(CWndTest, CreateWithAnAbsurdRectangleWrapsTheSizeAndClampsThePosition) {
+    CWnd parent, child;
+    ASSERT_TRUE(parent.CreateEx(0, nullptr, L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr));
+    ASSERT_TRUE(child.Create(nullptr, L"", 0, CRect(INT_MIN + 1, 5, INT_MAX, 4), &parent, 1));
+    CRect rc;
+    child.GetWindowRect(&rc);
+    parent.ScreenToClient(&rc);
+    EXPECT_EQ(rc, CRect(-32768, 5, -32768, 5));
 }
 
 // PreCreateWindow sees and may change what CreateWindowExW will get.

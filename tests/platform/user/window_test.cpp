@@ -1,6 +1,8 @@
 // Window creation and destruction, the tree, geometry, longs, text, classes and regions.
 #include <windows.h>
 
+#include <climits>
+
 #include <zel/desktop.h>
 
 #include "recorder.h"
@@ -149,6 +151,39 @@ TEST_F(Windows, SetWindowPosNotifiesOnlyRealChanges) {
     EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:POSCHANGED;c:SIZE(25,20)");
     MoveWindow(c, 3, 4, -5, -5, FALSE);
     EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:POSCHANGED;c:SIZE(0,0)") << "negative sizes clamp to 0";
+}
+
+// Positions and sizes beyond 16 bits are clamped before anyone sees them, so a host's
+// absurd MoveWindow never produces a rectangle whose edges cannot be computed.
+TEST_F(Windows, CoordinatesAreClampedToSixteenBits) {
+    HWND top = rec.Top("top", 0, 0, 100, 100);
+    HWND c = rec.Child(top, "c", INT_MAX, INT_MIN, INT_MAX, 70000, 1);
+    RECT r;
+    GetWindowRect(c, &r);
+    EXPECT_EQ(r.left, 32767);
+    EXPECT_EQ(r.top, -32768);
+    EXPECT_EQ(r.right, 65534);
+    EXPECT_EQ(r.bottom, -1);
+
+    rec.Start({WM_WINDOWPOSCHANGING, WM_MOVE, WM_SIZE});
+    rec.Name(c, "c");
+    LONG seenX = 0, seenCx = 0;
+    rec.hook = [&](HWND h, UINT m, WPARAM, LPARAM lp, LRESULT*) {
+        if (h == c && m == WM_WINDOWPOSCHANGING) {
+            seenX = reinterpret_cast<WINDOWPOS*>(lp)->x;
+            seenCx = reinterpret_cast<WINDOWPOS*>(lp)->cx;
+        }
+        return false;
+    };
+    MoveWindow(c, INT_MIN, INT_MAX, INT_MAX, INT_MIN, FALSE);
+    EXPECT_EQ(seenX, -32768) << "the handler already sees the clamped move";
+    EXPECT_EQ(seenCx, 32767);
+    GetWindowRect(c, &r);
+    EXPECT_EQ(r.left, -32768);
+    EXPECT_EQ(r.top, 32767);
+    EXPECT_EQ(r.right, -1);
+    EXPECT_EQ(r.bottom, 32767);
+    EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:MOVE(-32768,32767);c:SIZE(32767,0)");
 }
 
 TEST_F(Windows, MoveAndSizeComeFromDefaultWindowPosChanged) {

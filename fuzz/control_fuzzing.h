@@ -1,0 +1,89 @@
+// What the control fuzzers share: quiet runs, findings, and the end-of-input checks.
+//
+// The platform reports failed skin loads and the controls' debug lines on stderr; at
+// thousands of inputs a second that output would swamp the log and slow the run. Each
+// input therefore runs with stderr pointed at /dev/null. Sanitizer reports go to a copy of
+// the real stderr taken at start-up, and a finding restores stderr before it speaks, so
+// every problem is still seen. ZEL_FUZZ_VERBOSE=1 keeps the output (for replaying one input).
+#pragma once
+
+#include <fcntl.h>
+#include <sanitizer/common_interface_defs.h>
+#include <unistd.h>
+#include <zel/gdi_extras.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "user/wndmgr.h"
+
+namespace fuzzing {
+
+struct Output {
+    int realStderr = -1;
+    int devNull = -1;
+    bool verbose = false;
+};
+
+inline Output& TheOutput() {
+    static Output out = [] {
+        Output o;
+        o.verbose = std::getenv("ZEL_FUZZ_VERBOSE") != nullptr;
+        o.realStderr = ::dup(2);
+        o.devNull = ::open("/dev/null", O_WRONLY);
+        if (o.realStderr >= 0) __sanitizer_set_report_fd(reinterpret_cast<void*>(static_cast<intptr_t>(o.realStderr)));
+        return o;
+    }();
+    return out;
+}
+
+inline void RestoreStderr() {
+    std::fflush(stderr);
+    if (TheOutput().realStderr >= 0) ::dup2(TheOutput().realStderr, 2);
+}
+
+// Silences stderr for one input.
+class QuietInput {
+public:
+    QuietInput() {
+        const Output& o = TheOutput();
+        if (o.verbose || o.devNull < 0) return;
+        std::fflush(stderr);
+        ::dup2(o.devNull, 2);
+    }
+    ~QuietInput() { RestoreStderr(); }
+    QuietInput(const QuietInput&) = delete;
+    QuietInput& operator=(const QuietInput&) = delete;
+};
+
+[[noreturn]] inline void Finding(const char* fuzzer, const std::string& what) {
+    RestoreStderr();
+    std::fprintf(stderr, "%s: %s\n", fuzzer, what.c_str());
+    std::abort();
+}
+
+// Every GDI object an input created must be gone once its windows and objects are.
+inline void CheckGdiBalance(const char* fuzzer, const zel::GdiCounts& before) {
+    const zel::GdiCounts after = zel::LiveGdiObjects();
+    if (after.total() == before.total() && after.dcs == before.dcs && after.bitmaps == before.bitmaps &&
+        after.regions == before.regions && after.fonts == before.fonts)
+        return;
+    char text[256];
+    std::snprintf(text, sizeof text,
+                  "GDI objects leaked: dcs %d->%d bitmaps %d->%d brushes %d->%d pens %d->%d fonts %d->%d regions %d->%d",
+                  before.dcs, after.dcs, before.bitmaps, after.bitmaps, before.brushes, after.brushes, before.pens,
+                  after.pens, before.fonts, after.fonts, before.regions, after.regions);
+    Finding(fuzzer, text);
+}
+
+// Desktop calls run the loop until idle, but give up after a fixed number of messages; a
+// control that keeps the queue busy (a paint that never validates, a message it sends
+// itself forever) leaves messages behind, which is a finding.
+inline void CheckLoopSettled(const char* fuzzer, const char* after) {
+    MSG quit{};
+    if (zel::user::PumpOne(&quit)) Finding(fuzzer, std::string("the message loop did not settle after ") + after);
+}
+
+}  // namespace fuzzing

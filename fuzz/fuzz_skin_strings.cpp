@@ -1,0 +1,137 @@
+// Feeds arbitrary skin strings to every control's LoadSkin, with and without a window, and
+// checks the splitting rule they all share: SplitSkinList gives one piece per "|", no
+// piece holds a "|" or starts or ends with white space, and each piece comes from its own
+// stretch of the string.
+//
+// Input: one mode byte, then the string. Mode bit 0 set: the rest is raw 32-bit code
+// units (any value: surrogates, beyond U+10FFFF, negative, NUL). Clear: the rest is UTF-8
+// in which byte 0x01 followed by n stands for the path of generated skin file n, and byte
+// 0x02 followed by n repeats the previous character 64 x n times (very long pieces).
+// Mode bit 1 gives the reserved second string the same text.
+#include <afxwin.h>
+#include <zel/debug.h>
+#include <zel/desktop.h>
+
+#include <string>
+
+#include "CZELButton.h"
+#include "CZELChkBox.h"
+#include "CZELScrollbar.h"
+#include "CZELSlider.h"
+#include "SkinList.h"
+#include "control_fuzzing.h"
+#include "skin_files.h"
+
+namespace {
+
+constexpr const char* kName = "fuzz_skin_strings";
+
+// The white space CString::Trim removes.
+bool IsTrimmed(WCHAR c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
+
+CString Decode(const uint8_t* data, size_t size, bool wide) {
+    CString text;
+    if (wide) {
+        for (size_t i = 0; i + 4 <= size; i += 4) {
+            uint32_t unit = 0;
+            for (int b = 0; b < 4; ++b) unit |= static_cast<uint32_t>(data[i + b]) << (8 * b);
+            text.AppendChar(static_cast<WCHAR>(unit));
+        }
+        return text;
+    }
+    std::string utf8;
+    auto flush = [&] {
+        text += CString(utf8.data(), static_cast<int>(utf8.size()));
+        utf8.clear();
+    };
+    for (size_t i = 0; i < size; ++i) {
+        if ((data[i] == 1 || data[i] == 2) && i + 1 < size) {
+            flush();
+            const uint8_t n = data[++i];
+            if (data[i - 1] == 1) {
+                text += storm::Skins().Path(n % storm::kFileCount);
+            } else if (text.GetLength() > 0) {
+                text += CString(text[text.GetLength() - 1], 64 * n);
+            }
+            continue;
+        }
+        utf8.push_back(static_cast<char>(data[i]));
+    }
+    flush();
+    return text;
+}
+
+void CheckSplit(const CString& skin) {
+    CStringArray pieces;
+    pieces.Add(L"left over from before");  // the split starts from an empty list
+    zelctl::SplitSkinList(skin, pieces);
+    int bars = 0;
+    for (int i = 0; i < skin.GetLength(); ++i) bars += skin[i] == L'|';
+    if (pieces.GetSize() != bars) fuzzing::Finding(kName, "piece count differs from the number of bars");
+    int start = 0;
+    for (INT_PTR i = 0; i < pieces.GetSize(); ++i) {
+        const CString& piece = pieces[i];
+        if (piece.Find(L'|') >= 0) fuzzing::Finding(kName, "a piece holds a bar");
+        if (piece.GetLength() > 0 && (IsTrimmed(piece[0]) || IsTrimmed(piece[piece.GetLength() - 1])))
+            fuzzing::Finding(kName, "a piece is not trimmed");
+        const int bar = skin.Find(L'|', start);
+        const CString stretch = skin.Mid(start, bar - start);
+        if (stretch.GetLength() < piece.GetLength() ||
+            std::wstring(stretch.GetString(), stretch.GetLength())
+                    .find(std::wstring(piece.GetString(), piece.GetLength())) == std::wstring::npos)
+            fuzzing::Finding(kName, "a piece is not part of its own stretch of the string");
+        start = bar + 1;
+    }
+}
+
+class Host : public CWnd {
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_ERASEBKGND) return 1;
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+};
+
+// Every control that takes a skin string, once with a window and once without.
+void LoadEverywhere(const CString& skin, const CString& reserved) {
+    Host host;
+    host.CreateEx(0, nullptr, L"host", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr);
+    CZELButton button, bareButton;
+    CZELChkBox check, bareCheck;
+    CZELScrollbar bar, bareBar;
+    CZELSlider slider, bareSlider;
+    button.Create(L"", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, CRect(0, 0, 78, 76), &host, 1, false);
+    check.Create(nullptr, L"caption", WS_CHILD | WS_VISIBLE, CRect(80, 0, 180, 30), &host, 2);
+    bar.Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(0, 80, 20, 180), &host, 3);
+    slider.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(30, 80, 190, 100), &host, 4);
+    for (CSkinWnd* w : std::initializer_list<CSkinWnd*>{&check, &bar, &slider, &bareCheck, &bareBar, &bareSlider})
+        w->LoadSkin(skin, reserved);
+    button.LoadSkin(skin, reserved);
+    bareButton.LoadSkin(skin, reserved);
+    zel::Desktop::Get().RunUntilIdle();
+    fuzzing::CheckLoopSettled(kName, "loading skins");
+    host.DestroyWindow();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    fuzzing::TheOutput();
+    zel::Desktop::Get().Reset();
+    storm::Skins();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size == 0) return 0;
+    fuzzing::QuietInput quiet;
+    const uint8_t mode = data[0];
+    const CString skin = Decode(data + 1, size - 1, mode & 1);
+    CheckSplit(skin);
+    const zel::GdiCounts before = zel::LiveGdiObjects();
+    LoadEverywhere(skin, mode & 2 ? skin : CString());
+    zel::Desktop::Get().Reset();
+    CWnd::DeleteTempMap();
+    fuzzing::CheckGdiBalance(kName, before);
+    return 0;
+}
