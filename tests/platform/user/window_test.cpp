@@ -184,6 +184,7 @@ TEST_F(Windows, CoordinatesAreClampedToSixteenBits) {
     EXPECT_EQ(r.right, -1);
     EXPECT_EQ(r.bottom, 32767);
     EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:MOVE(-32768,32767);c:SIZE(32767,0)");
+    rec.hook = nullptr;  // it refers to this test's locals; the windows die after them
 }
 
 TEST_F(Windows, MoveAndSizeComeFromDefaultWindowPosChanged) {
