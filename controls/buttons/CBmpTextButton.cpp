@@ -1,6 +1,6 @@
 #include "CBmpTextButton.h"
 
-#include "ButtonFont.h"
+#include "ControlFont.h"
 #include "SkinList.h"
 
 namespace {
@@ -16,8 +16,8 @@ BEGIN_MESSAGE_MAP(CBmpTextButton, CButton)
 END_MESSAGE_MAP()
 
 CBmpTextButton::CBmpTextButton()
-    : m_hFontNormal(zelctl::CreateTahomaFont(kNormalHeight, kCaptionWeight)),
-      m_hFontActive(zelctl::CreateTahomaFont(kActiveHeight, kCaptionWeight)),
+    : m_hFontNormal(zelctl::CreateControlFont(kNormalHeight, kCaptionWeight)),
+      m_hFontActive(zelctl::CreateControlFont(kActiveHeight, kCaptionWeight)),
       m_crNormal(RGB(0, 0, 0)),
       m_crActive(RGB(255, 255, 255)) {}
 
@@ -42,8 +42,8 @@ void CBmpTextButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, HINSTANC
 void CBmpTextButton::SetFont(int nHeight, int, DWORD crNormal, DWORD crActive) {
     zelctl::ReleaseFont(m_hFontNormal);
     zelctl::ReleaseFont(m_hFontActive);
-    m_hFontNormal = zelctl::CreateTahomaFont(nHeight, kCaptionWeight);
-    m_hFontActive = zelctl::CreateTahomaFont(nHeight, kCaptionWeight);
+    m_hFontNormal = zelctl::CreateControlFont(nHeight, kCaptionWeight);
+    m_hFontActive = zelctl::CreateControlFont(nHeight, kCaptionWeight);
     m_crNormal = crNormal;
     m_crActive = crActive;
     if (m_hWnd) Invalidate();

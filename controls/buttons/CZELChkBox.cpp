@@ -4,7 +4,7 @@
 
 #include <cwchar>
 
-#include "ButtonFont.h"
+#include "ControlFont.h"
 #include "SkinList.h"
 
 namespace {
@@ -45,7 +45,7 @@ CZELChkBox::CZELChkBox()
       m_hBmpBack(nullptr),
       m_bPressed(FALSE),
       m_bClickable(TRUE),
-      m_hFont(zelctl::CreateTahomaFont(kDefaultFontHeight, FW_NORMAL)),
+      m_hFont(zelctl::CreateControlFont(kDefaultFontHeight, FW_NORMAL)),
       m_crText(RGB(0, 0, 0)) {}
 
 // OnDestroy leaves the unchecked image and the font behind; they, and everything of a
@@ -70,7 +70,7 @@ void CZELChkBox::SetAutoClick(bool b) { m_bClickable = b; }
 
 void CZELChkBox::SetFont(int nHeight, CString, DWORD crText) {
     zelctl::ReleaseFont(m_hFont);
-    m_hFont = zelctl::CreateTahomaFont(nHeight, FW_NORMAL);
+    m_hFont = zelctl::CreateControlFont(nHeight, FW_NORMAL);
     m_crText = crText;
     if (m_hWnd) Invalidate();
 }

@@ -23,6 +23,8 @@ HBITMAP LoadSkinBitmap(UINT id, HINSTANCE instance) {
     return bitmap;
 }
 
+HBITMAP LoadSkinFile(const CString& path) { return path.IsEmpty() ? nullptr : ::SHLoadDIBitmap(path); }
+
 void DeleteSkin(HBITMAP& bitmap) {
     if (bitmap) ::DeleteObject(bitmap);
     bitmap = nullptr;

@@ -13,6 +13,9 @@ void SplitSkinList(const CString& skin, CStringArray& out);
 // resource handle for the load when non-null and restored afterwards.
 HBITMAP LoadSkinBitmap(UINT id, HINSTANCE instance);
 
+// Loads an image file with SHLoadDIBitmap; an empty path loads nothing (NULL).
+HBITMAP LoadSkinFile(const CString& path);
+
 // Deletes a skin bitmap handle and clears it.
 void DeleteSkin(HBITMAP& bitmap);
 

@@ -6,7 +6,7 @@
 #include <climits>
 
 #include "ScrollMath.h"
-#include "SkinCanvas.h"
+#include "OffscreenCanvas.h"
 #include "SkinList.h"
 
 namespace {
@@ -418,7 +418,7 @@ void CZELScrollbar::OnPaint() {
     CRect client;
     GetClientRect(&client);
     PlaceThumb();
-    zelctl::SkinCanvas canvas(dc, client.Width(), client.Height());
+    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
     canvas.Blit(m_nPressedPart == kUpPart ? m_hBmpUpDown : m_hBmpUp, 0, 0, m_rcUpArrow.Width(), m_rcUpArrow.Height());
     canvas.Stretch(m_hBmpTrack, 0, m_rcTrack.top, m_rcTrack.Width(), m_rcTrack.Height());
     canvas.Blit(m_nPressedPart == kDownPart ? m_hBmpDownDown : m_hBmpDown, 0, m_rcTrack.bottom, m_rcDownArrow.Width(),

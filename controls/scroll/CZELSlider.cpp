@@ -6,7 +6,7 @@
 #include <climits>
 
 #include "ScrollMath.h"
-#include "SkinCanvas.h"
+#include "OffscreenCanvas.h"
 #include "SkinList.h"
 
 namespace {
@@ -426,7 +426,7 @@ void CZELSlider::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::SkinCanvas canvas(dc, client.Width(), client.Height());
+    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
     if (m_nStyle)
         PaintProgress(canvas, client.Width(), client.Height());
     else
@@ -438,7 +438,7 @@ void CZELSlider::OnPaint() {
 // right one drawn at the left one's width); the empty channel stretched between the end
 // pieces; the filled channel stretched up to the thumb's centre at its own height, centred
 // in the channel; the thumb for its state with magenta transparent.
-void CZELSlider::PaintSlider(zelctl::SkinCanvas& canvas, int width, int height) {
+void CZELSlider::PaintSlider(zelctl::OffscreenCanvas& canvas, int width, int height) {
     const SIZE leftCap = zelctl::BitmapSize(m_hBmpLeft);
     const SIZE rightCap = zelctl::BitmapSize(m_hBmpRight);
     const int piece = zelctl::BitmapSize(m_hBmpChanLeft).cx;
@@ -461,7 +461,7 @@ void CZELSlider::PaintSlider(zelctl::SkinCanvas& canvas, int width, int height) 
 
 // The background over the whole client area, then the part of the fill bitmap that
 // stands for the position: from the left, or upward from the bottom in vertical mode.
-void CZELSlider::PaintProgress(zelctl::SkinCanvas& canvas, int width, int height) {
+void CZELSlider::PaintProgress(zelctl::OffscreenCanvas& canvas, int width, int height) {
     canvas.Stretch(m_hBmpBack, 0, 0, width, height);
     if (!m_bVertical) {
         canvas.Blit(m_hBmpFill, 0, 0, zelctl::ProgressSpan(width, m_nPos, m_nMin, m_nMax), height);

@@ -24,7 +24,7 @@
 #include "zelctl_api.h"
 
 namespace zelctl {
-class SkinCanvas;
+class OffscreenCanvas;
 }
 
 class ZELCTL_API CZELSlider : public CSkinWnd {
@@ -140,7 +140,7 @@ private:
     void LayOutSlider();
     void ReLay();
     int PlaceThumb();
-    ZELCTL_HIDDEN void PaintSlider(zelctl::SkinCanvas& canvas, int width, int height);
-    ZELCTL_HIDDEN void PaintProgress(zelctl::SkinCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintSlider(zelctl::OffscreenCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintProgress(zelctl::OffscreenCanvas& canvas, int width, int height);
     void Redraw();
 };

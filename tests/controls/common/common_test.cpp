@@ -1,7 +1,22 @@
-// Skin strings and the transparent blit.
+// The common base of the controls: skin strings and sets, the transparent blit, the
+// off-screen canvas and the three-piece frame, parent notifications, text helpers and
+// row geometry.
 #include <afxwin.h>
+#include <commctrl.h>
+#include <unistd.h>
+#include <zel/desktop.h>
+#include <zel/gdi_extras.h>
 
+#include <filesystem>
+#include <string>
+
+#include "Notify.h"
+#include "OffscreenCanvas.h"
+#include "RowGeometry.h"
 #include "SkinList.h"
+#include "SkinSet.h"
+#include "SkinText.h"
+#include "ThreePiece.h"
 #include "TransparentBlit.h"
 #include "support/leak_check.h"
 
@@ -55,6 +70,267 @@ TEST_F(TransparentBlitTest, KeyPixelsKeepTheDestination) {
     DeleteObject(srcBmp);
     DeleteDC(dst);
     DeleteDC(src);
+}
+
+
+// ---- skin sets ------------------------------------------------------------------------------
+
+// Solid-colour .bmp files in a folder of their own.
+class SkinSetTest : public zel::test::LeakChecked {
+protected:
+    void SetUp() override {
+        LeakChecked::SetUp();
+        dir_ = std::filesystem::temp_directory_path() / ("zel_common_" + std::to_string(::getpid()));
+        std::filesystem::create_directories(dir_);
+    }
+    void TearDown() override {
+        std::filesystem::remove_all(dir_);
+        LeakChecked::TearDown();
+    }
+    CString Solid(const char* name, int w, int h, COLORREF colour) {
+        HDC screen = GetDC(nullptr);
+        HDC dc = CreateCompatibleDC(screen);
+        HBITMAP bmp = CreateCompatibleBitmap(screen, w, h);
+        ReleaseDC(nullptr, screen);
+        HGDIOBJ old = SelectObject(dc, bmp);
+        RECT rc{0, 0, w, h};
+        HBRUSH brush = CreateSolidBrush(colour);
+        FillRect(dc, &rc, brush);
+        DeleteObject(brush);
+        SelectObject(dc, old);
+        DeleteDC(dc);
+        const std::string path = (dir_ / (std::string(name) + ".bmp")).string();
+        EXPECT_TRUE(zel::SaveBitmap(bmp, path.c_str()));
+        DeleteObject(bmp);
+        return CString(path.c_str());
+    }
+    static std::string Widths(const zelctl::SkinSet& set) {
+        std::string out;
+        for (size_t i = 0; i < set.size(); ++i) out += std::to_string(set.Size(i).cx) + " ";
+        return out;
+    }
+    std::filesystem::path dir_;
+};
+
+TEST_F(SkinSetTest, SkinStringsFollowTheMissingPiecePolicy) {
+    const CString a = Solid("a", 1, 1, RGB(1, 0, 0)), b = Solid("b", 2, 1, RGB(2, 0, 0));
+    struct Case {
+        CString skin;
+        zelctl::MissingPiece missing;
+        int named;
+        const char* widths;
+    } cases[] = {
+        {a + L"|" + b + L"|", zelctl::MissingPiece::RepeatFirst, 2, "1 2 1 1 "},
+        {a + L"|" + b + L"|", zelctl::MissingPiece::Empty, 2, "1 2 0 0 "},
+        {a + L" | " + b, zelctl::MissingPiece::RepeatFirst, 1, "1 1 1 1 "},
+        {L"|missing.bmp|", zelctl::MissingPiece::Empty, 2, "0 0 0 0 "},
+    };
+    for (const Case& c : cases) {
+        zelctl::SkinSet set(4);
+        set.LoadFiles({b, b, b, b});
+        EXPECT_EQ(set.LoadSkinString(c.skin, c.missing), c.named);
+        EXPECT_EQ(Widths(set), c.widths) << static_cast<LPCWSTR>(c.skin);
+    }
+    zelctl::SkinSet set(2);
+    set.LoadFiles({a, b});
+    EXPECT_EQ(set.LoadSkinString(a, zelctl::MissingPiece::RepeatFirst), 0) << "no bar: nothing taken";
+    EXPECT_EQ(Widths(set), "1 2 ") << "the old skin stays";
+}
+
+TEST_F(SkinSetTest, EveryLoadReplacesAndTheSetReleasesWhatItHolds) {
+    const CString a = Solid("a", 3, 2, RGB(9, 9, 9));
+    const long before = zel::LiveGdiObjects().bitmaps;
+    {
+        zelctl::SkinSet set(3);
+        set.LoadFiles({a, L"", L"nope.bmp"});
+        EXPECT_EQ(Widths(set), "3 0 0 ");
+        set.LoadFiles({a, a}, 1);
+        set.LoadFiles({a, a, a});
+        EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 3);
+        set.Set(7, set[0] ? CreateBitmap(1, 1, 1, 1, nullptr) : nullptr);  // outside: deleted, not leaked
+        EXPECT_EQ(set[7], nullptr);
+        EXPECT_EQ(set.Size(0).cy, 2);
+    }
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before);
+}
+
+// ---- canvas and frames ----------------------------------------------------------------------
+
+TEST_F(SkinSetTest, ThreePieceFramesLayCapsAndMiddleAlongTheirAxis) {
+    const COLORREF L = RGB(200, 0, 0), M = RGB(0, 200, 0), R = RGB(0, 0, 200);
+    zelctl::SkinSet set(3);
+    set.LoadFiles({Solid("l", 2, 1, L), Solid("m", 1, 1, M), Solid("r", 3, 1, R)});
+    HDC screen = GetDC(nullptr);
+    {
+        zelctl::OffscreenCanvas canvas(screen, 10, 4);
+        const RECT middle = zelctl::PaintThreePiece(canvas, RECT{0, 0, 10, 4}, {set[0], set[1], set[2]},
+                                                    {zelctl::Axis::Horizontal, zelctl::CapFit::Stretch,
+                                                     zelctl::MiddleFit::Tile});
+        EXPECT_EQ(middle.left, 2);
+        EXPECT_EQ(middle.right, 7);
+        const COLORREF row[10] = {L, L, M, M, M, M, M, R, R, R};
+        for (int x = 0; x < 10; ++x) EXPECT_EQ(GetPixel(canvas.dc(), x, 3), row[x]) << x;
+    }
+    {
+        zelctl::OffscreenCanvas canvas(screen, 1, 9);
+        const RECT middle = zelctl::PaintThreePiece(canvas, RECT{0, 0, 1, 9}, {set[0], set[1], set[2]},
+                                                    {zelctl::Axis::Vertical, zelctl::CapFit::Natural,
+                                                     zelctl::MiddleFit::Stretch});
+        EXPECT_EQ(middle.top, 1) << "a vertical frame uses the caps' heights";
+        EXPECT_EQ(middle.bottom, 8);
+        EXPECT_EQ(GetPixel(canvas.dc(), 0, 0), L);
+        EXPECT_EQ(GetPixel(canvas.dc(), 0, 4), M);
+        EXPECT_EQ(GetPixel(canvas.dc(), 0, 8), R);
+    }
+    ReleaseDC(nullptr, screen);
+}
+
+// ---- notifications --------------------------------------------------------------------------
+
+class NotifyTest : public zel::test::LeakChecked {
+protected:
+    void SetUp() override {
+        LeakChecked::SetUp();
+        zel::Desktop::Get().Reset();
+        parent.CreateEx(0, nullptr, L"parent", WS_POPUP | WS_VISIBLE, CRect(10, 20, 210, 220), nullptr, 0);
+        child.Create(nullptr, L"child", WS_CHILD | WS_VISIBLE, CRect(5, 6, 50, 60), &parent, 0x12345);
+    }
+    void TearDown() override {
+        zel::Desktop::Get().Reset();
+        LeakChecked::TearDown();
+    }
+    // Records the last message and can destroy the child while handling it.
+    class Parent : public CWnd {
+    public:
+        UINT message = 0;
+        WPARAM wParam = 0;
+        LPARAM lParam = 0;
+        NMHDR hdr{};
+        bool destroyChild = false;
+        CWnd* child = nullptr;
+
+    protected:
+        LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
+            if (msg == WM_COMMAND || msg == WM_NOTIFY || msg == WM_VSCROLL || msg == WM_LBUTTONDOWN) {
+                message = msg, wParam = wp, lParam = lp;
+                if (msg == WM_NOTIFY) hdr = *reinterpret_cast<NMHDR*>(lp);
+                if (destroyChild) child->DestroyWindow();
+                return 0;
+            }
+            return CWnd::WindowProc(msg, wp, lp);
+        }
+    };
+    Parent parent;
+    CWnd child;
+};
+
+TEST_F(NotifyTest, EachFormCarriesItsParametersAndReportsSurvival) {
+    const LPARAM self = reinterpret_cast<LPARAM>(child.GetSafeHwnd());
+    EXPECT_TRUE(zelctl::NotifyCommand(child, BN_CLICKED));
+    EXPECT_EQ(parent.message, UINT(WM_COMMAND));
+    EXPECT_EQ(parent.wParam, WPARAM(0x2345)) << "the identifier's low word, code 0";
+    EXPECT_EQ(parent.lParam, self);
+
+    EXPECT_TRUE(zelctl::NotifyNmhdr(child, NM_DBLCLK));
+    EXPECT_EQ(parent.wParam, WPARAM(0x12345)) << "WM_NOTIFY carries the whole identifier";
+    EXPECT_EQ(parent.hdr.hwndFrom, child.GetSafeHwnd());
+    EXPECT_EQ(parent.hdr.code, UINT(NM_DBLCLK));
+
+    EXPECT_TRUE(zelctl::NotifyScroll(child, WM_VSCROLL, SB_THUMBPOSITION, 7));
+    EXPECT_EQ(parent.wParam, MAKEWPARAM(SB_THUMBPOSITION, 7));
+
+    EXPECT_TRUE(zelctl::ForwardPointer(child, WM_LBUTTONDOWN, MK_LBUTTON, CPoint(1, 2), zelctl::PointIn::Parent));
+    EXPECT_EQ(parent.lParam, MAKELPARAM(6, 8));
+    EXPECT_TRUE(zelctl::ForwardPointer(child, WM_LBUTTONDOWN, MK_LBUTTON, CPoint(1, 2), zelctl::PointIn::Screen));
+    EXPECT_EQ(parent.lParam, MAKELPARAM(16, 28));
+
+    parent.child = &child;
+    parent.destroyChild = true;
+    EXPECT_FALSE(zelctl::NotifyCommand(child)) << "the parent destroyed the control";
+    EXPECT_FALSE(zelctl::NotifyCommand(child)) << "a dead control sends nothing and says so";
+}
+
+// ---- text -----------------------------------------------------------------------------------
+
+class TextTest : public zel::test::LeakChecked {
+protected:
+    void SetUp() override {
+        LeakChecked::SetUp();
+        screen_ = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen_);
+        font_.Create(18);
+        old_ = SelectObject(dc_, font_);
+    }
+    void TearDown() override {
+        SelectObject(dc_, old_);
+        DeleteDC(dc_);
+        ReleaseDC(nullptr, screen_);
+        font_.Reset();
+        LeakChecked::TearDown();
+    }
+    HDC screen_ = nullptr, dc_ = nullptr;
+    HGDIOBJ old_ = nullptr;
+    zelctl::OwnedFont font_;
+};
+
+TEST_F(TextTest, ShorteningKeepsFittingTextAndNeverGoesBelowTheEllipsis) {
+    const CString longText(L"Symphony No. 9 in D minor, Op. 125 - IV. Presto.mp3");
+    const int e = zelctl::TextWidth(dc_, L"...");
+    ASSERT_GT(e, 0);
+    CString fits(L"Short");
+    zelctl::ShortenWithEllipsis(dc_, fits, zelctl::TextWidth(dc_, fits));
+    EXPECT_EQ(fits, CString(L"Short")) << "a text exactly as wide as the room is untouched";
+    CString narrow = longText;
+    zelctl::ShortenWithEllipsis(dc_, narrow, e - 1);
+    EXPECT_EQ(narrow, CString(L"..."));
+    for (int width : {e, e + 3, 60, 150, 300}) {
+        CString text = longText;
+        zelctl::ShortenWithEllipsis(dc_, text, width);
+        ASSERT_GE(text.GetLength(), 3);
+        EXPECT_EQ(text.Right(3), CString(L"...")) << width;
+        const CString prefix = text.Left(text.GetLength() - 3);
+        EXPECT_EQ(longText.Left(prefix.GetLength()), prefix) << width;
+        if (!prefix.IsEmpty())
+            EXPECT_GE(width - zelctl::TextWidth(dc_, prefix) - 2, e) << "room for the ellipsis and 2 px, width " << width;
+    }
+}
+
+TEST_F(TextTest, ShrinkingStepsTwoPixelsDownToTheFloor) {
+    const CString text(L"A long caller name");
+    const int wide = zelctl::TextWidth(dc_, text);
+    struct Case {
+        RECT room;
+        int start;
+        bool fits;
+    } cases[] = {{{0, 0, wide - 10, 40}, 18, true}, {{0, 0, 5, 40}, 40, false}, {{0, 0, 5, 40}, 17, false}};
+    for (const Case& c : cases) {
+        zelctl::OwnedFont shrunk = zelctl::ShrinkFontToFit(dc_, text, c.room, DT_SINGLELINE, c.start);
+        ASSERT_NE(shrunk.get(), nullptr);
+        EXPECT_EQ(HFONT(GetCurrentObject(dc_, OBJ_FONT)), shrunk.get()) << "left selected for drawing";
+        EXPECT_EQ(zelctl::TextFits(dc_, text, c.room, DT_SINGLELINE), c.fits) << c.start;
+        LOGFONTW lf{};
+        GetObjectW(shrunk, sizeof lf, &lf);
+        if (!c.fits) EXPECT_EQ(lf.lfHeight, c.start % 2 ? 11 : 12) << "the floor for odd and even starts";
+        EXPECT_EQ((c.start - lf.lfHeight) % 2, 0);
+        SelectObject(dc_, font_);
+    }
+}
+
+// ---- rows -----------------------------------------------------------------------------------
+
+TEST(RowGeometry, HitTestsRowsFromTheScrollPosition) {
+    const zelctl::RowGeometry rows{RECT{3, 3, 97, 103}, 24, 5, 12};
+    EXPECT_EQ(rows.VisibleRows(), 4);
+    EXPECT_EQ(rows.LastFirstRow(), 8);
+    EXPECT_EQ(rows.RowAt(POINT{10, 3}), 5);
+    EXPECT_EQ(rows.RowAt(POINT{10, 26}), 5);
+    EXPECT_EQ(rows.RowAt(POINT{10, 27}), 6);
+    EXPECT_EQ(rows.RowAt(POINT{2, 27}), -1) << "left of the area";
+    EXPECT_EQ(rows.RowAtY(1), 5) << "(1 - 3) / 24 truncates toward zero";
+    EXPECT_EQ(rows.RowRect(6).top, 27);
+    EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 24, 0, 4}).LastFirstRow(), 0) << "all fit";
+    EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 24, 3, 4}).RowAt(POINT{1, 30}), -1) << "past the rows";
+    EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 0, 0, 4}).RowAtY(5), -1);
 }
 
 }  // namespace

@@ -1,15 +1,15 @@
-#include "ButtonFont.h"
+#include "ControlFont.h"
 
 #include <cwchar>
 
 namespace zelctl {
 
-HFONT CreateTahomaFont(int height, LONG weight) {
+HFONT CreateControlFont(int height, LONG weight, const wchar_t* face) {
     LOGFONTW lf{};
     lf.lfHeight = height;
     lf.lfWeight = weight;
     lf.lfCharSet = DEFAULT_CHARSET;
-    std::wcsncpy(lf.lfFaceName, L"Tahoma", LF_FACESIZE - 1);
+    std::wcsncpy(lf.lfFaceName, face ? face : L"Tahoma", LF_FACESIZE - 1);
     return ::CreateFontIndirectW(&lf);
 }
 

@@ -1,4 +1,4 @@
-#include "SkinCanvas.h"
+#include "OffscreenCanvas.h"
 
 #include "TransparentBlit.h"
 
@@ -10,14 +10,14 @@ SIZE BitmapSize(HBITMAP bitmap) {
     return SIZE{info.bmWidth, info.bmHeight};
 }
 
-SkinCanvas::SkinCanvas(HDC screen, int width, int height) : screen_(screen), width_(width), height_(height) {
+OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height) : screen_(screen), width_(width), height_(height) {
     mem_ = ::CreateCompatibleDC(screen);
     pieces_ = ::CreateCompatibleDC(screen);
     if (width > 0 && height > 0) surface_ = ::CreateCompatibleBitmap(screen, width, height);
     if (surface_) oldSurface_ = ::SelectObject(mem_, surface_);
 }
 
-SkinCanvas::~SkinCanvas() {
+OffscreenCanvas::~OffscreenCanvas() {
     if (oldPiece_) ::SelectObject(pieces_, oldPiece_);
     if (oldSurface_) ::SelectObject(mem_, oldSurface_);
     if (surface_) ::DeleteObject(surface_);
@@ -25,7 +25,7 @@ SkinCanvas::~SkinCanvas() {
     if (mem_) ::DeleteDC(mem_);
 }
 
-bool SkinCanvas::Select(HBITMAP piece) {
+bool OffscreenCanvas::Select(HBITMAP piece) {
     if (!piece || !surface_) return false;
     HGDIOBJ previous = ::SelectObject(pieces_, piece);
     if (!previous) return false;
@@ -33,12 +33,12 @@ bool SkinCanvas::Select(HBITMAP piece) {
     return true;
 }
 
-void SkinCanvas::Blit(HBITMAP piece, int x, int y, int w, int h, int sx, int sy) {
+void OffscreenCanvas::Blit(HBITMAP piece, int x, int y, int w, int h, int sx, int sy) {
     if (w <= 0 || h <= 0) return;
     if (Select(piece)) ::BitBlt(mem_, x, y, w, h, pieces_, sx, sy, SRCCOPY);
 }
 
-void SkinCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
+void OffscreenCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
     // A cell squeezed to nothing (a window smaller than its fixed pieces) is skipped rather
     // than drawn mirrored by a negative extent.
     if (w <= 0 || h <= 0) return;
@@ -46,12 +46,33 @@ void SkinCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
     if (Select(piece)) ::StretchBlt(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, SRCCOPY);
 }
 
-void SkinCanvas::Transparent(HBITMAP piece, int x, int y, int w, int h, COLORREF key) {
+void OffscreenCanvas::Transparent(HBITMAP piece, int x, int y, int w, int h, COLORREF key) {
     const SIZE size = BitmapSize(piece);
     if (Select(piece)) TransparentBlit(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, key);
 }
 
-void SkinCanvas::Present() {
+void OffscreenCanvas::Tile(HBITMAP piece, const RECT& rc) {
+    if (!piece || !surface_ || rc.right <= rc.left || rc.bottom <= rc.top) return;
+    HBRUSH brush = ::CreatePatternBrush(piece);
+    if (!brush) return;
+    ::FillRect(mem_, &rc, brush);
+    ::DeleteObject(brush);
+}
+
+void OffscreenCanvas::Fill(const RECT& rc, COLORREF colour) {
+    if (!surface_) return;
+    HBRUSH brush = ::CreateSolidBrush(colour);
+    ::FillRect(mem_, &rc, brush);
+    ::DeleteObject(brush);
+}
+
+void OffscreenCanvas::ScreenPiece(HBITMAP screenBitmap, HWND window) {
+    RECT rc{};
+    if (!::GetWindowRect(window, &rc)) return;
+    Blit(screenBitmap, 0, 0, width_, height_, rc.left, rc.top);
+}
+
+void OffscreenCanvas::Present() {
     if (surface_) ::BitBlt(screen_, 0, 0, width_, height_, mem_, 0, 0, SRCCOPY);
 }
 

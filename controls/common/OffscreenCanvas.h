@@ -1,0 +1,74 @@
+// The off-screen canvas every control paints into: a memory bitmap of the client size
+// that receives every piece and reaches the screen in one BitBlt, so nothing flickers.
+// It owns its two memory DCs and its bitmap and restores every selection it made, so a
+// paint handler never frees or deselects anything by hand.
+#pragma once
+
+#include <windows.h>
+
+namespace zelctl {
+
+// The size of a bitmap; 0 x 0 for a null or stale handle (a skin piece that failed to
+// load). The one answer every control uses, so a missing piece is "0 wide" everywhere.
+SIZE BitmapSize(HBITMAP bitmap);
+
+// Selects an object into a DC for the guard's lifetime and puts the previous one back.
+class SelectGuard {
+public:
+    SelectGuard(HDC dc, HGDIOBJ object) : dc_(dc), old_(dc && object ? ::SelectObject(dc, object) : nullptr) {}
+    ~SelectGuard() {
+        if (old_) ::SelectObject(dc_, old_);
+    }
+    SelectGuard(const SelectGuard&) = delete;
+    SelectGuard& operator=(const SelectGuard&) = delete;
+    bool selected() const { return old_ != nullptr; }
+
+private:
+    HDC dc_;
+    HGDIOBJ old_;
+};
+
+class OffscreenCanvas {
+public:
+    // `screen` is the paint DC: the memory bitmap is made compatible with it (a bitmap
+    // compatible with a fresh memory DC would be monochrome).
+    OffscreenCanvas(HDC screen, int width, int height);
+    ~OffscreenCanvas();
+    OffscreenCanvas(const OffscreenCanvas&) = delete;
+    OffscreenCanvas& operator=(const OffscreenCanvas&) = delete;
+
+    HDC dc() const { return mem_; }
+    int width() const { return width_; }
+    int height() const { return height_; }
+
+    // Each copies a skin bitmap with SRCCOPY; a null bitmap or an empty cell is skipped.
+    // (sx, sy) of `piece` to (x, y) at the given size, without stretching.
+    void Blit(HBITMAP piece, int x, int y, int w, int h, int sx = 0, int sy = 0);
+    // The whole of `piece` stretched into (x, y, w, h).
+    void Stretch(HBITMAP piece, int x, int y, int w, int h);
+    // The whole of `piece` into (x, y, w, h) with `key` left transparent.
+    void Transparent(HBITMAP piece, int x, int y, int w, int h, COLORREF key);
+    // `piece` repeated from the canvas origin across `rc` (a pattern brush, as the
+    // three-piece frames tile their middle).
+    void Tile(HBITMAP piece, const RECT& rc);
+    // A solid fill.
+    void Fill(const RECT& rc, COLORREF colour);
+    // The part of a whole-screen bitmap that lies under `window`, drawn over the whole
+    // canvas: a control on a skinned screen looks transparent this way. The bitmap stays
+    // the caller's.
+    void ScreenPiece(HBITMAP screenBitmap, HWND window);
+
+    // Copies the canvas to (0, 0) of the screen DC.
+    void Present();
+
+private:
+    bool Select(HBITMAP piece);
+
+    HDC screen_;
+    int width_, height_;
+    HDC mem_ = nullptr, pieces_ = nullptr;
+    HBITMAP surface_ = nullptr;
+    HGDIOBJ oldSurface_ = nullptr, oldPiece_ = nullptr;
+};
+
+}  // namespace zelctl

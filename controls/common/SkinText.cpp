@@ -1,0 +1,77 @@
+#include "SkinText.h"
+
+#include <utility>
+
+#include "OffscreenCanvas.h"
+
+namespace zelctl {
+
+RECT MeasureText(HDC dc, const CString& text, const RECT& rc, UINT format) {
+    RECT calc = rc;
+    ::DrawTextW(dc, text, text.GetLength(), &calc, format | DT_CALCRECT);
+    return calc;
+}
+
+int TextWidth(HDC dc, const CString& text) {
+    const RECT calc = MeasureText(dc, text, RECT{0, 0, 0, 0}, DT_SINGLELINE);
+    return calc.right - calc.left;
+}
+
+bool TextFits(HDC dc, const CString& text, const RECT& rc, UINT format) {
+    const RECT calc = MeasureText(dc, text, rc, format);
+    return calc.right - calc.left <= rc.right - rc.left && calc.bottom - calc.top <= rc.bottom - rc.top;
+}
+
+void DrawSkinText(HDC dc, const CString& text, const RECT& rc, UINT format, COLORREF colour, HFONT font) {
+    const int oldMode = ::SetBkMode(dc, TRANSPARENT);
+    const COLORREF oldColour = ::SetTextColor(dc, colour);
+    SelectGuard selectFont(dc, font);
+    RECT box = rc;
+    ::DrawTextW(dc, text, text.GetLength(), &box, format);
+    ::SetTextColor(dc, oldColour);
+    ::SetBkMode(dc, oldMode);
+}
+
+void ShortenWithEllipsis(HDC dc, CString& text, int width) {
+    if (TextWidth(dc, text) <= width) return;
+    const CString ellipsis(L"...");
+    const int e = TextWidth(dc, ellipsis);
+    if (width < e) {
+        text = ellipsis;
+        return;
+    }
+    // The search stops once the prefix plus "..." is within 2 pixels under the width; its
+    // second test subtracts the ellipsis where the first adds it. Both are kept as the
+    // device has them: they decide where long names are cut.
+    int lo = 0, hi = text.GetLength();
+    int n = hi / 2;
+    int w = TextWidth(dc, text.Left(n));
+    while (!((w + e - width >= -2) && (w - e - width <= 0)) && lo <= hi) {
+        if (w + e > width)
+            hi = n - 1;
+        else
+            lo = n + 1;
+        n = (lo + hi) / 2;
+        w = TextWidth(dc, text.Left(n));
+    }
+    while (width - w - 2 < e && n > 0) {
+        --n;
+        w = TextWidth(dc, text.Left(n));
+    }
+    text = text.Left(n) + ellipsis;
+}
+
+OwnedFont ShrinkFontToFit(HDC dc, const CString& text, const RECT& rc, UINT format, int height, LONG weight,
+                          const wchar_t* face, int floor) {
+    OwnedFont font;
+    for (;;) {
+        height -= 2;
+        OwnedFont next(CreateControlFont(height, weight, face));
+        if (next.get()) ::SelectObject(dc, next.get());
+        font = std::move(next);  // the previous font is deselected above, so it may die
+        if (TextFits(dc, text, rc, format) || height <= floor) break;
+    }
+    return font;
+}
+
+}  // namespace zelctl
