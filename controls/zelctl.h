@@ -9,3 +9,7 @@
 #include "CImageRadioBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
+#include "CZELLable.h"
+#include "CZELTelLCD.h"
+#include "CZELBkLable.h"
+#include "CZELStatic.h"

@@ -1,0 +1,45 @@
+#include "LabelPaint.h"
+
+#include <cwchar>
+
+#include "SkinText.h"
+#include "ThreePiece.h"
+
+namespace zelctl {
+
+namespace {
+
+// DT_MODIFYSTRING would write the shortened text back into the CString's buffer, which
+// has no room for the "..." it appends: the labels draw a copy of the window text and
+// never need the shortened form, so the flag is dropped.
+UINT SafeFormat(UINT format) { return format & ~static_cast<UINT>(DT_MODIFYSTRING); }
+
+}  // namespace
+
+HFONT CreateControlFontQ(int height, BYTE quality, LONG weight, const wchar_t* face) {
+    LOGFONTW lf{};
+    lf.lfHeight = height;
+    lf.lfWeight = weight;
+    lf.lfCharSet = DEFAULT_CHARSET;
+    lf.lfQuality = quality;
+    std::wcsncpy(lf.lfFaceName, face ? face : L"Tahoma", LF_FACESIZE - 1);
+    return ::CreateFontIndirectW(&lf);
+}
+
+void PaintLabelFrame(OffscreenCanvas& canvas, const SkinSet& frame) {
+    const RECT client{0, 0, canvas.width(), canvas.height()};
+    const ThreePieceSkin skin{frame[kLabelLeft], frame[kLabelMiddle], frame[kLabelRight]};
+    PaintThreePiece(canvas, client, skin, {Axis::Horizontal, CapFit::Stretch, MiddleFit::Tile});
+}
+
+void DrawShrunkText(HDC dc, const CString& text, const RECT& rc, UINT format, COLORREF colour, HFONT font,
+                    int shrinkFrom) {
+    format = SafeFormat(format);
+    OwnedFont shrunk;  // declared first: it dies after the guard has put the DC's font back
+    // Selecting the DC's own font when the label has none still makes the guard put it back.
+    SelectGuard keepFont(dc, font ? static_cast<HGDIOBJ>(font) : ::GetCurrentObject(dc, OBJ_FONT));
+    if (!TextFits(dc, text, rc, format)) shrunk = ShrinkFontToFit(dc, text, rc, format, shrinkFrom);
+    DrawSkinText(dc, text, rc, format, colour, nullptr);
+}
+
+}  // namespace zelctl
