@@ -1,5 +1,6 @@
 #include "LabelPaint.h"
 
+#include <algorithm>
 #include <cwchar>
 
 #include "SkinText.h"
@@ -13,6 +14,17 @@ namespace {
 // has no room for the "..." it appends: the labels draw a copy of the window text and
 // never need the shortened form, so the flag is dropped.
 UINT SafeFormat(UINT format) { return format & ~static_cast<UINT>(DT_MODIFYSTRING); }
+
+// A font taller than the rectangle never fits it (a line is at least the cell height), so a
+// start far above the rectangle -- a host's absurd height -- goes straight to the first
+// height that might, keeping its parity: the heights tried and drawn stay those of the
+// 2-pixel loop, and the loop stays short. The margin covers cell-height rounding.
+int FirstUsefulStart(int shrinkFrom, const RECT& rc) {
+    constexpr int kMargin = 8, kFloor = 12;
+    const int tallest = std::max(static_cast<int>(rc.bottom - rc.top), kFloor) + kMargin;
+    if (shrinkFrom <= tallest + 2) return shrinkFrom;
+    return shrinkFrom - ((shrinkFrom - tallest) / 2) * 2;
+}
 
 }  // namespace
 
@@ -38,7 +50,7 @@ void DrawShrunkText(HDC dc, const CString& text, const RECT& rc, UINT format, CO
     OwnedFont shrunk;  // declared first: it dies after the guard has put the DC's font back
     // Selecting the DC's own font when the label has none still makes the guard put it back.
     SelectGuard keepFont(dc, font ? static_cast<HGDIOBJ>(font) : ::GetCurrentObject(dc, OBJ_FONT));
-    if (!TextFits(dc, text, rc, format)) shrunk = ShrinkFontToFit(dc, text, rc, format, shrinkFrom);
+    if (!TextFits(dc, text, rc, format)) shrunk = ShrinkFontToFit(dc, text, rc, format, FirstUsefulStart(shrinkFrom, rc));
     DrawSkinText(dc, text, rc, format, colour, nullptr);
 }
 

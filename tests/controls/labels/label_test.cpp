@@ -104,6 +104,8 @@ TEST_F(LabelTest, FitRuleAndShrinkSteps) {
         {"from 40 it stops at 12", longText, 40, [] { return RECT{0, 0, 120, 30}; },
          [] { return 12; }},
         {"an odd start stops at 11", longText, 13, [] { return RECT{0, 0, 120, 30}; }, [] { return 11; }},
+        {"an absurd start ends at the floor, and soon", longText, 1 << 30, [] { return RECT{0, 0, 120, 30}; },
+         [] { return 12; }},
         {"a start at the floor still takes one step", longText, 12, [] { return RECT{0, 0, 120, 30}; },
          [] { return 10; }},
     };
