@@ -7,11 +7,12 @@
 #include <array>
 #include <memory>
 
-#include "button_host.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
-namespace buttons_test {
 namespace {
+
+using namespace zel::test;
 
 constexpr COLORREF kKey = RGB(255, 255, 255);
 constexpr COLORREF kRed = RGB(200, 40, 40);
@@ -41,38 +42,34 @@ bool InShape(int x, int y) {
     return false;
 }
 
-class BmpButton : public ButtonsTest {
+class BmpButton : public ControlTest {
 protected:
     void SetUp() override {
-        ButtonsTest::SetUp();
-        auto shape = [this](const char* name, COLORREF face) {
-            return skins.Draw(name, 60, 60, [face](HDC dc) { PaintShape(dc, face); });
-        };
-        module = zel::LoadResourceModule(
-            skins
-                .Script({{kNormal, shape("normal", kRed)},
-                         {kFocus, shape("focus", kGreen)},
-                         {kDown, shape("down", kBlue)},
-                         {kDisable, shape("disable", kGrey)},
-                         {kBlank, skins.Solid("blank", 60, 60, kKey)},
-                         {kRound, skins.Draw("round", 60, 60,
-                                             [](HDC dc) {
-                                                 FillBox(dc, 0, 0, 60, 60, kKey);
-                                                 HBRUSH brush = CreateSolidBrush(kRed);
-                                                 HGDIOBJ oldBrush = SelectObject(dc, brush);
-                                                 HGDIOBJ oldPen = SelectObject(dc, GetStockObject(NULL_PEN));
-                                                 Ellipse(dc, 0, 0, 61, 61);
-                                                 SelectObject(dc, oldPen);
-                                                 SelectObject(dc, oldBrush);
-                                                 DeleteObject(brush);
-                                             })}})
-                .c_str());
+        ControlTest::SetUp();
+        for (auto [name, face] : {std::pair{"normal", kRed}, {"focus", kGreen}, {"down", kBlue}, {"disable", kGrey}})
+            skins.Draw(name, 60, 60, [face = face](HDC dc) { PaintShape(dc, face); });
+        skins.Solid("blank", 60, 60, kKey);
+        skins.Draw("round", 60, 60, [](HDC dc) {
+            FillBox(dc, 0, 0, 60, 60, kKey);
+            HBRUSH brush = CreateSolidBrush(kRed);
+            HGDIOBJ oldBrush = SelectObject(dc, brush);
+            HGDIOBJ oldPen = SelectObject(dc, GetStockObject(NULL_PEN));
+            Ellipse(dc, 0, 0, 61, 61);
+            SelectObject(dc, oldPen);
+            SelectObject(dc, oldBrush);
+            DeleteObject(brush);
+        });
+        module = skins.Module({{kNormal, "normal"},
+                               {kFocus, "focus"},
+                               {kDown, "down"},
+                               {kDisable, "disable"},
+                               {kBlank, "blank"},
+                               {kRound, "round"}});
         ASSERT_NE(module, nullptr);
     }
     void TearDown() override {
         zel::SetDebugSink(nullptr);
-        zel::FreeResourceModule(module);
-        ButtonsTest::TearDown();
+        ControlTest::TearDown();
     }
 
     std::unique_ptr<CZELBmpButton> Make() {
@@ -86,22 +83,8 @@ protected:
     // Normal (the parent has the focus), focused, pressed, disabled.
     std::array<COLORREF, 4> Shown(CZELBmpButton& button) {
         std::array<COLORREF, 4> shown{};
-        const HWND hwnd = button.m_hWnd;
-        parent.SetFocus();
-        desktop.RunUntilIdle();
-        shown[0] = ShownAt(hwnd, 15, 15);
-        button.SetFocus();
-        desktop.RunUntilIdle();
-        shown[1] = ShownAt(hwnd, 15, 15);
-        DownAt(hwnd, 15, 15);
-        shown[2] = ShownAt(hwnd, 15, 15);
-        UpAt(hwnd, 15, 15);
-        parent.SetFocus();
-        button.EnableWindow(FALSE);
-        desktop.RunUntilIdle();
-        shown[3] = ShownAt(hwnd, 15, 15);
-        button.EnableWindow(TRUE);
-        desktop.RunUntilIdle();
+        size_t i = 0;
+        ForEachLook(button, {15, 15}, [&](const char*) { shown[i++] = ShownAt(button.m_hWnd, 15, 15); });
         parent.Take();
         return shown;
     }
@@ -252,21 +235,8 @@ TEST_F(BmpButton, UnknownIdentifiersAndModulesDoNotBreakIt) {
 TEST_F(BmpButton, GoldenStates) {
     auto button = Make();
     button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
-    const HWND hwnd = button->m_hWnd;
-    parent.SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELBmpButton", "normal", zel::test::CaptureWindow(hwnd, 2));
-    button->SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELBmpButton", "focus", zel::test::CaptureWindow(hwnd, 2));
-    DownAt(hwnd, 15, 15);
-    EXPECT_GOLDEN("CZELBmpButton", "down", zel::test::CaptureWindow(hwnd, 2));
-    UpAt(hwnd, 15, 15);
-    parent.SetFocus();
-    button->EnableWindow(FALSE);
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELBmpButton", "disabled", zel::test::CaptureWindow(hwnd, 2));
+    ForEachLook(*button, {15, 15},
+                [&](const char* look) { EXPECT_GOLDEN("CZELBmpButton", look, CaptureWindow(button->m_hWnd, 2)); });
 }
 
 }  // namespace
-}  // namespace buttons_test

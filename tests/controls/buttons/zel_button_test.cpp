@@ -7,11 +7,12 @@
 #include <fstream>
 #include <memory>
 
-#include "button_host.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
-namespace buttons_test {
 namespace {
+
+using namespace zel::test;
 
 constexpr COLORREF kRed = RGB(200, 40, 40);
 constexpr COLORREF kGreen = RGB(40, 200, 40);
@@ -24,7 +25,7 @@ constexpr UINT kId = 7;
 // button is screen (x + 30, y + 40).
 const CRect kPlace(10, 10, 88, 86);  // 78 x 76
 
-class ZelButton : public ButtonsTest {
+class ZelButton : public ControlTest {
 protected:
     std::unique_ptr<CZELButton> Make(const CRect& rect = kPlace, DWORD style = WS_VISIBLE | BS_OWNERDRAW,
                                      bool strip = false) {
@@ -39,22 +40,8 @@ protected:
     // disabled.
     std::array<COLORREF, 4> Shown(CZELButton& button) {
         std::array<COLORREF, 4> shown{};
-        const HWND hwnd = button.m_hWnd;
-        parent.SetFocus();
-        desktop.RunUntilIdle();
-        shown[0] = ShownAt(hwnd, 39, 38);
-        button.SetFocus();
-        desktop.RunUntilIdle();
-        shown[1] = ShownAt(hwnd, 39, 38);
-        DownAt(hwnd, 39, 38);
-        shown[2] = ShownAt(hwnd, 39, 38);
-        UpAt(hwnd, 39, 38);
-        parent.SetFocus();
-        button.EnableWindow(FALSE);
-        desktop.RunUntilIdle();
-        shown[3] = ShownAt(hwnd, 39, 38);
-        button.EnableWindow(TRUE);
-        desktop.RunUntilIdle();
+        size_t i = 0;
+        ForEachLook(button, {39, 38}, [&](const char*) { shown[i++] = ShownAt(button.m_hWnd, 39, 38); });
         parent.Take();
         return shown;
     }
@@ -174,7 +161,7 @@ TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
     desktop.Advance(1000);
     std::vector<DWORD> expected;
     for (DWORD t = 300; t <= 1000; t += 100) expected.push_back(t0 + t);
-    EXPECT_EQ(parent.CommandTimes(), expected);
+    EXPECT_EQ(parent.Times(WM_COMMAND), expected);
     parent.Take();
     UpAt(button->m_hWnd, 5, 6);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
@@ -195,7 +182,7 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     EXPECT_EQ(parent.Take(), "-");
     MoveTo(hwnd, 5, 6);
     desktop.Advance(100);
-    EXPECT_EQ(parent.CommandTimes(), std::vector<DWORD>{t0 + 600});
+    EXPECT_EQ(parent.Times(WM_COMMAND), std::vector<DWORD>{t0 + 600});
     UpAt(hwnd, 5, 6);
 }
 
@@ -223,11 +210,9 @@ TEST_F(ZelButton, LosingTheFocusStopsTheRepeatAndTheClick) {
 TEST_F(ZelButton, EnterClicksTheFocusedButton) {
     auto button = Make();
     button->SetFocus();
-    desktop.KeyDown(VK_RETURN);
-    desktop.KeyUp(VK_RETURN);
+    Press(VK_RETURN);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
-    desktop.KeyDown(VK_SPACE);
-    desktop.KeyUp(VK_SPACE);
+    Press(VK_SPACE);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << "space is the BUTTON class's own click";
 }
 
@@ -382,21 +367,8 @@ TEST_F(ZelButton, GoldenStates) {
     std::string skin = FramedSkin(skins, "n", kRed) + "|" + FramedSkin(skins, "f", kGreen) + "|" +
                        FramedSkin(skins, "d", kBlue) + "|" + FramedSkin(skins, "x", kGrey) + "|";
     button->LoadSkin(CString(skin.c_str()), CString());
-    const HWND hwnd = button->m_hWnd;
-    parent.SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "normal", zel::test::CaptureWindow(hwnd, 2));
-    button->SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "focus", zel::test::CaptureWindow(hwnd, 2));
-    DownAt(hwnd, 39, 38);
-    EXPECT_GOLDEN("CZELButton", "down", zel::test::CaptureWindow(hwnd, 2));
-    UpAt(hwnd, 39, 38);
-    parent.SetFocus();
-    button->EnableWindow(FALSE);
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "disabled", zel::test::CaptureWindow(hwnd, 2));
+    ForEachLook(*button, {39, 38},
+                [&](const char* look) { EXPECT_GOLDEN("CZELButton", look, CaptureWindow(button->m_hWnd, 2)); });
 }
 
 }  // namespace
-}  // namespace buttons_test
