@@ -21,6 +21,7 @@ const COLORREF kDown = RGB(60, 60, 200), kDownPressed = RGB(140, 140, 255), kDow
 const COLORREF kTrackA = RGB(220, 220, 220), kTrackB = RGB(190, 190, 190), kTrackEdge = RGB(100, 100, 100);
 const COLORREF kThumb = RGB(40, 160, 40), kThumbPressed = RGB(120, 230, 120), kThumbFrame = RGB(0, 90, 0);
 constexpr int kX = 10, kY = 10;  // the bar's origin on the screen
+const CRect kFence(kX - 1, kY - 1, kX + 13, kY + 41);  // the bar and a pixel around it
 
 COLORREF TrackArt(int x, int y) { return x == 0 ? kTrackEdge : (y / 4) % 2 ? kTrackB : kTrackA; }
 
@@ -72,6 +73,12 @@ protected:
         return *bar;
     }
 
+    // The pointer on row y (bar coordinates) of the bar's middle column.
+    void Down(int y) { desktop.PointerDown(kX + 5, kY + y); }
+    void Move(int y) { desktop.PointerMove(kX + 5, kY + y); }
+    void Up(int y) { desktop.PointerUp(kX + 5, kY + y); }
+    void Tap(int y) { desktop.Tap(kX + 5, kY + y); }
+
     // The first row (bar coordinates) of the thumb's frame in the thumb's middle column.
     int ThumbTop() const {
         for (int y = 0; y < 80; ++y)
@@ -108,7 +115,7 @@ TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
     EXPECT_EQ(ScreenPixel(kX - 1, kY + 20), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 12, kY + 20), kSentinel);
     EXPECT_EQ(ScreenPixel(kX, kY + 20), kTrackEdge);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
 }
 
 TEST_F(ScrollbarTest, ThumbTopFollowsThePositionWithTruncatingDivision) {
@@ -133,31 +140,29 @@ TEST_F(ScrollbarTest, ThumbTopFollowsThePositionWithTruncatingDivision) {
 
 TEST_F(ScrollbarTest, GoldensAtMiddleAndMax) {
     MakeBar();
-    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
     bar->SetScrollPos(50, TRUE);
     desktop.RunUntilIdle();
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "middle", fence));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "middle", kFence));
     bar->SetScrollPos(100, TRUE);
     desktop.RunUntilIdle();
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "max", fence));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "max", kFence));
 }
 
 TEST_F(ScrollbarTest, PressedArrowAndPressedThumbShowTheirImages) {
     MakeBar();
-    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
-    desktop.PointerDown(kX + 5, kY + 35);
+    Down(35);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 3), kUp);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_arrow", fence));
-    desktop.PointerUp(kX + 5, kY + 35);
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_arrow", kFence));
+    Up(35);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown) << "the release clears the pressed part";
 
     bar->SetScrollPos(50, TRUE);
     desktop.RunUntilIdle();
-    desktop.PointerDown(kX + 5, kY + 19);
+    Down(19);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumbPressed);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_thumb", fence));
-    desktop.PointerUp(kX + 5, kY + 19);
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_thumb", kFence));
+    Up(19);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumb);
 }
 
@@ -175,7 +180,7 @@ TEST_F(ScrollbarTest, ResourceSkinMatchesThePathSkin) {
     b.LoadBitmapW(101, 102, 0x10000 | 103, 104, 105, 106, 107, module);
     EXPECT_EQ(AfxGetResourceHandle(), before) << "the resource handle is restored";
     desktop.RunUntilIdle();
-    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
 
     // Without a module the current resource handle is used.
     AfxSetResourceHandle(module);
@@ -203,7 +208,7 @@ TEST_F(ScrollbarTest, MoveWindowStretchesTheTrackAndMovesTheDownArrow) {
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 71), kDownEdge);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 72), kSentinel);
 
-    desktop.Tap(kX + 5, kY + 68);
+    Tap(68);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBPOSITION,100,bar);VSCROLL(SB_LINEDOWN,0,bar)");
 }
 
@@ -218,7 +223,7 @@ TEST_F(ScrollbarTest, MoveWindowToAnAbsurdSizeLaysTheCellsForTheSizeTheWindowGot
     b.MoveWindow(kX, kY, INT_MAX, 40, TRUE);
     EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 32767, 32));
     desktop.RunUntilIdle();
-    desktop.Tap(kX + 5, kY + 36);
+    Tap(36);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)");
 
     ProbeBar windowless;
@@ -347,24 +352,24 @@ TEST_F(ScrollbarTest, BeforeASkinTheBarIsHorizontalAndPaintsNothing) {
 
 TEST_F(ScrollbarTest, LineStepAtTheMinimumStillNotifies) {
     ProbeBar& b = MakeBar();
-    desktop.Tap(kX + 5, kY + 3);
+    Tap(3);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)");
     EXPECT_EQ(b.GetScrollPos(), 0);
 
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 1);
     b.SetLineSize(30);
     b.SetScrollPos(90, FALSE);
     desktop.Advance(600);  // apart by more than the double-click time
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 100) << "a line step stops at the maximum";
     desktop.Advance(600);
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 100);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_THUMBPOSITION,90,bar);VSCROLL(SB_LINEDOWN,0,bar);"
                               "VSCROLL(SB_LINEDOWN,0,bar)");
     desktop.Advance(600);
-    desktop.Tap(kX + 5, kY + 3);
+    Tap(3);
     EXPECT_EQ(b.GetScrollPos(), 70);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)") << "no pointer messages are forwarded";
 }
@@ -373,11 +378,11 @@ TEST_F(ScrollbarTest, LineStepAtTheMinimumStillNotifies) {
 // taps on an arrow only the first steps.
 TEST_F(ScrollbarTest, ASecondQuickTapIsADoubleClickTheBarIgnores) {
     ProbeBar& b = MakeBar();
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     desktop.Advance(100);
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     desktop.Advance(100);
-    desktop.Tap(kX + 5, kY + 35);
+    Tap(35);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
     EXPECT_EQ(b.GetScrollPos(), 2);
 }
@@ -385,22 +390,22 @@ TEST_F(ScrollbarTest, ASecondQuickTapIsADoubleClickTheBarIgnores) {
 TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
     ProbeBar& b = MakeBar();
     parent.timed = true;
-    desktop.PointerDown(kX + 5, kY + 35);
+    Down(35);
     desktop.Advance(250);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)@0;VSCROLL(SB_LINEDOWN,0,bar)@100;VSCROLL(SB_LINEDOWN,0,bar)@200");
 
     // Off the arrow the repeat pauses and the arrow looks released; back on, it resumes.
-    desktop.PointerMove(kX + 5, kY + 20);
+    Move(20);
     desktop.Advance(100);
     EXPECT_EQ(parent.Take(), "-");
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown);
-    desktop.PointerMove(kX + 5, kY + 36);
+    Move(36);
     desktop.Advance(100);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)@400");
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
     EXPECT_EQ(b.GetScrollPos(), 4);
 
-    desktop.PointerUp(kX + 5, kY + 36);
+    Up(36);
     desktop.Advance(500);
     EXPECT_EQ(parent.Take(), "-") << "the release kills the timer";
 }
@@ -408,13 +413,13 @@ TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
 TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
     ProbeBar& b = MakeBar();
     parent.timed = true;
-    desktop.PointerDown(kX + 5, kY + 31);  // the track's last row, below the thumb all the way
+    Down(31);  // the track's last row, below the thumb all the way
     desktop.Advance(1000);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEDOWN,0,bar)@0;VSCROLL(SB_PAGEDOWN,0,bar)@100;VSCROLL(SB_PAGEDOWN,0,bar)@200;"
                               "VSCROLL(SB_PAGEDOWN,0,bar)@300;VSCROLL(SB_PAGEDOWN,0,bar)@400");
     EXPECT_EQ(b.GetScrollPos(), 100);
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 4)) << "the page-down timer killed itself at the maximum";
-    desktop.PointerUp(kX + 5, kY + 31);
+    Up(31);
 }
 
 TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
@@ -424,35 +429,35 @@ TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
     desktop.RunUntilIdle();
     parent.Take();
     parent.timed = true;
-    desktop.PointerDown(kX + 5, kY + 8);  // the track's first row
+    Down(8);  // the track's first row
     desktop.Advance(600);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@0;VSCROLL(SB_PAGEUP,0,bar)@100;VSCROLL(SB_PAGEUP,0,bar)@200;"
                               "VSCROLL(SB_PAGEUP,0,bar)@300");
     EXPECT_EQ(b.GetScrollPos(), 0) << "100, 70, 40, 10, then the minimum";
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 3));
-    desktop.PointerUp(kX + 5, kY + 8);
+    Up(8);
 
     // Once the thumb reaches the pointer the repeat idles: at 70 the thumb covers rows 20-25.
     b.SetScrollPos(100, TRUE);
     desktop.RunUntilIdle();
     parent.Take();
-    desktop.PointerDown(kX + 5, kY + 22);
+    Down(22);
     desktop.Advance(500);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@600");
     EXPECT_EQ(b.GetScrollPos(), 70);
-    desktop.PointerUp(kX + 5, kY + 22);
+    Up(22);
 }
 
 TEST_F(ScrollbarTest, DragBeyondEitherEndGivesTheLimitsAndReleaseReportsThePosition) {
     MakeBar();
-    desktop.PointerDown(kX + 5, kY + 10);  // on the thumb, rows 8-13
-    desktop.PointerMove(kX + 5, kY - 30);
-    desktop.PointerMove(kX + 5, kY + 200);
-    desktop.PointerMove(kX + 5, kY + 20);  // (20 - 3 - 8) x 100 / 18
-    desktop.PointerMove(kX + 5, kY + 10);  // within half a thumb of the top
-    desktop.PointerMove(kX + 5, kY + 30);  // within half a thumb of the bottom
-    desktop.PointerMove(kX + 5, kY + 29);
-    desktop.PointerUp(kX + 5, kY + 29);
+    Down(10);  // on the thumb, rows 8-13
+    Move(-30);
+    Move(200);
+    Move(20);  // (20 - 3 - 8) x 100 / 18
+    Move(10);  // within half a thumb of the top
+    Move(30);  // within half a thumb of the bottom
+    Move(29);
+    Up(29);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBTRACK,0,bar);VSCROLL(SB_THUMBTRACK,100,bar);VSCROLL(SB_THUMBTRACK,50,bar);"
                               "VSCROLL(SB_THUMBTRACK,0,bar);VSCROLL(SB_THUMBTRACK,100,bar);VSCROLL(SB_THUMBTRACK,100,bar);"
                               "VSCROLL(SB_THUMBPOSITION,100,bar)");
@@ -465,46 +470,48 @@ TEST_F(ScrollbarTest, DraggedPositionsKeepTheOffsetOfANonZeroMinimum) {
     b.SetScrollRange(50, 150);
     desktop.RunUntilIdle();
     parent.Take();
-    desktop.PointerDown(kX + 5, kY + 10);
-    desktop.PointerMove(kX + 5, kY + 20);  // the track's middle reports 50, not 100
-    desktop.PointerMove(kX + 5, kY - 5);
-    desktop.PointerMove(kX + 5, kY + 45);
-    desktop.PointerUp(kX + 5, kY + 45);
+    Down(10);
+    Move(20);  // the track's middle reports 50, not 100
+    Move(-5);
+    Move(45);
+    Up(45);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBTRACK,50,bar);VSCROLL(SB_THUMBTRACK,50,bar);VSCROLL(SB_THUMBTRACK,150,bar);"
                               "VSCROLL(SB_THUMBPOSITION,150,bar)");
 }
 
 // ---- keys, focus, incoming scroll messages ---------------------------------------------------
 
+// Keys step along the bar only: left and right are not a vertical bar's keys, up and down
+// not a horizontal one's (an unskinned bar is horizontal).
 TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {
-    ProbeBar& b = MakeBar();
-    ::SetFocus(b.m_hWnd);
-    for (UINT key : {VK_NEXT, VK_DOWN, VK_UP, VK_PRIOR, VK_LEFT, VK_RIGHT}) {
-        desktop.KeyDown(key);
-        desktop.KeyUp(key);
+    const struct {
+        bool vertical;
+        std::initializer_list<UINT> keys;
+        const char* log;
+        long pos;
+    } cases[] = {
+        {true, {VK_NEXT, VK_DOWN, VK_UP, VK_PRIOR, VK_LEFT, VK_RIGHT},
+         "VSCROLL(SB_PAGEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEUP,0,bar);VSCROLL(SB_PAGEUP,0,bar)", 0},
+        {false, {VK_RIGHT, VK_RIGHT, VK_LEFT, VK_UP, VK_DOWN},
+         "HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEUP,0,bar)", 1},
+    };
+    for (const auto& c : cases) {
+        ProbeBar& b = MakeBar(c.vertical);
+        ::SetFocus(b.m_hWnd);
+        for (UINT key : c.keys) Press(key);
+        EXPECT_EQ(parent.Take(), c.log);
+        EXPECT_EQ(b.GetScrollPos(), c.pos);
     }
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEUP,0,bar);"
-                              "VSCROLL(SB_PAGEUP,0,bar)")
-        << "left and right are not a vertical bar's keys";
-    EXPECT_EQ(b.GetScrollPos(), 0);
-}
-
-TEST_F(ScrollbarTest, AHorizontalBarTakesLeftAndRight) {
-    ProbeBar& b = MakeBar(false);
-    ::SetFocus(b.m_hWnd);
-    for (UINT key : {VK_RIGHT, VK_RIGHT, VK_LEFT, VK_UP, VK_DOWN}) desktop.KeyDown(key);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEUP,0,bar)");
-    EXPECT_EQ(b.GetScrollPos(), 1);
 }
 
 TEST_F(ScrollbarTest, LosingTheFocusStopsTheRepeat) {
     ProbeBar& b = MakeBar();
-    desktop.PointerDown(kX + 5, kY + 35);
+    Down(35);
     desktop.Advance(150);
     ::SetFocus(parent.m_hWnd);
     desktop.Advance(500);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
-    desktop.PointerUp(kX + 5, kY + 35);
+    Up(35);
     EXPECT_EQ(b.GetScrollPos(), 2);
 }
 
@@ -529,7 +536,7 @@ TEST_F(ScrollbarTest, MissingPiecesLoadNothingAndPaintAroundTheGaps) {
     b.GetWindowRect(&window);
     EXPECT_EQ(window.Size(), CSize(12, 40)) << "the sizes that could be read";
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 9), TrackArt(5, 1)) << "no thumb";
-    desktop.Tap(kX + 5, kY + 3);
+    Tap(3);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)");
 
     b.LoadSkin(L"no bar at all", L"");
@@ -547,7 +554,7 @@ TEST_F(ScrollbarTest, ReloadingAndDestroyingReleaseEveryBitmap) {
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7);
     b.LoadSkin(SkinString(), L"");
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7) << "a load replaces the previous bitmaps";
-    desktop.PointerDown(kX + 5, kY + 35);
+    Down(35);
     ::DestroyWindow(b.m_hWnd);  // the window goes first, the object later
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
     desktop.Advance(300);
@@ -559,16 +566,16 @@ TEST_F(ScrollbarTest, AParentMayDeleteTheBarFromItsNotification) {
     parent.onMessage = [this](UINT message, WPARAM wParam, LPARAM) {
         if (message == WM_VSCROLL && (LOWORD(wParam) == SB_LINEDOWN || LOWORD(wParam) == SB_THUMBTRACK)) bar.reset();
     };
-    desktop.PointerDown(kX + 5, kY + 35);
+    Down(35);
     EXPECT_EQ(bar, nullptr);
     desktop.Advance(300);
-    desktop.PointerUp(kX + 5, kY + 35);
+    Up(35);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);LBUTTONUP(0,15,45)") << "no repeat; the release finds the parent";
 
     MakeBar();
-    desktop.PointerDown(kX + 5, kY + 10);
-    desktop.PointerMove(kX + 5, kY + 20);
-    desktop.PointerUp(kX + 5, kY + 20);
+    Down(10);
+    Move(20);
+    Up(20);
     EXPECT_EQ(bar, nullptr);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBTRACK,50,bar);LBUTTONUP(0,15,30)");
 }

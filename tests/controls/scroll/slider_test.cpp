@@ -22,6 +22,7 @@ const COLORREF kChannel = RGB(235, 235, 235), kChannelEdge = RGB(70, 70, 70), kF
 const COLORREF kThumb = RGB(30, 30, 30), kThumbReleased = RGB(30, 30, 200), kThumbPressed = RGB(200, 30, 30);
 const COLORREF kKey = RGB(255, 0, 255);
 constexpr int kX = 10, kY = 10;
+const CRect kFence(kX - 1, kY - 1, kX + 81, kY + 17);  // the nine-piece slider and a pixel around it
 
 COLORREF ChannelArt(int, int y) { return y < 4 || y >= 12 ? kChannelEdge : kChannel; }
 
@@ -128,7 +129,7 @@ TEST_F(SliderTest, NinePieceSkinTakesTheCapHeightAndLaysTheChannelBetweenTheCaps
     EXPECT_EQ(ScreenPixel(kX + 37, kY + 0), kThumb);
     EXPECT_EQ(ScreenPixel(kX + 40, kY + 16), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 80, kY + 8), kSentinel);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
 }
 
 TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft) {
@@ -167,7 +168,7 @@ TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
     EXPECT_EQ(AfxGetResourceHandle(), before);
     s.SetPos(50);
     Show();
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
 
     s.LoadBitmapW(nullptr, nullptr, nullptr, module);  // no arrays: nothing to load
     Show();
@@ -321,7 +322,7 @@ TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
     desktop.PointerDown(kX + 10, kY + 8);  // on the thumb at 0 (x 6-13)
     EXPECT_TRUE(s.m_bDragging);
     EXPECT_EQ(ThumbLeft(kThumbPressed), 6);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "pressed", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "pressed", kFence));
     desktop.PointerMove(kX - 50, kY + 8);
     desktop.PointerMove(kX + 300, kY - 40);
     desktop.PointerMove(kX + 40, kY + 8);  // (40 - 4 - 6) x 100 / 60
@@ -330,7 +331,7 @@ TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
                               "HSCROLL(SB_THUMBTRACK,50,slider);HSCROLL(SB_THUMBPOSITION,50,slider)");
     EXPECT_FALSE(s.m_bDragging);
     EXPECT_EQ(ThumbLeft(kThumbReleased), 36);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "released", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "released", kFence));
 
     ::SetFocus(parent.m_hWnd);
     Show();
