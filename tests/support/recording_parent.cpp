@@ -10,9 +10,8 @@ namespace zel::test {
 namespace {
 
 std::string ScrollCode(UINT code) {
-    static const char* const names[] = {"SB_LINEUP",        "SB_LINEDOWN",   "SB_PAGEUP",
-                                        "SB_PAGEDOWN",      "SB_THUMBPOSITION", "SB_THUMBTRACK",
-                                        "SB_TOP",           "SB_BOTTOM",     "SB_ENDSCROLL"};
+    static const char* const names[] = {"SB_LINEUP",     "SB_LINEDOWN", "SB_PAGEUP", "SB_PAGEDOWN", "SB_THUMBPOSITION",
+                                        "SB_THUMBTRACK", "SB_TOP",      "SB_BOTTOM", "SB_ENDSCROLL"};
     return code < 9 ? names[code] : std::to_string(code);
 }
 
@@ -99,6 +98,12 @@ std::string RecordingParent::Describe(UINT message, WPARAM wParam, LPARAM lParam
                    ")";
         default: return {};
     }
+}
+
+std::string Repeats(const std::string& entry, DWORD first, DWORD period, int count) {
+    std::string log;
+    for (int i = 0; i < count; ++i) log += (i ? ";" : "") + entry + "@" + std::to_string(first + i * period);
+    return log;
 }
 
 LRESULT RecordingParent::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -60,4 +60,8 @@ private:
     std::vector<std::pair<HWND, std::string>> names_;
 };
 
+// The timed log of an auto-repeat: `entry` `count` times, the first at `first` ms and then
+// every `period` ms ("E@0;E@100;E@200").
+std::string Repeats(const std::string& entry, DWORD first, DWORD period, int count);
+
 }  // namespace zel::test

@@ -67,8 +67,7 @@ protected:
         ASSERT_NE(module, nullptr);
     }
 
-    std::unique_ptr<CBmpTextButton> Make(const wchar_t* caption, const CRect& rect = kPlace,
-                                         UINT normal = kNormal) {
+    std::unique_ptr<CBmpTextButton> Make(const wchar_t* caption, const CRect& rect = kPlace, UINT normal = kNormal) {
         auto button = std::make_unique<CBmpTextButton>();
         EXPECT_TRUE(button->Create(caption, WS_VISIBLE | BS_PUSHBUTTON, rect, &parent, kId));
         parent.Name(button->m_hWnd, "btn");

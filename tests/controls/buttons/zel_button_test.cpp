@@ -97,8 +97,11 @@ TEST_F(ZelButton, LoadingSkinsMakesTheButtonOwnerDrawn) {
 TEST_F(ZelButton, CreateTurnsStylesSharingOwnerDrawBitsIntoOwnerDraw) {
     const struct {
         DWORD style, type;
-    } cases[] = {{BS_PUSHBUTTON, BS_PUSHBUTTON}, {BS_DEFPUSHBUTTON, BS_OWNERDRAW}, {BS_CHECKBOX, BS_OWNERDRAW},
-                 {BS_RADIOBUTTON, BS_RADIOBUTTON}, {BS_OWNERDRAW, BS_OWNERDRAW}};
+    } cases[] = {{BS_PUSHBUTTON, BS_PUSHBUTTON},
+                 {BS_DEFPUSHBUTTON, BS_OWNERDRAW},
+                 {BS_CHECKBOX, BS_OWNERDRAW},
+                 {BS_RADIOBUTTON, BS_RADIOBUTTON},
+                 {BS_OWNERDRAW, BS_OWNERDRAW}};
     for (const auto& c : cases) {
         auto button = Make(kPlace, WS_VISIBLE | c.style);
         EXPECT_EQ(button->GetStyle() & 0x0F, c.type) << "style " << c.style;
@@ -218,11 +221,11 @@ TEST_F(ZelButton, The78By76ButtonHasSteppedCorners) {
         int x, y;
         bool in;
     } points[] = {
-        {0, 0, false},  {3, 0, false},  {4, 0, true},   {73, 0, true},  {74, 0, false}, {77, 0, false},
-        {1, 1, false},  {2, 1, true},   {75, 1, true},  {76, 1, false}, {0, 2, false},  {1, 2, true},
-        {76, 3, true},  {77, 3, false}, {0, 4, true},   {77, 4, true},  {0, 71, true},  {77, 71, true},
-        {0, 72, false}, {1, 72, true},  {76, 73, true}, {1, 74, false}, {2, 74, true},  {75, 74, true},
-        {3, 75, false}, {4, 75, true},  {73, 75, true}, {74, 75, false}, {0, 75, false}, {77, 75, false},
+        {0, 0, false},  {3, 0, false},   {4, 0, true},    {73, 0, true},   {74, 0, false}, {77, 0, false},
+        {1, 1, false},  {2, 1, true},    {75, 1, true},   {76, 1, false},  {0, 2, false},  {1, 2, true},
+        {76, 3, true},  {77, 3, false},  {0, 4, true},    {77, 4, true},   {0, 71, true},  {77, 71, true},
+        {0, 72, false}, {1, 72, true},   {76, 73, true},  {1, 74, false},  {2, 74, true},  {75, 74, true},
+        {3, 75, false}, {4, 75, true},   {73, 75, true},  {74, 75, false}, {0, 75, false}, {77, 75, false},
         {39, 38, true}, {78, 38, false}, {39, 76, false},
     };
     for (const auto& p : points) EXPECT_EQ(region.PtInRegion(p.x, p.y) != FALSE, p.in) << p.x << "," << p.y;

@@ -52,7 +52,8 @@ protected:
         skins.Pixels("rpiece", 5, 16, [](int x, int) { return x < 3 ? kRightPiece : kRightPieceTail; });
         skins.Pixels("channel", 2, 16, ChannelArt);
         skins.Solid("fill", 2, 6, kFill);
-        for (auto [name, body] : {std::pair{"thumb", kThumb}, {"thumb_up", kThumbReleased}, {"thumb_down", kThumbPressed}})
+        for (auto [name, body] :
+             {std::pair{"thumb", kThumb}, {"thumb_up", kThumbReleased}, {"thumb_down", kThumbPressed}})
             skins.Keyed(name, 8, 16, body, kKey, {{0, 0, 1, 3}, {7, 0, 8, 3}, {0, 13, 1, 16}, {7, 13, 8, 16}});
         skins.Pixels("hback", 40, 10, HBack);
         skins.Pixels("hfill", 40, 10, HFill);
@@ -70,8 +71,8 @@ protected:
 
     ProbeSlider& MakeSlider(int width, int height, const CString& skin) {
         slider = std::make_unique<ProbeSlider>();
-        EXPECT_TRUE(slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height),
-                                   &parent, 77));
+        EXPECT_TRUE(
+            slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height), &parent, 77));
         parent.Name(slider->m_hWnd, "slider");
         if (!skin.IsEmpty()) slider->LoadSkin(skin, L"");
         desktop.RunUntilIdle();
@@ -153,14 +154,14 @@ TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft
 
 TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
     HINSTANCE module = skins.Module({{201, "lcap"},
-                                      {202, "rcap"},
-                                      {203, "thumb"},
-                                      {204, "thumb_up"},
-                                      {205, "thumb_down"},
-                                      {206, "fill"},
-                                      {207, "channel"},
-                                      {208, "lpiece"},
-                                      {209, "rpiece"}});
+                                     {202, "rcap"},
+                                     {203, "thumb"},
+                                     {204, "thumb_up"},
+                                     {205, "thumb_down"},
+                                     {206, "fill"},
+                                     {207, "channel"},
+                                     {208, "lpiece"},
+                                     {209, "rpiece"}});
     ProbeSlider& s = MakeSlider(80, 30, L"");
     const UINT ends[] = {201, 202}, thumb[] = {203, 204, 0x30000 | 205}, channel[] = {206, 207, 208, 209};
     HINSTANCE before = AfxGetResourceHandle();
@@ -244,8 +245,9 @@ TEST_F(SliderTest, LineStepsNotifyOnlyWhenTheyMove) {
     s.Linedown();
     s.LineLeft();
     EXPECT_EQ(s.GetPos(), 0);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_LINEDOWN,0,slider);VSCROLL(SB_LINEUP,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
-                              "HSCROLL(SB_LINEUP,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_LINEDOWN,0,slider);VSCROLL(SB_LINEUP,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
+              "HSCROLL(SB_LINEUP,0,slider)");
     EXPECT_EQ(s.SetLineSize(30), 1) << "returns the previous line";
     s.SetPos(90);
     s.LineRight();
@@ -269,8 +271,9 @@ TEST_F(SliderTest, PageStepsAlwaysNotifyAsHorizontal) {
     s.Rightpage();
     s.Rightpage();
     EXPECT_EQ(s.GetPos(), 100);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);"
-                              "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_PAGEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);"
+              "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider)");
 }
 
 // ---- pointer --------------------------------------------------------------------------------
@@ -280,9 +283,7 @@ TEST_F(SliderTest, PressBesideTheThumbPagesEvery500msUntilTheThumbReachesThePoin
     parent.timed = true;
     desktop.PointerDown(kX + 70, kY + 8);
     desktop.Advance(3000);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEDOWN,0,slider)@0;HSCROLL(SB_PAGEDOWN,0,slider)@500;"
-                              "HSCROLL(SB_PAGEDOWN,0,slider)@1000;HSCROLL(SB_PAGEDOWN,0,slider)@1500;"
-                              "HSCROLL(SB_PAGEDOWN,0,slider)@2000")
+    EXPECT_EQ(parent.Take(), Repeats("HSCROLL(SB_PAGEDOWN,0,slider)", 0, 500, 5))
         << "at 100 the thumb (66-73) covers x 70";
     EXPECT_EQ(s.GetPos(), 100);
     desktop.PointerUp(kX + 70, kY + 8);
@@ -293,9 +294,7 @@ TEST_F(SliderTest, PressBesideTheThumbPagesEvery500msUntilTheThumbReachesThePoin
     desktop.Advance(2600);
     desktop.PointerUp(kX + 2, kY + 8);
     desktop.Advance(1000);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEUP,0,slider)@4000;HSCROLL(SB_PAGEUP,0,slider)@4500;"
-                              "HSCROLL(SB_PAGEUP,0,slider)@5000;HSCROLL(SB_PAGEUP,0,slider)@5500;"
-                              "HSCROLL(SB_PAGEUP,0,slider)@6000;HSCROLL(SB_PAGEUP,0,slider)@6500")
+    EXPECT_EQ(parent.Take(), Repeats("HSCROLL(SB_PAGEUP,0,slider)", 4000, 500, 6))
         << "the last at the minimum already";
     EXPECT_EQ(s.GetPos(), 0);
     EXPECT_EQ(s.m_nThumbState, 2) << "any release leaves the released thumb";
@@ -327,8 +326,9 @@ TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
     desktop.PointerMove(kX + 300, kY - 40);
     desktop.PointerMove(kX + 40, kY + 8);  // (40 - 4 - 6) x 100 / 60
     desktop.PointerUp(kX + 40, kY + 8);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_THUMBTRACK,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
-                              "HSCROLL(SB_THUMBTRACK,50,slider);HSCROLL(SB_THUMBPOSITION,50,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_THUMBTRACK,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
+              "HSCROLL(SB_THUMBTRACK,50,slider);HSCROLL(SB_THUMBPOSITION,50,slider)");
     EXPECT_FALSE(s.m_bDragging);
     EXPECT_EQ(ThumbLeft(kThumbReleased), 36);
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "released", kFence));
@@ -346,8 +346,9 @@ TEST_F(SliderTest, MoveStyleJumpsToThePressAndReadsAsAPageStep) {
     EXPECT_EQ(s.m_nThumbState, 0) << "a jump does not press the thumb";
     desktop.PointerMove(kX + 70, kY + 8);
     desktop.PointerUp(kX + 70, kY + 8);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
-                              "HSCROLL(SB_THUMBPOSITION,100,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
+              "HSCROLL(SB_THUMBPOSITION,100,slider)");
 
     // Outside the channel (on a cap) a press pages as usual.
     desktop.Advance(1000);
@@ -370,8 +371,7 @@ TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
             ASSERT_EQ(ScreenPixel(kX + x, kY + y), x < 10 ? HFill(x, y) : HBack(x, y)) << x << "," << y;
     EXPECT_EQ(ScreenPixel(kX + 40, kY + 5), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 10), kSentinel);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_horizontal",
-                                               CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_horizontal", CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
     s.SetRange(0, 0, TRUE);
     Show();
     EXPECT_EQ(ScreenPixel(kX, kY), HBack(0, 0)) << "an empty range fills nothing";
@@ -389,8 +389,7 @@ TEST_F(SliderTest, VerticalProgressFillsUpwardFromTheFillBitmapsBottom) {
     for (int y = 0; y < 40; ++y)
         ASSERT_EQ(ScreenPixel(kX + 3, kY + y), y >= 30 ? VFill(3, y + 10) : VBack(3, y)) << "row " << y;
     EXPECT_EQ(ScreenPixel(kX + 3, kY + 40), kSentinel);
-    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_vertical",
-                                               CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_vertical", CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
 }
 
 TEST_F(SliderTest, VerticalPointerArithmeticHasTheMinimumAtTheBottom) {
@@ -403,9 +402,10 @@ TEST_F(SliderTest, VerticalPointerArithmeticHasTheMinimumAtTheBottom) {
     desktop.PointerMove(kX + 5, kY + 50);
     desktop.PointerMove(kX + 5, kY + 20);
     desktop.PointerUp(kX + 5, kY + 20);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,slider);VSCROLL(SB_THUMBTRACK,100,slider);"
-                              "VSCROLL(SB_THUMBTRACK,0,slider);VSCROLL(SB_THUMBTRACK,50,slider);"
-                              "VSCROLL(SB_THUMBPOSITION,50,slider)");
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_PAGEUP,0,slider);VSCROLL(SB_THUMBTRACK,100,slider);"
+              "VSCROLL(SB_THUMBTRACK,0,slider);VSCROLL(SB_THUMBTRACK,50,slider);"
+              "VSCROLL(SB_THUMBPOSITION,50,slider)");
 }
 
 // ---- keys -------------------------------------------------------------------------------------
@@ -414,14 +414,16 @@ TEST_F(SliderTest, KeysMoveTheThumbTheWayTheyPoint) {
     ProbeSlider& s = MakeNinePiece();
     ::SetFocus(s.m_hWnd);
     for (UINT key : {VK_RIGHT, VK_NEXT, VK_LEFT, VK_PRIOR, VK_UP, VK_DOWN}) desktop.KeyDown(key);
-    EXPECT_EQ(parent.Take(), "HSCROLL(SB_LINEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_LINEUP,0,slider);"
-                              "HSCROLL(SB_PAGEUP,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_LINEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_LINEUP,0,slider);"
+              "HSCROLL(SB_PAGEUP,0,slider)");
     EXPECT_EQ(s.GetPos(), 0);
 
     s.SetvStyle(true);
     for (UINT key : {VK_UP, VK_PRIOR, VK_DOWN, VK_NEXT, VK_LEFT}) desktop.KeyDown(key);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
-                              "HSCROLL(SB_PAGEUP,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_LINEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
+              "HSCROLL(SB_PAGEUP,0,slider)");
     EXPECT_EQ(s.GetPos(), 0);
 }
 
