@@ -151,16 +151,12 @@ TEST_F(ZelButton, DoubleTapIsASecondClick) {
 TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
     auto button = Make();
     button->SetAutoClick(true);
-    const DWORD t0 = desktop.Now();
+    parent.timed = true;
     DownAt(button->m_hWnd, 5, 6);
-    parent.Take();
     desktop.Advance(1000);
-    std::vector<DWORD> expected;
-    for (DWORD t = 300; t <= 1000; t += 100) expected.push_back(t0 + t);
-    EXPECT_EQ(parent.Times(WM_COMMAND), expected);
-    parent.Take();
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46)@0;" + Repeats("COMMAND(7,0,btn)", 300, 100, 8));
     UpAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@1000;LBUTTONUP(0,35,46)@1000");
     desktop.Advance(1000);
     EXPECT_EQ(parent.Take(), "-") << "the release stops the repeat";
 }
@@ -169,7 +165,7 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     auto button = Make();
     button->SetAutoClick(true);
     const HWND hwnd = button->m_hWnd;
-    const DWORD t0 = desktop.Now();
+    parent.timed = true;
     DownAt(hwnd, 5, 6);
     desktop.Advance(300);
     MoveTo(hwnd, 120, 6);
@@ -178,7 +174,7 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     EXPECT_EQ(parent.Take(), "-");
     MoveTo(hwnd, 5, 6);
     desktop.Advance(100);
-    EXPECT_EQ(parent.Times(WM_COMMAND), std::vector<DWORD>{t0 + 600});
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@600");
     UpAt(hwnd, 5, 6);
 }
 
