@@ -1,6 +1,5 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
-
 #include <climits>
 #include <memory>
 
