@@ -1,7 +1,5 @@
 // CZELBkLable: the piece of the whole-screen bitmap under the label, white without one,
 // the text 5 pixels in, and SetBitmap's previous handle.
-#include <zel/desktop.h>
-
 #include <memory>
 
 #include "CZELBkLable.h"
@@ -13,42 +11,37 @@ using labeltest::Reference;
 
 COLORREF Screen(int x, int y) { return RGB(x, y, (x * 7 + y * 13) & 0xFF); }
 
-class BkLabelTest : public labeltest::ControlTest {
+class BkLabelTest : public labeltest::LabelTest {
 protected:
     void SetUp() override {
-        ControlTest::SetUp();
-        parent = std::make_unique<labeltest::Parent>();
+        LabelTest::SetUp();
         label = std::make_unique<CZELBkLable>();
-        EXPECT_TRUE(label->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(100, 40, 180, 60), parent->wnd(), 9));
+        EXPECT_TRUE(label->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(100, 40, 180, 60), &parent, 9));
     }
     void TearDown() override {
         label.reset();
-        parent.reset();
-        ControlTest::TearDown();
+        LabelTest::TearDown();
     }
     std::string Shows(const Reference& want) {
         label->Invalidate();
-        zel::Desktop::Get().RunUntilIdle();
-        return want.Diff(zel::test::CaptureWindow(label->m_hWnd, 0));
+        desktop.RunUntilIdle();
+        return want.Diff(label->m_hWnd);
     }
 
-    std::unique_ptr<labeltest::Parent> parent;
     std::unique_ptr<CZELBkLable> label;
 };
 
 // The label at (100, 40) of the screen, 80 x 20, shows the bitmap's (100, 40)-(180, 60).
 TEST_F(BkLabelTest, ShowsThePieceUnderItself) {
-    labeltest::ArtBitmap screen({240, 120, Screen});
+    labeltest::ArtBitmap screen(240, 120, Screen);
     EXPECT_EQ(label->SetBitmap(screen.get()), nullptr);
     Reference want(80, 20);
-    for (int y = 0; y < 20; ++y)
-        for (int x = 0; x < 80; ++x) ::SetPixel(want.dc(), x, y, Screen(100 + x, 40 + y));
+    want.Pixels([](int x, int y) { return Screen(100 + x, 40 + y); });
     EXPECT_EQ(Shows(want), "");
 
     // Screen coordinates, not the parent's: moving the parent moves the piece.
-    ::MoveWindow(parent->hwnd(), 20, 10, 320, 200, TRUE);
-    for (int y = 0; y < 20; ++y)
-        for (int x = 0; x < 80; ++x) ::SetPixel(want.dc(), x, y, Screen(120 + x, 50 + y));
+    parent.MoveWindow(20, 10, 320, 200);
+    want.Pixels([](int x, int y) { return Screen(120 + x, 50 + y); });
     EXPECT_EQ(Shows(want), "");
     EXPECT_EQ(label->SetBitmap(nullptr), screen.get());
 }
@@ -63,15 +56,14 @@ TEST_F(BkLabelTest, WhiteWithoutABitmapAndTextFiveIn) {
 
 // A bitmap that ends before the label leaves the fresh frame's black; half-covered, half.
 TEST_F(BkLabelTest, BitmapSmallerThanThePosition) {
-    labeltest::ArtBitmap small({50, 30, Screen});
+    labeltest::ArtBitmap small(50, 30, Screen);
     label->SetBitmap(small.get());
     EXPECT_EQ(Shows(Reference(80, 20)), "");
 
-    labeltest::ArtBitmap partial({140, 50, Screen});
+    labeltest::ArtBitmap partial(140, 50, Screen);
     label->SetBitmap(partial.get());
     Reference want(80, 20);
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 40; ++x) ::SetPixel(want.dc(), x, y, Screen(100 + x, 40 + y));
+    want.Pixels([](int x, int y) { return x < 40 && y < 10 ? Screen(100 + x, 40 + y) : RGB(0, 0, 0); });
     EXPECT_EQ(Shows(want), "");
 }
 

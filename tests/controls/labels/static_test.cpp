@@ -1,7 +1,5 @@
 // CZELStatic: which pixels are figure (the whole-COLORREF difference from the key above
 // 120), one span per row, the all-key picture, and the image message.
-#include <zel/desktop.h>
-
 #include <memory>
 #include <string>
 
@@ -40,19 +38,17 @@ COLORREF Picture(int x, int y) {
     return kKey;
 }
 
-class StaticTest : public labeltest::ControlTest {
+class StaticTest : public labeltest::LabelTest {
 protected:
     void SetUp() override {
-        ControlTest::SetUp();
-        parent = std::make_unique<labeltest::Parent>();
+        LabelTest::SetUp();
         picture = std::make_unique<CZELStatic>();
-        EXPECT_TRUE(picture->Create(L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_BITMAP, CRect(20, 20, 60, 60),
-                                    parent->wnd(), 10));
+        EXPECT_TRUE(
+            picture->Create(L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_BITMAP, CRect(20, 20, 60, 60), &parent, 10));
     }
     void TearDown() override {
         picture.reset();
-        parent.reset();
-        ControlTest::TearDown();
+        LabelTest::TearDown();
     }
     // The window region's span on row y as "left-right", "" when the row is cut out;
     // "no region" when the window is unshaped.
@@ -75,12 +71,11 @@ protected:
         return s;
     }
 
-    std::unique_ptr<labeltest::Parent> parent;
     std::unique_ptr<CZELStatic> picture;
 };
 
 TEST_F(StaticTest, OneSpanPerRowFromTheKeyDifference) {
-    labeltest::ArtBitmap art({kWidth, kHeight, Picture});
+    labeltest::ArtBitmap art(kWidth, kHeight, Picture);
     EXPECT_EQ(picture->SetBitmap(art.get()), nullptr);
     for (int y = 0; y < kHeight; ++y) EXPECT_EQ(Span(y), kRows[y].span) << kRows[y].name;
     EXPECT_EQ(::SendMessageW(picture->m_hWnd, STM_GETIMAGE, IMAGE_BITMAP, 0), reinterpret_cast<LRESULT>(art.get()));
@@ -89,11 +84,11 @@ TEST_F(StaticTest, OneSpanPerRowFromTheKeyDifference) {
 
 // A picture of key only gives an empty shape: the window keeps the shape it had.
 TEST_F(StaticTest, AllKeyPictureKeepsThePreviousShape) {
-    labeltest::ArtBitmap blank(labeltest::Solid(8, 8, kKey));
+    labeltest::ArtBitmap blank(8, 8, [](int, int) { return kKey; });
     EXPECT_EQ(picture->SetBitmap(blank.get()), nullptr);
     EXPECT_EQ(Span(3), "no region");
 
-    labeltest::ArtBitmap art({kWidth, kHeight, Picture});
+    labeltest::ArtBitmap art(kWidth, kHeight, Picture);
     EXPECT_EQ(picture->SetBitmap(art.get()), blank.get());
     EXPECT_EQ(picture->SetBitmap(blank.get()), art.get());
     EXPECT_EQ(Span(6), "3-10");
@@ -103,20 +98,20 @@ TEST_F(StaticTest, AllKeyPictureKeepsThePreviousShape) {
 
 // The cut-out parts show the parent: the static's own pixels only inside the shape.
 TEST_F(StaticTest, KeyAreasShowWhatIsBehind) {
-    labeltest::ArtBitmap art({kWidth, kHeight, Picture});
+    labeltest::ArtBitmap art(kWidth, kHeight, Picture);
     picture->SetBitmap(art.get());
-    zel::Desktop::Get().RunUntilIdle();
-    EXPECT_EQ(zel::Desktop::Get().Pixel(20 + 1, 20 + 6), labeltest::kSentinel);
-    EXPECT_EQ(zel::Desktop::Get().Pixel(20 + 5, 20 + 6), kKey) << "holes inside a row are not cut";
-    EXPECT_EQ(zel::Desktop::Get().Pixel(20 + 3, 20 + 6), RGB(0, 0, 0));
+    desktop.RunUntilIdle();
+    EXPECT_EQ(zel::test::ScreenPixel(20 + 1, 20 + 6), zel::test::kSentinel);
+    EXPECT_EQ(zel::test::ScreenPixel(20 + 5, 20 + 6), kKey) << "holes inside a row are not cut";
+    EXPECT_EQ(zel::test::ScreenPixel(20 + 3, 20 + 6), RGB(0, 0, 0));
     picture->SetBitmap(nullptr);
 }
 
 TEST_F(StaticTest, BadHandlesAndADestroyedWindow) {
-    labeltest::ArtBitmap art({kWidth, kHeight, Picture});
+    labeltest::ArtBitmap art(kWidth, kHeight, Picture);
     HBITMAP stale = nullptr;
     {
-        labeltest::ArtBitmap gone(labeltest::Solid(4, 4, 0));
+        labeltest::ArtBitmap gone(4, 4, [](int, int) { return RGB(0, 0, 0); });
         stale = gone.get();
     }
     EXPECT_EQ(picture->SetBitmap(stale), nullptr);

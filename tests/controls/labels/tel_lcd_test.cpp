@@ -1,7 +1,6 @@
 // CZELTelLCD: the two modes' geometry (indicators, number rectangle, status strip), the
 // number's shrink from the number font's height, SetszTime per mode, and both InitCtrl
 // forms with their bad input.
-#include <zel/desktop.h>
 #include <zel/platform.h>
 
 #include <memory>
@@ -14,7 +13,6 @@ namespace {
 
 using labeltest::Measure;
 using labeltest::Reference;
-using labeltest::Solid;
 
 const COLORREF kMiddle = RGB(20, 90, 40), kLeftInd = RGB(220, 30, 30), kRightInd = RGB(30, 30, 220);
 const COLORREF kNumber = RGB(255, 230, 0), kStatus = RGB(255, 255, 255);
@@ -32,30 +30,26 @@ public:
     using CZELTelLCD::m_strTime;
 };
 
-class TelLCDTest : public labeltest::ControlTest {
+class TelLCDTest : public labeltest::LabelTest {
 protected:
     void SetUp() override {
-        ControlTest::SetUp();
-        parent = std::make_unique<labeltest::Parent>();
-        skins = std::make_unique<labeltest::SkinFolder>();
-        skins->Write("middle", Solid(8, kH, kMiddle));
-        skins->Write("left", Solid(kLeftSize.cx, kLeftSize.cy, kLeftInd));
-        skins->Write("right", Solid(kRightSize.cx, kRightSize.cy, kRightInd));
+        LabelTest::SetUp();
+        skins.Solid("middle", 8, kH, kMiddle);
+        skins.Solid("left", kLeftSize.cx, kLeftSize.cy, kLeftInd);
+        skins.Solid("right", kRightSize.cx, kRightSize.cy, kRightInd);
         lcd = std::make_unique<ProbeLCD>();
-        EXPECT_TRUE(lcd->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(10, 10, 10 + kW, 10 + kH), parent->wnd(), 8));
+        EXPECT_TRUE(lcd->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(10, 10, 10 + kW, 10 + kH), &parent, 8));
     }
     void TearDown() override {
         lcd.reset();
-        parent.reset();
-        skins.reset();
-        ControlTest::TearDown();
+        LabelTest::TearDown();
     }
     void InitFiles(int mode, int numberHeight = 30, int frameCount = 3) {
         CArray<CString, CString> frame, indicators;
-        const CString pieces[] = {L"", skins->Path("middle"), L""};
+        const CString pieces[] = {L"", SkinPath("middle"), L""};
         for (int i = 0; i < frameCount; ++i) frame.Add(pieces[i]);
-        indicators.Add(skins->Path("left"));
-        indicators.Add(skins->Path("right"));
+        indicators.Add(SkinPath("left"));
+        indicators.Add(SkinPath("right"));
         DWORD colors[3] = {kNumber, kStatus, 0};
         int heights[3] = {numberHeight, 14, 0};
         lcd->InitCtrl(frame, indicators, colors, heights, mode);
@@ -63,11 +57,11 @@ protected:
     void Show(const wchar_t* number) {
         lcd->SetWindowText(number);
         lcd->Invalidate();
-        zel::Desktop::Get().RunUntilIdle();
+        desktop.RunUntilIdle();
     }
     std::string Shows(const Reference& want) {
-        zel::Desktop::Get().RunUntilIdle();
-        return want.Diff(zel::test::CaptureWindow(lcd->m_hWnd, 0));
+        desktop.RunUntilIdle();
+        return want.Diff(lcd->m_hWnd);
     }
     RECT Update() {
         RECT rc{};
@@ -75,8 +69,6 @@ protected:
         return rc;
     }
 
-    std::unique_ptr<labeltest::Parent> parent;
-    std::unique_ptr<labeltest::SkinFolder> skins;
     std::unique_ptr<ProbeLCD> lcd;
 };
 
@@ -144,7 +136,7 @@ TEST_F(TelLCDTest, SetszTimeByMode) {
     EXPECT_EQ(lcd->m_strTime, L"");
 
     InitFiles(1);
-    zel::Desktop::Get().RunUntilIdle();
+    desktop.RunUntilIdle();
     lcd->SetszTime(time);
     EXPECT_EQ(lcd->m_strTime, L"01:00");
     // The taller strip: the left indicator's 16 rows, not the right one's 12.
@@ -155,7 +147,7 @@ TEST_F(TelLCDTest, SetszTimeByMode) {
     EXPECT_EQ(strip.bottom, kH);
 
     InitFiles(2);
-    zel::Desktop::Get().RunUntilIdle();
+    desktop.RunUntilIdle();
     CString other = L"02:00";
     lcd->SetszTime(other);
     EXPECT_EQ(lcd->m_strTime, L"01:00");
@@ -179,7 +171,7 @@ TEST_F(TelLCDTest, FileFormNeedsThreeFramePathsAndTwoIndicators) {
 // The resource form: mode 1 = {middle, left, right}, mode 2 = {middle, right}; another mode
 // loads nothing and keeps the mode; the shrink start stays the label's.
 TEST_F(TelLCDTest, ResourceForm) {
-    HINSTANCE module = skins->Module({{101, "middle"}, {102, "left"}, {103, "right"}});
+    HINSTANCE module = skins.Module({{101, "middle"}, {102, "left"}, {103, "right"}});
     UINT ids[] = {101, 102, 103};
     DWORD colors[] = {kNumber, kStatus};
     int heights[] = {26, 12};
@@ -210,7 +202,7 @@ TEST_F(TelLCDTest, DestroyReleasesFontsAndIndicatorsAndLaterCallsAreHarmless) {
     CString time = L"03:00";
     lcd->SetszTime(time);
     InitFiles(1);
-    lcd->LoadSkin(skins->Path("middle") + L"|", L"");
+    lcd->LoadSkin(skins.Skin({"middle"}), L"");
     EXPECT_NE((*lcd->m_frame)[0], nullptr);  // held until the destructor
 }
 
