@@ -51,15 +51,13 @@ void CZELLable::LoadSkin(CString strSkin, CString) {
     LoadBitmap(pieces[0], n > 1 ? pieces[1] : CString(), n > 2 ? pieces[2] : CString());
 }
 
-void CZELLable::PaintFrame(zelctl::OffscreenCanvas& canvas) const { zelctl::PaintLabelFrame(canvas, *m_frame); }
-
 void CZELLable::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
     const CRect rcText = m_rcText.IsRectEmpty() ? client : m_rcText;
     zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    PaintFrame(canvas);
+    zelctl::PaintLabelFrame(canvas, *m_frame);
     CString text;
     GetWindowText(text);
     zelctl::DrawShrunkText(canvas.dc(), text, rcText, m_nFormat, m_crText, m_hFont, m_nFontHeight);

@@ -17,7 +17,6 @@
 #include "zelctl_api.h"
 
 namespace zelctl {
-class OffscreenCanvas;
 class SkinSet;
 }  // namespace zelctl
 
@@ -38,9 +37,6 @@ public:
 protected:
     afx_msg void OnPaint();
     DECLARE_MESSAGE_MAP()
-
-    // The frame as the label draws it, for the telephone display that repeats it.
-    void PaintFrame(zelctl::OffscreenCanvas& canvas) const;
 
     std::unique_ptr<zelctl::SkinSet> m_frame;  // left cap, middle, right cap
     HFONT m_hFont;

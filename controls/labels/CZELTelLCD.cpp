@@ -108,7 +108,7 @@ void CZELTelLCD::OnPaint() {
     CRect client;
     GetClientRect(&client);
     zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    PaintFrame(canvas);
+    zelctl::PaintLabelFrame(canvas, *m_frame);  // as the label draws it
 
     if (m_nMode == 1 || m_nMode == 2) {
         const SIZE right = m_indicators->Size(kRightIndicator);
