@@ -50,7 +50,8 @@ void DrawShrunkText(HDC dc, const CString& text, const RECT& rc, UINT format, CO
     OwnedFont shrunk;  // declared first: it dies after the guard has put the DC's font back
     // Selecting the DC's own font when the label has none still makes the guard put it back.
     SelectGuard keepFont(dc, font ? static_cast<HGDIOBJ>(font) : ::GetCurrentObject(dc, OBJ_FONT));
-    if (!TextFits(dc, text, rc, format)) shrunk = ShrinkFontToFit(dc, text, rc, format, FirstUsefulStart(shrinkFrom, rc));
+    if (!TextFits(dc, text, rc, format))
+        shrunk = ShrinkFontToFit(dc, text, rc, format, FirstUsefulStart(shrinkFrom, rc));
     DrawSkinText(dc, text, rc, format, colour, nullptr);
 }
 

@@ -49,8 +49,8 @@ void HomeScreen::Paint(HDC frame) {
         const int pad = narrow ? 14 : 20, bar = tall ? 20 : 12, name = tall ? 32 : 20;
         Panel(frame, tile, RGB(26, 32, 42), kFaceEdge, 20);
         FillBox(frame, RECT{tile.left + pad, tile.top + bar, tile.left + pad + 36, tile.top + bar + 4}, kAccent);
-        DrawLabel(frame, Screens()[i].tab, RECT{tile.left + pad, tile.top + name, tile.right - pad, tile.top + name + 32},
-                  tileFont_, kText);
+        const RECT nameBox{tile.left + pad, tile.top + name, tile.right - pad, tile.top + name + 32};
+        DrawLabel(frame, Screens()[i].tab, nameBox, tileFont_, kText);
         DrawLabel(frame, Screens()[i].blurb,
                   RECT{tile.left + pad, tile.top + name + 36, tile.right - pad, tile.bottom - 10},
                   narrow ? blurbFont_ : textFont_, kTextDim, DT_LEFT | DT_TOP | DT_WORDBREAK);
