@@ -1,6 +1,7 @@
 #include "LabelPaint.h"
 
 #include <algorithm>
+#include <climits>
 #include <cwchar>
 
 #include "SkinText.h"
@@ -18,10 +19,14 @@ UINT SafeFormat(UINT format) { return format & ~static_cast<UINT>(DT_MODIFYSTRIN
 // A font taller than the rectangle never fits it (a line is at least the cell height), so a
 // start far above the rectangle -- a host's absurd height -- goes straight to the first
 // height that might, keeping its parity: the heights tried and drawn stay those of the
-// 2-pixel loop, and the loop stays short. The margin covers cell-height rounding.
+// 2-pixel loop, and the loop stays short. The margin covers cell-height rounding; no window
+// is taller than 16-bit coordinates reach, so neither is a useful font. A start far below
+// zero takes its one step from a height that cannot wrap around.
 int FirstUsefulStart(int shrinkFrom, const RECT& rc) {
-    constexpr int kMargin = 8, kFloor = 12;
-    const int tallest = std::max(static_cast<int>(rc.bottom - rc.top), kFloor) + kMargin;
+    constexpr int kMargin = 8, kFloor = 12, kLowest = -0x8000, kTallestWindow = 0x8000;
+    if (shrinkFrom < kLowest) return kLowest;
+    const long long rows = static_cast<long long>(rc.bottom) - rc.top;  // a host's rectangle may span any ints
+    const int tallest = static_cast<int>(std::clamp<long long>(rows, kFloor, kTallestWindow)) + kMargin;
     if (shrinkFrom <= tallest + 2) return shrinkFrom;
     return shrinkFrom - ((shrinkFrom - tallest) / 2) * 2;
 }
