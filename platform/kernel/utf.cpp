@@ -1,5 +1,7 @@
 #include "kernel/utf.h"
 
+#include <optional>
+
 namespace zel::kernel {
 
 namespace {
@@ -15,19 +17,19 @@ int ContinuationCount(unsigned char lead) {
     return -1;
 }
 
-// The code point of the well-formed sequence of `extra` continuation bytes at text[i],
-// or U+FFFD.
-char32_t DecodeSequence(std::string_view text, size_t i, int extra) {
-    if (extra < 0 || text.size() - i <= static_cast<size_t>(extra)) return kReplacementChar;
+// The code point of the well-formed sequence of `extra` continuation bytes at text[i];
+// nullopt when it is not one (an encoded U+FFFD is, and must consume its three bytes).
+std::optional<char32_t> DecodeSequence(std::string_view text, size_t i, int extra) {
+    if (extra < 0 || text.size() - i <= static_cast<size_t>(extra)) return std::nullopt;
     char32_t cp = static_cast<unsigned char>(text[i]) & (0x3F >> extra);
     for (int k = 1; k <= extra; ++k) {
         unsigned char d = static_cast<unsigned char>(text[i + static_cast<size_t>(k)]);
-        if ((d & 0xC0) != 0x80) return kReplacementChar;
+        if ((d & 0xC0) != 0x80) return std::nullopt;
         cp = (cp << 6) | (d & 0x3F);
     }
     // Overlong forms, surrogates and values beyond Unicode are not characters.
     static constexpr char32_t kMin[] = {0, 0x80, 0x800, 0x10000};  // by continuation count
-    if (cp < kMin[extra] || cp > 0x10FFFF || IsSurrogate(cp)) return kReplacementChar;
+    if (cp < kMin[extra] || cp > 0x10FFFF || IsSurrogate(cp)) return std::nullopt;
     return cp;
 }
 
@@ -44,11 +46,11 @@ std::wstring Utf8ToWide(std::string_view text) {
             continue;
         }
         int extra = ContinuationCount(lead);
-        char32_t cp = DecodeSequence(text, i, extra);
-        out.push_back(static_cast<wchar_t>(cp));
+        std::optional<char32_t> cp = DecodeSequence(text, i, extra);
+        out.push_back(static_cast<wchar_t>(cp.value_or(kReplacementChar)));
         // A bad sequence consumes only its lead byte, so the bytes after it get their own
         // chance to start a character.
-        i += cp == kReplacementChar ? 1 : static_cast<size_t>(extra) + 1;
+        i += cp ? static_cast<size_t>(extra) + 1 : 1;
     }
     return out;
 }
