@@ -20,8 +20,8 @@ struct SourceLine {
 
 struct Preprocessed {
     ScriptFiles files;
-    MacroTable macros;               // as defined at the end of the script
-    std::vector<SourceLine> lines;   // the active lines that are not directives
+    MacroTable macros;              // as defined at the end of the script
+    std::vector<SourceLine> lines;  // the active lines that are not directives
 };
 
 // Throws ScriptError naming the file and line of the first fault.
