@@ -38,7 +38,11 @@ CDataTimectrl::CDataTimectrl()
     ::GetLocalTime(&m_time);
 }
 
-CDataTimectrl::~CDataTimectrl() { m_wndAux.DestroyWindow(); }
+// The window goes first, so that OnDestroy still runs as this class's (killing the timer).
+CDataTimectrl::~CDataTimectrl() {
+    m_wndAux.DestroyWindow();
+    if (::IsWindow(m_hWnd)) DestroyWindow();
+}
 
 void CDataTimectrl::PreSubclassWindow() { CWnd::PreSubclassWindow(); }
 
