@@ -161,3 +161,22 @@ TEST_F(TimeDate, ParentDestroyingItInsideTheCommand) {
 }
 
 }  // namespace
+
+namespace {
+
+// A dialog's control: a plain child taken over, which makes its spinners as it is.
+TEST_F(TimeDate, SubclassedFromAPlainChild) {
+    HWND plain = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 5, 5, 200, 130, parent.m_hWnd,
+                                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(kId)), nullptr, nullptr);
+    ctl = std::make_unique<CZELTimeDate>();
+    ASSERT_TRUE(ctl->SubclassWindow(plain));
+    parent.Name(plain, "td");
+    ASSERT_NE(::GetDlgItem(plain, CZELTimeDate::IDC_THREE), nullptr);
+    ctl->LoadSkin(Folder(skins), names);
+    desktop.RunUntilIdle();
+    Step(*ctl, 1, true);
+    EXPECT_EQ(Ymd(*ctl), "2026-2-1");
+    EXPECT_EQ(parent.Take(), "COMMAND(51,0,td)");
+}
+
+}  // namespace
