@@ -1,6 +1,7 @@
 #include "CZELDate.h"
 
-#include <aygshell.h>
+#include <algorithm>
+#include <climits>
 
 #include "Notify.h"
 #include "OffscreenCanvas.h"
@@ -233,10 +234,13 @@ void CZELDate::SetTextCol(COLORREF cr) {
 // ---- steps ------------------------------------------------------------------------------
 
 // Value style runs over [min, max]; string style over [min, max - 1], which with the
-// default bounds is every string InsertStr added.
+// default bounds is every string InsertStr added. (A range set in value style may reach
+// INT_MIN, so max - 1 is taken in 64 bits and kept at INT_MIN.)
+int CZELDate::LastIndex() const { return static_cast<int>(std::max<long long>(static_cast<long long>(m_nMax) - 1, INT_MIN)); }
+
 void CZELDate::OnBtnAdd() {
     if (m_bStrings)
-        m_nCurIndex = m_nCurIndex >= m_nMax - 1 ? m_nMin : m_nCurIndex + 1;
+        m_nCurIndex = m_nCurIndex >= LastIndex() ? m_nMin : m_nCurIndex + 1;
     else
         m_nValue = m_nValue < m_nMax ? m_nValue + 1 : m_nMin;
     InvalidateText();
@@ -245,7 +249,7 @@ void CZELDate::OnBtnAdd() {
 
 void CZELDate::OnBtnDef() {
     if (m_bStrings)
-        m_nCurIndex = m_nCurIndex > m_nMin ? m_nCurIndex - 1 : m_nMax - 1;
+        m_nCurIndex = m_nCurIndex > m_nMin ? m_nCurIndex - 1 : LastIndex();
     else
         m_nValue = m_nValue > m_nMin ? m_nValue - 1 : m_nMax;
     InvalidateText();

@@ -93,6 +93,7 @@ private:
     void ShowButtons();
     void ReleaseColourBitmaps();
     void InvalidateText();
+    int LastIndex() const;
     void DrawStr(HDC hdc, const CString& str, int h, int w, POINT pt, COLORREF crText, int penWidth);
     void DrawRect(HDC hdc, CString str, RECT rc, UINT format);
 };

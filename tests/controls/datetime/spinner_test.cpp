@@ -2,6 +2,7 @@
 // step, held-button streams, layout, painting and bad input.
 #include <CZELDate.h>
 
+#include <climits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -117,6 +118,14 @@ TEST_F(Spinner, RangesPositionsAndStrings) {
     EXPECT_TRUE(list.SetPos(1));  // one past the last string: accepted, shows nothing
     list.GetCurValue(text);
     EXPECT_EQ(text, CString());
+
+    // A range taken in value style down to INT_MIN, then stepped as strings.
+    CZELDate odd;
+    EXPECT_TRUE(odd.SetRang(INT_MIN, INT_MIN));
+    odd.SetVStyle(false);
+    odd.OnBtnAdd();
+    odd.OnBtnDef();
+    EXPECT_EQ(odd.GetCurValue(), INT_MIN);
 }
 
 TEST_F(Spinner, HeldButtonRepeatsAtTheButtonsRate) {
