@@ -25,8 +25,8 @@ OffscreenCanvas::~OffscreenCanvas() {
     if (mem_) ::DeleteDC(mem_);
 }
 
-bool OffscreenCanvas::Select(HBITMAP piece) {
-    if (!piece || !surface_) return false;
+bool OffscreenCanvas::Select(HBITMAP piece, bool needsSurface) {
+    if (!piece || (needsSurface && !surface_)) return false;
     HGDIOBJ previous = ::SelectObject(pieces_, piece);
     if (!previous) return false;
     if (!oldPiece_) oldPiece_ = previous;
@@ -70,6 +70,10 @@ void OffscreenCanvas::ScreenPiece(HBITMAP screenBitmap, HWND window) {
     RECT rc{};
     if (!::GetWindowRect(window, &rc)) return;
     Blit(screenBitmap, 0, 0, width_, height_, rc.left, rc.top);
+}
+
+void OffscreenCanvas::PresentPiece(HBITMAP piece) {
+    if (Select(piece, false)) ::BitBlt(screen_, 0, 0, width_, height_, pieces_, 0, 0, SRCCOPY);
 }
 
 void OffscreenCanvas::Present() {

@@ -60,9 +60,13 @@ public:
 
     // Copies the canvas to (0, 0) of the screen DC.
     void Present();
+    // For a control whose whole picture is one piece: the piece is already off screen, so
+    // it goes from its origin straight to (0, 0) of the screen DC at the canvas size, and
+    // the canvas itself is not presented.
+    void PresentPiece(HBITMAP piece);
 
 private:
-    bool Select(HBITMAP piece);
+    bool Select(HBITMAP piece, bool needsSurface = true);
 
     HDC screen_;
     int width_, height_;
