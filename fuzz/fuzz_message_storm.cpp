@@ -254,23 +254,13 @@ void Storm::DoLoadSkin(ScriptReader& in) {
 void Storm::DoEnable(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
     const BOOL enable = in.U8() & 1;
-    const StormControl* kind = Kind(control);
-    if (!kind) return;
-    if (kind->enable)
-        kind->enable(*Wnd(control), enable);
-    else
-        Wnd(control)->EnableWindow(enable);
+    if (const StormControl* kind = Kind(control)) kind->enable(*Wnd(control), enable);
 }
 
 void Storm::DoShow(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
     const int command = in.Pick(12);
-    const StormControl* kind = Kind(control);
-    if (!kind) return;
-    if (kind->show)
-        kind->show(*Wnd(control), command);
-    else
-        Wnd(control)->ShowWindow(command);
+    if (const StormControl* kind = Kind(control)) kind->show(*Wnd(control), command);
 }
 
 void Storm::DoMove(ScriptReader& in) {
@@ -284,12 +274,7 @@ void Storm::DoMove(ScriptReader& in) {
     move.repaint = in.U8() & 1;
     move.asRect = in.U8() & 1;
     move.rect.SetRect(move.x / 4, move.y / 4, move.x / 4 + move.width / 4, move.y / 4 + move.height / 4);
-    const StormControl* kind = Kind(control);
-    if (!kind) return;
-    if (kind->move)
-        kind->move(*Wnd(control), move);
-    else
-        Wnd(control)->MoveWindow(move.x, move.y, move.width, move.height, move.repaint);
+    if (const StormControl* kind = Kind(control)) kind->move(*Wnd(control), move);
 }
 
 void Storm::DoDestroy(ScriptReader& in) {
@@ -331,12 +316,7 @@ void Storm::DoText(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
     CString text = FromUtf8(in.Text());
     if (in.U8() & 1) text = CString(L'W', 40 * in.U8()) + text;  // captions far wider than the control
-    const StormControl* kind = Kind(control);
-    if (!kind) return;
-    if (kind->setText)
-        kind->setText(*Wnd(control), text);
-    else
-        Wnd(control)->SetWindowText(text);
+    if (const StormControl* kind = Kind(control)) kind->setText(*Wnd(control), text);
 }
 
 void Storm::DoRawMessage(ScriptReader& in) {

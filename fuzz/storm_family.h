@@ -96,7 +96,7 @@ struct StormControl {
     std::vector<StormCall> calls;
     std::vector<StormInvariant> invariants;
     // The class's own forms of operations it redeclares (they hide CWnd's, not override
-    // them); empty: the CWnd operation.
+    // them); left empty, registration fills in the CWnd operation.
     std::function<void(CWnd& control, const StormMove& move)> move;
     std::function<void(CWnd& control, int command)> show;
     std::function<void(CWnd& control, BOOL enable)> enable;
@@ -118,6 +118,13 @@ inline std::vector<const StormControl*>& Slots() {
 // range is a mistake in the fuzzer and stops it at start-up.
 inline bool RegisterFamily(StormFamily family) {
     static std::vector<std::unique_ptr<StormFamily>> families;
+    for (StormControl& control : family.controls) {
+        if (!control.move)
+            control.move = [](CWnd& w, const StormMove& m) { w.MoveWindow(m.x, m.y, m.width, m.height, m.repaint); };
+        if (!control.show) control.show = [](CWnd& w, int command) { w.ShowWindow(command); };
+        if (!control.enable) control.enable = [](CWnd& w, BOOL enable) { w.EnableWindow(enable); };
+        if (!control.setText) control.setText = [](CWnd& w, const CString& text) { w.SetWindowText(text); };
+    }
     families.push_back(std::make_unique<StormFamily>(std::move(family)));
     for (const StormControl& control : families.back()->controls) {
         if (control.slot >= kControlCount || Slots()[control.slot] || !control.make || !control.create) {

@@ -17,6 +17,15 @@ public:
 
 constexpr DWORD kVisibleChild = WS_CHILD | WS_VISIBLE;
 
+// The creator of a class that creates as a BUTTON does (caption, style, rectangle, parent,
+// identifier).
+template <class T>
+auto ButtonCreator(const wchar_t* caption, DWORD style) {
+    return [caption, style](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
+        As<T>(w).Create(caption, kVisibleChild | style, rc, &host, id);
+    };
+}
+
 StormControl RepeatButton() {
     StormControl c = MakeControl<CZELButton>(kRepeatButton, "repeat button", {10, 10, 88, 107});
     c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
@@ -58,9 +67,7 @@ StormControl RepeatButton() {
 
 StormControl ShapedButton() {
     StormControl c = MakeControl<CZELBmpButton>(kShapedButton, "shaped button", {100, 10, 140, 50});
-    c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
-        As<CZELBmpButton>(w).Create(L"", kVisibleChild | BS_OWNERDRAW, rc, &host, id);
-    };
+    c.create = ButtonCreator<CZELBmpButton>(L"", BS_OWNERDRAW);
     c.skin = [](CWnd& w) {
         As<CZELBmpButton>(w).LoadBitmaps(kRound + 1, kRoundDown + 1, kRoundDown + 1, kAllKey + 1, Skins().module);
     };
@@ -76,9 +83,7 @@ StormControl ShapedButton() {
 
 StormControl TextButton() {
     StormControl c = MakeControl<CBmpTextButton>(kTextButton, "text button", {150, 10, 250, 40});
-    c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
-        As<CBmpTextButton>(w).Create(L"Text", kVisibleChild | BS_PUSHBUTTON, rc, &host, id);
-    };
+    c.create = ButtonCreator<CBmpTextButton>(L"Text", BS_PUSHBUTTON);
     c.skin = [](CWnd& w) {
         As<CBmpTextButton>(w).LoadBitmaps(kBtnNormal + 1, kBtnFocus + 1, kBtnDown + 1, Skins().module);
     };
