@@ -114,7 +114,7 @@ void CZELBmpButton::OnMouseMove(UINT, CPoint point) {
     Default();
 }
 
-// The release point decides, not the last move.
+// Intended: the release point decides, not the last move (unlike CZELButton).
 void CZELBmpButton::OnLButtonUp(UINT, CPoint point) {
     const zelctl::AliveCheck alive(*this);
     ::ReleaseCapture();

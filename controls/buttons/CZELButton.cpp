@@ -70,7 +70,7 @@ BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CW
         m_rcCaption.SetRect(Wrap(int64_t{rect.left} - kStripOverhang), Wrap(int64_t{rect.bottom} - (kStripHeight - 1)),
                             Wrap(int64_t{rect.right} + kStripOverhang), rect.bottom);
     }
-    // Callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
+    // Intended as it is: callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
     // (a default push button, a check box) becomes owner-drawn.
     if (dwStyle & BS_OWNERDRAW) dwStyle |= BS_OWNERDRAW;
     return CButton::Create(lpszCaption, dwStyle, rc, pParentWnd, nID);
@@ -93,6 +93,7 @@ BOOL CZELButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }
 
 void CZELButton::SetWindowTextW(LPCTSTR lpszString) { CWnd::SetWindowTextW(lpszString); }
 
+// Intended: both arguments are ignored; the whole client area is invalidated with erase.
 void CZELButton::InvalidateRect(const RECT*, BOOL) {
     if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
 }
@@ -118,7 +119,7 @@ void CZELButton::LoadSkin(CString strSkin, CString) {
     LoadBitmaps(pieces[0], pieces[n > 1 ? 1 : 0], pieces[n > 2 ? 2 : 0], pieces[n > 3 ? 3 : 0]);
 }
 
-// Auto-repeat works from the flag alone; the window class is left as it is (the BUTTON
+// Intended: auto-repeat works from the flag alone; the window class is left as it is (the BUTTON
 // class is shared by every button of the process).
 void CZELButton::SetAutoClick(bool bAuto) { m_bAutoClick = bAuto; }
 
@@ -187,7 +188,8 @@ void CZELButton::OnLButtonDown(UINT nFlags, CPoint point) {
     UpdateWindow();
 }
 
-// Tracks the pointer whether or not the stylus went down on this button.
+// Intended: tracks the pointer whether or not the stylus went down on this button (no
+// look at the flags or the capture).
 void CZELButton::OnMouseMove(UINT, CPoint point) {
     const zelctl::AliveCheck alive(*this);
     m_ptLast = point;
@@ -202,7 +204,7 @@ void CZELButton::OnMouseMove(UINT, CPoint point) {
     UpdateWindow();
 }
 
-// Whether the release clicks is decided by where the pointer was last seen, not by the
+// Intended: whether the release clicks is decided by where the pointer was last seen, not by the
 // release point; an outside release never reaches the BUTTON logic, which is what would
 // send BN_CLICKED.
 void CZELButton::OnLButtonUp(UINT nFlags, CPoint point) {
@@ -218,7 +220,7 @@ void CZELButton::OnLButtonUp(UINT nFlags, CPoint point) {
     Invalidate(TRUE);
 }
 
-// The BUTTON class would turn a double tap into BN_DOUBLECLICKED; here the second tap
+// Intended: the BUTTON class would turn a double tap into BN_DOUBLECLICKED; here the second tap
 // is a click of its own.
 void CZELButton::OnLButtonDblClk(UINT, CPoint) { zelctl::NotifyCommand(*this); }
 
@@ -284,6 +286,6 @@ void CZELButton::OnDestroy() {
     for (Piece piece : {kNormal, kDown, kFocus, kDisable}) m_skin->Release(piece);  // the device's order
     KillTimer(kRepeatTimer);
     KillTimer(kDelayTimer);
-    m_rgnWindow.DeleteObject();
+    m_rgnWindow.DeleteObject();  // the region the window was given, as on every size change
     CButton::OnDestroy();
 }

@@ -38,6 +38,7 @@ CZELChkBox::CZELChkBox()
 // check box whose window never existed, go with the skin set and the font.
 CZELChkBox::~CZELChkBox() = default;
 
+// Intended to do nothing: the check box needs no set-up when a window is attached.
 void CZELChkBox::PreSubclassWindow() {}
 
 int CZELChkBox::GetCheck() { return m_bChecked; }
@@ -120,7 +121,7 @@ void CZELChkBox::PaintCaption(HDC dc, const CRect& client) {
     const int boxTop = (client.Height() - m_rcBox.Height()) / 2;
     m_rcHit.SetRect(0, boxTop, measured.right + 1, boxTop + m_rcBox.Height());
 
-    // Centred on the caption rectangle even when a wrapped caption is drawn from its top.
+    // Intended: centred on the caption rectangle even when a wrapped caption is drawn from its top.
     if (::GetFocus() == m_hWnd) {
         const int top = rcText.top + (rcText.Height() - textHeight) / 2;
         const CRect focus(measured.left - 2, top - 1, measured.right + 1, top + textHeight + 1);

@@ -133,7 +133,7 @@ void CZELScrollbar::MoveWindow(LPCRECT lpRect, BOOL bRepaint) {
 
 void CZELScrollbar::SetScrollRange(long nMin, long nMax) {
     if (nMin >= nMax) {
-        // Never stored: an empty range would divide by zero when the thumb is placed.
+        // Intended, never stored: an empty range would divide by zero when the thumb is placed.
         m_nMin = 0;
         m_nMax = 1;
         m_nPos = 0;
@@ -152,6 +152,7 @@ void CZELScrollbar::GetRange(long& nMin, long& nMax) {
     if (::IsWindow(m_hWnd)) Invalidate();
 }
 
+// Intended: the parent hears SB_THUMBPOSITION even when the host itself set the position.
 void CZELScrollbar::SetScrollPos(long nPos, BOOL bRedraw) {
     m_nPos = zelctl::ClampPos(nPos, m_nMin, m_nMax);
     if (bRedraw && ::IsWindow(m_hWnd)) Invalidate();
@@ -182,6 +183,7 @@ long CZELScrollbar::SetLineSize(long nLine) {
     return m_nLine;
 }
 
+// Intended: range and page are taken unchecked, as the device takes them.
 BOOL CZELScrollbar::SetScrollInfo(SCROLLINFO* psi, BOOL bRedraw) {
     if (!psi) return FALSE;
     m_nMin = psi->nMin;
