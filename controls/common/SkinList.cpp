@@ -29,9 +29,4 @@ CString PathInBuffer(const CString& path, int capacity) {
     return path.GetLength() < capacity ? path : path.Left(capacity > 0 ? capacity - 1 : 0);
 }
 
-void DeleteSkin(HBITMAP& bitmap) {
-    if (bitmap) ::DeleteObject(bitmap);
-    bitmap = nullptr;
-}
-
 }  // namespace zelctl

@@ -20,7 +20,4 @@ HBITMAP LoadSkinFile(const CString& path);
 // characters (a control that copies paths into a MAX_PATH buffer loads the cut path).
 CString PathInBuffer(const CString& path, int capacity = MAX_PATH);
 
-// Deletes a skin bitmap handle and clears it.
-void DeleteSkin(HBITMAP& bitmap);
-
 }  // namespace zelctl

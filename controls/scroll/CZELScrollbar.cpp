@@ -210,7 +210,9 @@ BOOL CZELScrollbar::GetScrollInfo(SCROLLINFO* psi, UINT nMask) {
 
 // ---- steps and notifications ----------------------------------------------------------------
 
+// Without a window there is nobody to tell and nothing that could die: the step goes on.
 BOOL CZELScrollbar::Notify(UINT nCode, long nPos) {
+    if (!m_hWnd) return TRUE;
     return zelctl::NotifyScroll(*this, m_bVertical ? WM_VSCROLL : WM_HSCROLL, nCode, nPos);
 }
 

@@ -230,7 +230,11 @@ int CZELSlider::SetLineSize(int nLine) {
     return static_cast<int>(previous);
 }
 
-BOOL CZELSlider::Notify(UINT nMessage, UINT nCode, long nPos) { return zelctl::NotifyScroll(*this, nMessage, nCode, nPos); }
+// Without a window there is nobody to tell and nothing that could die: the step goes on.
+BOOL CZELSlider::Notify(UINT nMessage, UINT nCode, long nPos) {
+    if (!m_hWnd) return TRUE;
+    return zelctl::NotifyScroll(*this, nMessage, nCode, nPos);
+}
 
 // A line step at the limit changes nothing and tells nobody.
 BOOL CZELSlider::StepLine(int nDirection, UINT nMessage, UINT nCode) {
