@@ -62,7 +62,8 @@ CZELComBox::CZELComBox()
       m_crText(RGB(0, 0, 0)),
       m_crSelText(RGB(255, 255, 255)),
       m_pSkin(new Skin),
-      m_bInCreate(FALSE) {}
+      m_bInCreate(FALSE),
+      m_bClosing(FALSE) {}
 
 // The window goes first, while the whole object still answers its messages (OnDestroy
 // releases the capture and the timer); the pieces and the font go with m_pSkin.
@@ -390,7 +391,7 @@ BOOL CZELComBox::DropDown() {
     m_hWndAbove = above ? above->m_hWnd : nullptr;
     m_bDropped = TRUE;
     m_nLitRow = m_nCurSel;
-    m_nTopRow = 0;
+    m_nTopRow = std::max(m_nCurSel, 0);  // the selection heads the list where it can
     LayOutOpen();
     SetFocus();
     SetCapture();
@@ -404,10 +405,15 @@ BOOL CZELComBox::CloseUp(BOOL bOk, int nChosen, BOOL bForceSelChange) {
     if (GetCapture() == this) ::ReleaseCapture();
     const BOOL changed = bOk && nChosen >= 0 && nChosen != m_nCurSel;
     if (bOk && nChosen >= 0) m_nCurSel = nChosen;
+    // A parent that destroys the box in a notification takes the focus from it first.
+    m_bClosing = TRUE;
     if (!zelctl::NotifyCommand(*this, bOk ? CBN_SELENDOK : CBN_SELENDCANCEL)) return FALSE;
+    m_bClosing = FALSE;
     if (!m_bDropped) return TRUE;  // closed from inside the notification
     RollUp();
+    m_bClosing = TRUE;
     if (!zelctl::NotifyCommand(*this, CBN_CLOSEUP)) return FALSE;
+    m_bClosing = FALSE;
     if (changed || (bOk && nChosen >= 0 && bForceSelChange)) return zelctl::NotifyCommand(*this, CBN_SELCHANGE);
     return TRUE;
 }
@@ -500,7 +506,11 @@ void CZELComBox::OnLButtonDown(UINT nFlags, CPoint point) {
     CRect client;
     GetClientRect(&client);
     if (!client.PtInRect(point) || m_rcBox.PtInRect(point)) {
-        CloseUp(FALSE, -1, FALSE);  // a tap outside or on the box: nothing chosen
+        // A tap outside or on the box chooses nothing, and its release is kept from the
+        // window beneath, which never saw the press.
+        if (!CloseUp(FALSE, -1, FALSE) || m_bDropped) return;
+        SetCapture();
+        m_nDrag = kSwallowUp;
         return;
     }
     if (m_ScrollBar.IsWindowVisible()) {
@@ -532,7 +542,8 @@ void CZELComBox::OnMouseMove(UINT nFlags, CPoint point) {
             TrackRows(point);
             break;
         case kTrackRows: TrackRows(point); break;
-        case kNoDrag: break;
+        case kNoDrag:
+        case kSwallowUp: break;
     }
 }
 
@@ -541,6 +552,7 @@ void CZELComBox::OnLButtonUp(UINT nFlags, CPoint point) {
     const Drag drag = m_nDrag;
     m_nDrag = kNoDrag;
     SetAutoScroll(0);
+    if (drag == kSwallowUp && GetCapture() == this) ::ReleaseCapture();
     if (!m_bDropped) return;
     if (drag == kLentToBar) {
         LendToBar(WM_LBUTTONUP, nFlags, point);
@@ -616,7 +628,7 @@ void CZELComBox::LendToBar(UINT message, UINT nFlags, CPoint point) {
 void CZELComBox::OnKillFocus(CWnd* pNewWnd) {
     Default();
     // The bar takes the focus while it is lent the stylus: that is not leaving the box.
-    if (!m_bDropped || (pNewWnd && IsOwnWindow(pNewWnd->m_hWnd))) return;
+    if (!m_bDropped || m_bClosing || (pNewWnd && IsOwnWindow(pNewWnd->m_hWnd))) return;
     CloseUp(FALSE, -1, FALSE);
 }
 

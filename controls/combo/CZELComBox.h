@@ -195,6 +195,7 @@ protected:
         kOpeningPress, // the press that opened the list, until it reaches the rows
         kTrackRows,    // over the rows: the lit row follows it
         kLentToBar,    // the press belongs to the scroll bar
+        kSwallowUp,    // the press closed the list: its release goes nowhere
     };
 
     struct Item {
@@ -247,4 +248,5 @@ private:
 
     Skin* m_pSkin;
     BOOL m_bInCreate;  // Create makes the bar once the window is whole
+    BOOL m_bClosing;   // CloseUp is telling the parent: a focus change then is no second close
 };
