@@ -45,6 +45,7 @@ ON_WM_MOUSEMOVE()
 ON_WM_TIMER()
 ON_WM_KILLFOCUS()
 ON_WM_VSCROLL()
+ON_WM_NCHITTEST()
 ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
@@ -636,6 +637,10 @@ void CZELComBox::OnVScroll(UINT, UINT, CScrollBar*) {
     if (m_ScrollBar.m_hWnd) m_nTopRow = std::clamp<int>(m_ScrollBar.GetScrollPos(), 0, std::max(0, GetCount() - 1));
     Invalidate();
 }
+
+// The whole window takes the stylus, whatever it was before: a subclassed static item
+// would otherwise stay transparent to taps.
+LRESULT CZELComBox::OnNcHitTest(CPoint) { return HTCLIENT; }
 
 void CZELComBox::OnDestroy() {
     KillTimer(kAutoScrollTimer);

@@ -186,6 +186,7 @@ protected:
     afx_msg void OnTimer(UINT_PTR nIDEvent);
     afx_msg void OnKillFocus(CWnd* pNewWnd);
     afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
+    afx_msg LRESULT OnNcHitTest(CPoint point);
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 

@@ -168,6 +168,20 @@ TEST_F(Combo, EveryWayOfClosingWithoutAChoiceCancels) {
     }
 }
 
+TEST_F(Combo, ASubclassedDialogItemGetsItsBarAndOpens) {
+    HWND item = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 20, 20, 200, 30, parent.m_hWnd,
+                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(combotest::kId)), nullptr, nullptr);
+    ctl = std::make_unique<CZELComBox>();
+    ASSERT_TRUE(ctl->SubclassDlgItem(combotest::kId, &parent));
+    parent.Name(item, "combo");
+    EXPECT_EQ(ctl->GetDlgItem(9001), ctl->GetScrollBar());
+    ctl->LoadSkin(BoxSkin() + BarSkin(), L"");
+    ctl->AddString(L"one");
+    desktop.Tap(60, 35);
+    EXPECT_EQ(WindowRect(), CRect(20, 20, 220, 50 + kRowH));
+    EXPECT_EQ(parent.Take(), Commands({CBN_DROPDOWN}));
+}
+
 TEST_F(Combo, EmptyListOpensToNothingAndCloses) {
     CZELComBox& c = Make(kTopBox, 0);
     desktop.Tap(60, 35);
