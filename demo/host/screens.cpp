@@ -3,6 +3,7 @@
 #include "screens/buttons_screen.h"
 #include "screens/home_screen.h"
 #include "screens/player_screen.h"
+#include "screens/settings_screen.h"
 
 namespace zel::demo {
 
@@ -22,6 +23,8 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
+        // No tab and no tile yet (the title bar holds three): tours reach it by name.
+        {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
     };
     return screens;
 }

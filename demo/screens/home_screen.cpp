@@ -28,7 +28,7 @@ void HomeScreen::Paint(HDC frame) {
               L"Each screen is a host window whose child controls report to it. Tap a tile or a tab; the strip "
               L"at the bottom shows the last notifications the host received.",
               RECT{24, 122, 600, 180}, textFont_, kTextDim, DT_LEFT | DT_TOP | DT_WORDBREAK);
-    for (size_t i = 1; i < Screens().size(); ++i) {
+    for (size_t i = 1; i < Screens().size() && Screens()[i].tab; ++i) {
         const RECT tile = TileRect(i);
         Panel(frame, tile, RGB(26, 32, 42), kFaceEdge, 20);
         FillBox(frame, RECT{tile.left + 20, tile.top + 20, tile.left + 56, tile.top + 24}, kAccent);
@@ -41,7 +41,7 @@ void HomeScreen::Paint(HDC frame) {
 
 void HomeScreen::Tap(UINT message, POINT point) {
     if (message != WM_LBUTTONUP) return;
-    for (size_t i = 1; i < Screens().size(); ++i) {
+    for (size_t i = 1; i < Screens().size() && Screens()[i].tab; ++i) {
         const RECT tile = TileRect(i);
         if (PtInRect(&tile, point)) PostMessageW(host_, kNavigateMessage, i, 0);
     }
