@@ -46,6 +46,7 @@ ON_WM_TIMER()
 ON_WM_KILLFOCUS()
 ON_WM_VSCROLL()
 ON_WM_NCHITTEST()
+ON_WM_SIZE()
 ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
@@ -93,13 +94,23 @@ void CZELComBox::PreSubclassWindow() {
 
 BOOL CZELComBox::CreateScrollBar() {
     if (m_ScrollBar.m_hWnd) return TRUE;
+    TakeClosedRect();
+    // Hidden until a list needs it; its size comes from its skin and the open list.
+    return m_ScrollBar.Create(L"VSCrollBar", WS_CHILD, CRect(1, 1, 20, 100), this, kScrollBarId);
+}
+
+// The closed box is whatever the window is while closed: the host may move or size it.
+void CZELComBox::TakeClosedRect() {
     CRect window;
     GetWindowRect(&window);
     if (CWnd* parent = GetParent()) parent->ScreenToClient(&window);
     m_rcClosed = window;
     LayOutBox(0, window.Width());
-    // Hidden until a list needs it; its size comes from its skin and the open list.
-    return m_ScrollBar.Create(L"VSCrollBar", WS_CHILD, CRect(1, 1, 20, 100), this, kScrollBarId);
+}
+
+void CZELComBox::OnSize(UINT nType, int cx, int cy) {
+    CSkinWnd::OnSize(nType, cx, cy);
+    if (!m_bDropped) TakeClosedRect();
 }
 
 // ---- skin ----------------------------------------------------------------------------------
@@ -384,10 +395,7 @@ BOOL CZELComBox::DropDown() {
     // The host hears first and may fill or resize the list before it shows.
     if (!zelctl::NotifyCommand(*this, CBN_DROPDOWN)) return FALSE;
     if (m_bDropped) return TRUE;  // the host opened it from inside the notification
-    CRect window;
-    GetWindowRect(&window);
-    if (CWnd* parent = GetParent()) parent->ScreenToClient(&window);
-    m_rcClosed = window;
+    TakeClosedRect();
     CWnd* above = GetWindow(GW_HWNDPREV);
     m_hWndAbove = above ? above->m_hWnd : nullptr;
     m_bDropped = TRUE;

@@ -187,6 +187,7 @@ protected:
     afx_msg void OnKillFocus(CWnd* pNewWnd);
     afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
     afx_msg LRESULT OnNcHitTest(CPoint point);
+    afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
@@ -228,6 +229,7 @@ private:
     struct Skin;  // the pieces and the font (internal types)
 
     BOOL CreateScrollBar();
+    void TakeClosedRect();
     int RowHeight() const;
     int ClosedHeight() const { return m_rcClosed.Height(); }
     void LayOutBox(int top, int width);
