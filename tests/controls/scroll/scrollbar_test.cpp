@@ -1,7 +1,5 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
-#include <zel/desktop.h>
-
 #include <climits>
 #include <memory>
 

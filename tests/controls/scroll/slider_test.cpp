@@ -1,7 +1,5 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
-#include <zel/desktop.h>
-
 #include <memory>
 
 #include "CZELSlider.h"
