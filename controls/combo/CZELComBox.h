@@ -5,7 +5,8 @@
 // so a host written for one finds what it knows.
 //
 // States
-//   Closed  the window is the box the host created (or subclassed); nothing is captured.
+//   Closed  the window is the box the host created (or subclassed), and follows the host's
+//           MoveWindow; nothing is captured.
 //   Open    the window has grown by the list: downward from the box, or upward when the
 //           list would pass the bottom of the screen (the box then sits at the bottom of
 //           the window). The window is raised above its siblings and holds the capture, so
@@ -35,7 +36,7 @@
 //   closed  Up/Down choose the previous/next item at once (CBN_SELENDOK, CBN_SELCHANGE);
 //           Enter and F4 open the list.
 //   open    Up/Down move the lit row, scrolling it into view; Enter chooses the lit row;
-//           Escape closes with nothing chosen.
+//           Escape and F4 close with nothing chosen.
 //
 // Notifications: WM_COMMAND to the parent, wParam = MAKEWPARAM(identifier, code), lParam
 // = the box's window, in this order (the framework combo box's):
@@ -63,35 +64,73 @@
 
 // The framework combo box's names, for hosts written against it. Defined only where the
 // platform headers do not define them already.
-#ifndef CB_ERR
+#ifndef CB_OKAY
 #define CB_OKAY 0
+#endif
+#ifndef CB_ERR
 #define CB_ERR (-1)
+#endif
+#ifndef CB_ERRSPACE
 #define CB_ERRSPACE (-2)
 #endif
-#ifndef CBN_SELCHANGE
+#ifndef CBN_ERRSPACE
 #define CBN_ERRSPACE (-1)
+#endif
+#ifndef CBN_SELCHANGE
 #define CBN_SELCHANGE 1
+#endif
+#ifndef CBN_DBLCLK
 #define CBN_DBLCLK 2
+#endif
+#ifndef CBN_SETFOCUS
 #define CBN_SETFOCUS 3
+#endif
+#ifndef CBN_KILLFOCUS
 #define CBN_KILLFOCUS 4
+#endif
+#ifndef CBN_EDITCHANGE
 #define CBN_EDITCHANGE 5
+#endif
+#ifndef CBN_EDITUPDATE
 #define CBN_EDITUPDATE 6
+#endif
+#ifndef CBN_DROPDOWN
 #define CBN_DROPDOWN 7
+#endif
+#ifndef CBN_CLOSEUP
 #define CBN_CLOSEUP 8
+#endif
+#ifndef CBN_SELENDOK
 #define CBN_SELENDOK 9
+#endif
+#ifndef CBN_SELENDCANCEL
 #define CBN_SELENDCANCEL 10
 #endif
-#ifndef CBS_DROPDOWNLIST
+#ifndef CBS_SIMPLE
 #define CBS_SIMPLE 0x0001L
+#endif
+#ifndef CBS_DROPDOWN
 #define CBS_DROPDOWN 0x0002L
+#endif
+#ifndef CBS_DROPDOWNLIST
 #define CBS_DROPDOWNLIST 0x0003L
+#endif
+#ifndef CBS_SORT
 #define CBS_SORT 0x0100L
 #endif
 #ifndef ON_CBN_SELCHANGE
 #define ON_CBN_SELCHANGE(id, memberFxn) ON_CONTROL(CBN_SELCHANGE, id, memberFxn)
+#endif
+#ifndef ON_CBN_DROPDOWN
 #define ON_CBN_DROPDOWN(id, memberFxn) ON_CONTROL(CBN_DROPDOWN, id, memberFxn)
+#endif
+#ifndef ON_CBN_CLOSEUP
 #define ON_CBN_CLOSEUP(id, memberFxn) ON_CONTROL(CBN_CLOSEUP, id, memberFxn)
+#endif
+#ifndef ON_CBN_SELENDOK
 #define ON_CBN_SELENDOK(id, memberFxn) ON_CONTROL(CBN_SELENDOK, id, memberFxn)
+#endif
+#ifndef ON_CBN_SELENDCANCEL
 #define ON_CBN_SELENDCANCEL(id, memberFxn) ON_CONTROL(CBN_SELENDCANCEL, id, memberFxn)
 #endif
 

@@ -19,6 +19,26 @@ const CRect kBottomBox(20, 420, 220, 450);  // 30 pixels below: the list opens u
 
 class Combo : public combotest::ComboTest {};
 
+// A host written with the framework's combo-box message-map entries.
+class MapHost : public CWnd {
+public:
+    std::string heard;
+
+protected:
+    void OnDropDown() { heard += "dropdown;"; }
+    void OnCloseUp() { heard += "closeup;"; }
+    void OnSelEndOk() { heard += "selendok;"; }
+    void OnSelChange() { heard += "selchange;"; }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(MapHost, CWnd)
+ON_CBN_DROPDOWN(combotest::kId, &MapHost::OnDropDown)
+ON_CBN_CLOSEUP(combotest::kId, &MapHost::OnCloseUp)
+ON_CBN_SELENDOK(combotest::kId, &MapHost::OnSelEndOk)
+ON_CBN_SELCHANGE(combotest::kId, &MapHost::OnSelChange)
+END_MESSAGE_MAP()
+
 // ---- contents and failure values -------------------------------------------------------------
 
 TEST_F(Combo, BadIndicesAndNullStringsGiveCbErr) {
@@ -166,6 +186,21 @@ TEST_F(Combo, EveryWayOfClosingWithoutAChoiceCancels) {
         EXPECT_EQ(WindowRect(), kTopBox) << way.how;
         EXPECT_EQ(CWnd::GetCapture(), nullptr) << way.how;
     }
+}
+
+TEST_F(Combo, AHostsMessageMapHearsTheCbnEntries) {
+    MapHost host;
+    ASSERT_TRUE(host.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &parent, 1));
+    ctl = std::make_unique<CZELComBox>();
+    ASSERT_TRUE(ctl->Create(WS_VISIBLE, kTopBox, &host, combotest::kId));
+    ctl->LoadSkin(BoxSkin(), L"");
+    ctl->AddString(L"one");
+    desktop.Tap(60, 35);
+    const POINT row = RowOnScreen(0);
+    desktop.Tap(row.x, row.y);
+    EXPECT_EQ(host.heard, "dropdown;selendok;closeup;selchange;");
+    ctl.reset();
+    host.DestroyWindow();
 }
 
 TEST_F(Combo, ASubclassedDialogItemGetsItsBarAndOpens) {
