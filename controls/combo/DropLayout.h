@@ -19,7 +19,8 @@ struct DropLayout {
 DropLayout PlanDropList(const RECT& box, int screenHeight, int count, int droppedRows, int rowHeight);
 
 // The first visible row that shows `row` in a window of `rows` rows starting at `top`,
-// moving as little as possible; the result stays in 0 .. count - rows.
+// moving as little as possible; the result stays in 0 .. count - rows. Any list that moves
+// a selection by keys needs it.  // candidate for common/ (RowGeometry)
 int ScrollToShow(int row, int top, int rows, int count);
 
 }  // namespace zelctl
