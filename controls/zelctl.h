@@ -9,4 +9,8 @@
 #include "CImageRadioBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
+#include "CDataTimectrl.h"
+#include "CTimeData.h"
+#include "CZELDate.h"
+#include "CZELTimeDate.h"
 #include "CZELComBox.h"

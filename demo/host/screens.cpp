@@ -1,6 +1,7 @@
 #include "host/screens.h"
 
 #include "screens/buttons_screen.h"
+#include "screens/clock_screen.h"
 #include "screens/home_screen.h"
 #include "screens/player_screen.h"
 #include "screens/settings_screen.h"
@@ -23,7 +24,9 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
-        // No tab and no tile yet (the title bar holds three): tours reach it by name.
+        {"clock", L"Clock settings", L"Clock",
+         L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
+        // No tab and no tile yet (the title bar is full): tours reach it by name.
         {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
     };
     return screens;
