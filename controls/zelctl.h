@@ -17,3 +17,4 @@
 #include "CZELTelLCD.h"
 #include "CZELBkLable.h"
 #include "CZELStatic.h"
+#include "CZELComBox.h"

@@ -17,7 +17,8 @@ struct Grid {
 };
 
 Grid TileGrid() {
-    const int count = static_cast<int>(Screens().size()) - 1;
+    int count = -1;  // the home screen has no tile
+    for (const ScreenInfo& s : Screens()) count += s.tab != nullptr;
     if (count <= 3) return Grid{3, kTileWidth, kTileGap, kTileHeight};
     return Grid{kNarrowColumns, kNarrowWidth, kNarrowGap, count > kNarrowColumns ? kShortHeight : kTileHeight};
 }
@@ -43,7 +44,7 @@ void HomeScreen::Paint(HDC frame) {
               L"Each screen is a host window whose child controls report to it. Tap a tile or a tab; the strip "
               L"at the bottom shows the last notifications the host received.",
               RECT{24, 122, 600, 180}, textFont_, kTextDim, DT_LEFT | DT_TOP | DT_WORDBREAK);
-    for (size_t i = 1; i < Screens().size(); ++i) {
+    for (size_t i = 1; i < Screens().size() && Screens()[i].tab; ++i) {
         const RECT tile = TileRect(i);
         const bool narrow = tile.right - tile.left < kTileWidth, tall = tile.bottom - tile.top == kTileHeight;
         const int pad = narrow ? 14 : 20, bar = tall ? 20 : 12, name = tall ? 32 : 20;
@@ -59,7 +60,7 @@ void HomeScreen::Paint(HDC frame) {
 
 void HomeScreen::Tap(UINT message, POINT point) {
     if (message != WM_LBUTTONUP) return;
-    for (size_t i = 1; i < Screens().size(); ++i) {
+    for (size_t i = 1; i < Screens().size() && Screens()[i].tab; ++i) {
         const RECT tile = TileRect(i);
         if (PtInRect(&tile, point)) PostMessageW(host_, kNavigateMessage, i, 0);
     }

@@ -15,6 +15,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddBarPieces(all);
         AddClockPieces(all);
         AddPhonePieces(all);
+        AddComboPieces(all);
         return all;
     }();
     return pieces;
