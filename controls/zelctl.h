@@ -9,3 +9,4 @@
 #include "CImageRadioBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
+#include "CListData.h"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ListRowStore.h"
 #include "Notify.h"
 #include "RowGeometry.h"
 #include "SkinList.h"

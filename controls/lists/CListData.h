@@ -21,6 +21,8 @@
 //   - m_hBkBitmap[0..3] are backgrounds for DrawInterface (LoadBkImage); a derived list
 //     draws them as it likes.
 //   - Every notification may destroy the list; the handlers return at once when it did.
+//   - Rows() (include ListRowStore.h) gives the shared row and column operations on these
+//     members, for a derived list that adds its own insert or lookup forms.
 #pragma once
 
 #include <afxtempl.h>
@@ -31,8 +33,11 @@
 #include "CSkinWnd.h"
 #include "CZELScrollbar.h"
 #include "ListRecords.h"
-#include "ListRowStore.h"
 #include "zelctl_api.h"
+
+namespace zelctl::lists {
+struct RowStore;  // ListRowStore.h: the row and column operations on a list's members
+}
 
 class ZELCTL_API CListData : public CSkinWnd {
 public:
