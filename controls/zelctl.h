@@ -10,3 +10,4 @@
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
 #include "CListData.h"
+#include "CZELList.h"

@@ -854,7 +854,16 @@ void CZELList::Draw(HDC hdc) {
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
-    const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), listW);
+    // The play layout's columns are counted from the client's width: rows stop 2 pixels
+    // short of a visible bar rather than run under it.
+    int limit = listW;
+    if (HasBar() && m_pScrollBar->IsWindowVisible()) {
+        CRect bar;
+        m_pScrollBar->GetWindowRect(&bar);
+        ScreenToClient(&bar);
+        limit = std::min(limit, bar.left - m_rcList.left - 2);
+    }
+    const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
         const int top = k * m_nItemHeight;
@@ -884,15 +893,16 @@ void CZELList::Draw(HDC hdc) {
     panel.Present();
 }
 
-// Style 3: the panel and list area of style 2 (without sampling a new background colour:
-// the list area takes the current one), the same caps, and four texts per row.
+// Style 3: the panel and list area of style 2 (the background colour sampled the same way),
+// the same caps, and four texts per row.
 void CZELList::Draw3(HDC hdc) {
     CRect client;
     GetClientRect(&client);
     zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
     panel.Fill(client, m_clrBack);
     const HBITMAP back = m_skin[kPanel];
-    PanelBackground(panel.dc(), hdc, back, client.Width());
+    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+    if (sampled != CLR_INVALID) m_clrBack = sampled;
     m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);

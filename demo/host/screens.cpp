@@ -2,6 +2,7 @@
 
 #include "screens/buttons_screen.h"
 #include "screens/home_screen.h"
+#include "screens/lists_screen.h"
 #include "screens/player_screen.h"
 
 namespace zel::demo {
@@ -22,6 +23,8 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
+        {"lists", L"List gallery", L"Lists", L"The image list in its four styles: names, states, numbers, images.",
+         Make<ListsScreen>},
     };
     return screens;
 }
