@@ -11,3 +11,7 @@
 #include "CZELSlider.h"
 #include "CListData.h"
 #include "CZELList.h"
+#include "CDataTimectrl.h"
+#include "CTimeData.h"
+#include "CZELDate.h"
+#include "CZELTimeDate.h"

@@ -630,7 +630,7 @@ void CZELList::OnKillFocus(CWnd*) {
 void CZELList::OnDoubleclicked() {}
 
 BOOL CZELList::PreTranslateMessage(MSG* pMsg) {
-    if (pMsg && pMsg->message == WM_KEYDOWN && pMsg->hwnd == m_hWnd) {
+    if (pMsg && pMsg->message == WM_KEYDOWN) {
         const int pos = ScrollPos();
         if (pMsg->wParam == VK_UP && m_nCurSel >= 1) {
             --m_nCurSel;

@@ -9,6 +9,8 @@ namespace {
 using namespace theme;
 
 constexpr int kTileWidth = 232, kTileHeight = 150, kTileGap = 24, kTileTop = 196;
+constexpr int kTilesLeft = 24, kTilesRight = 776;
+constexpr int kNarrowGap = 16;  // more than three tiles sit closer and narrower
 
 }  // namespace
 
@@ -17,9 +19,13 @@ bool HomeScreen::Build(HWND host, const SkinSource&) {
     return true;
 }
 
+// Up to three tiles keep their full width; more share the row between the margins.
 RECT HomeScreen::TileRect(size_t index) {
-    const int left = 24 + static_cast<int>(index - 1) * (kTileWidth + kTileGap);
-    return RECT{left, kTileTop, left + kTileWidth, kTileTop + kTileHeight};
+    const int tiles = static_cast<int>(Screens().size()) - 1;
+    const int gap = tiles > 3 ? kNarrowGap : kTileGap;
+    const int width = tiles > 3 ? (kTilesRight - kTilesLeft - (tiles - 1) * gap) / tiles : kTileWidth;
+    const int left = kTilesLeft + static_cast<int>(index - 1) * (width + gap);
+    return RECT{left, kTileTop, left + width, kTileTop + kTileHeight};
 }
 
 void HomeScreen::Paint(HDC frame) {

@@ -13,6 +13,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddScreenPieces(all);
         AddButtonPieces(all);
         AddBarPieces(all);
+        AddClockPieces(all);
         AddListPieces(all);  // last: earlier pieces keep their identifiers
         return all;
     }();
