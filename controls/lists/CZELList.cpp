@@ -758,6 +758,7 @@ void CZELList::Draw1(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight;
         const int bottom = (k + 1) * m_nItemHeight - sep.cy;
         if (top > listH) break;
@@ -809,6 +810,7 @@ void CZELList::Draw2(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         // The list area's top counts again inside the list bitmap: rows sit that much lower.
         const int top = (2 * m_nRowInterval) / 5 + k * m_nItemHeight + m_rcList.top - 1;
         const int bottom = m_rcList.top + (k + 1) * m_nItemHeight;
@@ -866,6 +868,7 @@ void CZELList::Draw(HDC hdc) {
     const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
@@ -915,6 +918,7 @@ void CZELList::Draw3(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight + (2 * m_nRowInterval) / 5;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
