@@ -9,6 +9,8 @@
 #include "CImageRadioBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
+#include "CListData.h"
+#include "CZELList.h"
 #include "CDataTimectrl.h"
 #include "CTimeData.h"
 #include "CZELDate.h"

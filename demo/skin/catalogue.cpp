@@ -16,6 +16,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddClockPieces(all);
         AddPhonePieces(all);
         AddComboPieces(all);
+        AddListPieces(all);  // last: earlier pieces keep their identifiers
         return all;
     }();
     return pieces;

@@ -85,7 +85,8 @@ TEST_F(DefaultTour, HostHearsTheExpectedNotificationsAndTheScreensMatchTheirGold
                                                        "buttons-holding", "buttons-pressed", "clock-date",
                                                        "clock-picker", "clock-running", "phone-ready",
                                                        "phone-short", "phone-long", "settings-language",
-                                                       "settings-region", "settings-chosen"}));
+                                                       "settings-region", "settings-chosen", "lists-opened",
+                                                       "lists-chosen"}));
     for (const std::string& failure : target.failures) ADD_FAILURE() << failure;
     EXPECT_TRUE(LogMatches(app.log().Lines()));
 }
