@@ -91,12 +91,12 @@ bool Meets(const RECT& a, const RECT& b) {
 // is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
 // the list's parent client area.
 void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
+    RECT left = rgn.box();  // all zero once nothing is left
     for (const Window* s : list) {
-        if (s == stop || rgn.empty()) return;
+        if (s == stop || IsRectEmpty(&left)) return;
         if (!(s->style & WS_VISIBLE)) continue;
         ++WindowVisits();
         RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
-        RECT left = rgn.box();
         if (!Meets(r, left)) continue;
         PixRegion shape(r);
         if (s->shape) {
@@ -105,6 +105,7 @@ void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Wi
             shape.intersect(t);
         }
         Subtract(rgn, shape);
+        left = rgn.box();
     }
 }
 
