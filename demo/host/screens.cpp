@@ -1,7 +1,9 @@
 #include "host/screens.h"
 
 #include "screens/buttons_screen.h"
+#include "screens/clock_screen.h"
 #include "screens/home_screen.h"
+#include "screens/phone_screen.h"
 #include "screens/player_screen.h"
 
 namespace zel::demo {
@@ -22,6 +24,10 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
+        {"clock", L"Clock settings", L"Clock",
+         L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
+        {"phone", L"Telephone", L"Phone", L"A dial pad, the number display, labels and a shaped portrait.",
+         Make<PhoneScreen>},
     };
     return screens;
 }

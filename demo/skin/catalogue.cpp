@@ -13,6 +13,8 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddScreenPieces(all);
         AddButtonPieces(all);
         AddBarPieces(all);
+        AddClockPieces(all);
+        AddPhonePieces(all);
         return all;
     }();
     return pieces;
