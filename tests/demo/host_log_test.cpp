@@ -119,7 +119,7 @@ TEST(HostOptions, RejectsUnknownOptionsAndMissingValues) {
     EXPECT_FALSE(Parse({huge.c_str()}, &error));
     EXPECT_EQ(error, "unknown option '" + std::string(kMaxQuoted - 3, '-') + "...'") << "a megabyte is not echoed";
     EXPECT_FALSE(Parse({"\x1B[2J\xC3\xA9"}, &error));
-    EXPECT_EQ(error, "unknown option '?[2J??'") << "control bytes and non-ASCII are not echoed";
+    EXPECT_EQ(error, "unknown option '?[2J?" "?'") << "control bytes and non-ASCII are not echoed";
 }
 
 }  // namespace
