@@ -53,6 +53,22 @@ void BM_VisibleSiblings(benchmark::State& state) {
 }
 BENCHMARK(BM_VisibleSiblings)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond);
 
+// Siblings of 200 x 150 stacked a few pixels apart: each covers most of the others, the
+// case where a region pass over the siblings per creation is most expensive.
+void BM_StackedSiblings(benchmark::State& state) {
+    const int n = static_cast<int>(state.range(0));
+    zel::Desktop::Get().Reset();
+    for (auto _ : state) {
+        HWND top = CreateWindowExW(0, ClassName(), L"", WS_POPUP | WS_VISIBLE, 0, 0, 800, 480, nullptr, nullptr,
+                                   nullptr, nullptr);
+        for (int i = 0; i < n; ++i) Child(top, (i % 50) * 4, (i % 40) * 3, 200, 150);
+        zel::Desktop::Get().RunUntilIdle();
+        DestroyWindow(top);
+    }
+    state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_StackedSiblings)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond);
+
 void BM_DeepestNesting(benchmark::State& state) {
     zel::Desktop::Get().Reset();
     for (auto _ : state) {
