@@ -350,12 +350,22 @@ void RealizedFont::ComputeMetrics(const LOGFONTW& lf) {
         fullWidthRounded_ = Scale(os2->xAvgCharWidth * 2L, xs);
     }
 
-    int thickness = std::max(1, Scale(face->underline_thickness, ys));
-    underline_ = Band{std::max(1, Scale(-face->underline_position, ys)) - thickness / 2, thickness};
-    if (hasOs2 && os2->yStrikeoutSize > 0)
-        strikeout_ = Band{-Scale(os2->yStrikeoutPosition, ys), std::max(1, Scale(os2->yStrikeoutSize, ys))};
+    // A band is centred on its position (the post table's underline position, OS/2's
+    // strike-out position, both scaled and rounded like every metric), its thickness at
+    // least one pixel.
+    auto band = [&](long position, long size) {
+        int thickness = std::max(1, std::abs(Scale(size, ys)));
+        return Band{-(Scale(position, ys) + thickness / 2), thickness};
+    };
+    auto* post = static_cast<TT_Postscript*>(FT_Get_Sfnt_Table(face, FT_SFNT_POST));
+    if (post)
+        underline_ = band(post->underlinePosition, post->underlineThickness);
     else
-        strikeout_ = Band{-tm_.tmAscent / 3, thickness};
+        underline_ = Band{-((tm_.tmAscent / 20 + 1) / 2), tm_.tmAscent / 20 + 1};
+    if (hasOs2)
+        strikeout_ = band(os2->yStrikeoutPosition, os2->yStrikeoutSize);
+    else
+        strikeout_ = Band{-(tm_.tmAscent / 2 + (tm_.tmAscent / 20 + 1) / 2), tm_.tmAscent / 20 + 1};
 }
 
 const GlyphInfo& RealizedFont::GlyphSlow(char32_t ch) {
