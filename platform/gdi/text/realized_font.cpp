@@ -208,24 +208,35 @@ FontKey KeyOf(const LOGFONTW& lf) {
                    std::move(face)};
 }
 
-// The face's gasp table may ask for greyscale only from some size on (small sizes are
-// hinted for crisp monochrome). No table: greyscale everywhere.
+// The face's gasp table may forbid greyscale at some sizes (small sizes are hinted for
+// crisp monochrome): the first range reaching the size decides, the last one beyond all
+// ranges. No table, or one of a version GDI does not know: greyscale everywhere.
 bool GaspAllowsGray(FT_Face face, int ppem) {
     FT_ULong length = 0;
-    if (FT_Load_Sfnt_Table(face, FT_MAKE_TAG('g', 'a', 's', 'p'), 0, nullptr, &length) != 0 || length < 4) return true;
+    if (FT_Load_Sfnt_Table(face, FT_MAKE_TAG('g', 'a', 's', 'p'), 0, nullptr, &length) != 0 || length < 8) return true;
     std::vector<FT_Byte> gasp(length);
     if (FT_Load_Sfnt_Table(face, FT_MAKE_TAG('g', 'a', 's', 'p'), 0, gasp.data(), &length) != 0) return true;
     auto u16 = [&](size_t at) { return static_cast<unsigned>(gasp[at] << 8 | gasp[at + 1]); };
-    unsigned ranges = u16(2);
-    for (unsigned i = 0; i < ranges && 4 + i * 4 + 3 < length; ++i)
-        if (static_cast<unsigned>(ppem) <= u16(4 + i * 4)) return (u16(4 + i * 4 + 2) & 0x0002) != 0;  // GASP_DOGRAY
-    return true;
+    unsigned version = u16(0), ranges = u16(2);
+    if (version > 1 || length < (size_t{ranges} * 2 + 2) * 2) return true;
+    unsigned flags = 0;
+    for (unsigned i = 0; i < ranges; ++i) {
+        flags = u16(4 + size_t{i} * 4 + 2);
+        if (static_cast<unsigned>(ppem) <= u16(4 + size_t{i} * 4)) break;
+    }
+    return (flags & 0x0002) != 0;  // GASP_DOGRAY
 }
 
-bool AntialiasedFor(BYTE quality, FT_Face face, int ppem) {
-    if (quality >= ANTIALIASED_QUALITY && quality <= CLEARTYPE_NATURAL_QUALITY) return true;
+// NONANTIALIASED_QUALITY is monochrome; ANTIALIASED_QUALITY greyscale where the gasp table
+// allows it; the ClearType qualities always smooth (greyscale here: the device has no
+// subpixel order); DEFAULT, DRAFT and PROOF follow the font smoothing switch and then the
+// gasp table. Synthesised bold and italics ignore the table: it was made for the face's
+// own outlines, not thickened or slanted ones.
+bool AntialiasedFor(BYTE quality, FT_Face face, int ppem, bool synthesised) {
+    if (quality == CLEARTYPE_QUALITY || quality == CLEARTYPE_NATURAL_QUALITY) return true;
     if (quality == NONANTIALIASED_QUALITY) return false;
-    return text::FontSmoothing() && face && GaspAllowsGray(face, ppem);
+    if (quality != ANTIALIASED_QUALITY && !text::FontSmoothing()) return false;
+    return !face || synthesised || GaspAllowsGray(face, ppem);
 }
 
 }  // namespace
@@ -270,7 +281,7 @@ void RealizedFont::Realize(const LOGFONTW& lf) {
             vdmxYMin_ = vdmx.yMin;
         }
         xPpem_ = XPpemFor(choice.file->face, lf.lfWidth, ppem_);
-        gray_ = AntialiasedFor(lf.lfQuality, choice.file->face, ppem_);
+        gray_ = AntialiasedFor(lf.lfQuality, choice.file->face, ppem_, choice.embolden || choice.oblique);
         if (!AddSlot(choice.file, choice.embolden, choice.oblique)) slots_.clear();
     }
     ComputeMetrics(lf);

@@ -16,9 +16,10 @@
 // face's embedded bitmaps where it has them) and the pen moves by that rendering's own
 // advance. The two may differ by a pixel or two per glyph, so painted text can end a
 // little before or after its measured extent, as on the device.
-// NONANTIALIASED_QUALITY renders monochrome, ANTIALIASED, CLEARTYPE and CLEARTYPE_NATURAL
-// antialiased (greyscale); DEFAULT, DRAFT and PROOF follow the device's font smoothing
-// switch, which is off by default, so they render monochrome.
+// NONANTIALIASED_QUALITY renders monochrome; ANTIALIASED_QUALITY greyscale at the sizes
+// the face's gasp table allows it (Tahoma: above 16 ppem), monochrome below; CLEARTYPE
+// and CLEARTYPE_NATURAL greyscale at every size; DEFAULT, DRAFT and PROOF follow the
+// device's font smoothing switch (off by default: monochrome), then the gasp table.
 #pragma once
 
 #include <windows.h>
