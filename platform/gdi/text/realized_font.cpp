@@ -8,6 +8,7 @@
 #include FT_BITMAP_H
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <deque>
@@ -29,15 +30,6 @@ constexpr BYTE kVariablePitch = 0x01;      // TMPF_FIXED_PITCH, which despite it
 
 // Rendering flags that make a distinct strike in the glyph cache.
 constexpr uint32_t kGray = 1, kEmbolden = 2, kOblique = 4;
-
-// Win32 MulDiv: the product over the quotient, rounded half away from zero.
-int MulDivRound(int64_t number, int64_t numerator, int64_t denominator) {
-    if (denominator == 0) return -1;
-    int64_t p = number * numerator;
-    bool negative = (p < 0) != (denominator < 0);
-    int64_t q = (std::llabs(p) + std::llabs(denominator) / 2) / std::llabs(denominator);
-    return static_cast<int>(negative ? -q : q);
-}
 
 // GDI scales font units to pixels with one 16.16 factor per size, ppem / unitsPerEm as
 // FreeType's MulDiv rounds it, and rounds each product to the nearest pixel (FT_MulFix).
@@ -136,16 +128,6 @@ int PpemFor(FT_Face face, LONG lfHeight) {
     long ppem = FT_MulDiv(face->units_per_EM, h, cell);
     if (ppem > 1 && FT_MulDiv(cell, ppem, face->units_per_EM) > h) --ppem;
     return static_cast<int>(std::clamp<long>(ppem, 1, kMaxPpem));
-}
-
-// lfWidth asks for an average character width: the horizontal pixel size that scales the
-// face's OS/2 xAvgCharWidth to it. 0 keeps the face's own proportions.
-int XPpemFor(FT_Face face, LONG lfWidth, int ppem) {
-    if (lfWidth == 0) return ppem;
-    auto* os2 = static_cast<TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
-    long average = os2 && os2->version != 0xFFFF && os2->xAvgCharWidth > 0 ? os2->xAvgCharWidth : face->units_per_EM / 2;
-    int64_t width = std::min<int64_t>(std::llabs(static_cast<int64_t>(lfWidth)), 1 << 20);
-    return std::clamp(MulDivRound(width, face->units_per_EM, average), 1, kMaxPpem);
 }
 
 // Pitch and family byte of TEXTMETRIC: the TMPF_FIXED_PITCH bit (1) is set for
@@ -280,7 +262,6 @@ void RealizedFont::Realize(const LOGFONTW& lf) {
             vdmxYMax_ = vdmx.yMax;
             vdmxYMin_ = vdmx.yMin;
         }
-        xPpem_ = XPpemFor(choice.file->face, lf.lfWidth, ppem_);
         gray_ = AntialiasedFor(lf.lfQuality, choice.file->face, ppem_, choice.embolden || choice.oblique);
         if (!AddSlot(choice.file, choice.embolden, choice.oblique)) slots_.clear();
     }
@@ -291,14 +272,14 @@ bool RealizedFont::AddSlot(std::shared_ptr<text::FaceFile> file, bool embolden, 
     Slot slot;
     if (FT_New_Size(file->face, &slot.size) != 0) return false;
     FT_Activate_Size(slot.size);
-    if (FT_Set_Pixel_Sizes(file->face, xPpem_, ppem_) != 0) {
+    if (FT_Set_Pixel_Sizes(file->face, 0, ppem_) != 0) {
         FT_Done_Size(slot.size);
         return false;
     }
     slot.embolden = embolden;
     slot.oblique = oblique;
-    uint32_t flags = (gray_ ? kGray : 0) | (embolden ? kEmbolden : 0) | (oblique ? kOblique : 0);
-    slot.strike = text::StrikeId(file->id, xPpem_, ppem_, flags);
+    slot.flags = (gray_ ? kGray : 0) | (embolden ? kEmbolden : 0) | (oblique ? kOblique : 0);
+    slot.strike = text::StrikeId(file->id, widthScale_, ppem_, slot.flags);
     slot.file = std::move(file);
     slots_.push_back(std::move(slot));
     return true;
@@ -327,7 +308,7 @@ void RealizedFont::ComputeMetrics(const LOGFONTW& lf) {
     const Slot& primary = slots_[0];
     FT_Face face = primary.file->face;
     Activate(primary);
-    FT_Fixed ys = EmScale(ppem_, face->units_per_EM), xs = EmScale(xPpem_, face->units_per_EM);
+    FT_Fixed ys = EmScale(ppem_, face->units_per_EM), xs = ys;
     VerticalMetrics v = ReadVertical(face);
     if (vdmxYMax_ > 0) {
         tm_.tmAscent = vdmxYMax_;
@@ -346,6 +327,15 @@ void RealizedFont::ComputeMetrics(const LOGFONTW& lf) {
     tm_.tmPitchAndFamily = PitchAndFamily(face);
     tm_.tmAveCharWidth = hasOs2 ? std::max(1, Scale(os2->xAvgCharWidth, xs)) : 1;
     tm_.tmMaxCharWidth = Scale(face->bbox.xMax - face->bbox.xMin, xs);
+    if (lf.lfWidth != 0) {
+        // An average width stretches or squeezes the glyphs hinted at the cell's own size
+        // (lfWidth's sign does not matter); the widths scale with them, rounded.
+        double ratio = std::min(std::abs(static_cast<double>(lf.lfWidth)) / tm_.tmAveCharWidth, 256.0);
+        widthScale_ = static_cast<FT_Fixed>(ratio * 65536);
+        tm_.tmAveCharWidth = static_cast<LONG>(std::floor(tm_.tmAveCharWidth * ratio + 0.5));
+        tm_.tmMaxCharWidth = static_cast<LONG>(std::floor(tm_.tmMaxCharWidth * ratio + 0.5));
+        for (Slot& slot : slots_) slot.strike = text::StrikeId(slot.file->id, widthScale_, ppem_, slot.flags);
+    }
     tm_.tmWeight = primary.embolden ? FW_BOLD : primary.file->weight;
     // The break character is the first character the face declares (the space for a
     // Latin face), never a control code; the default character is the one before it.
@@ -420,8 +410,15 @@ GlyphInfo RealizedFont::LookUp(char32_t ch) {
     FT_Int32 flags = FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH | FT_LOAD_NO_BITMAP;
     FT_Face face = s.file->face;
     if (FT_Load_Glyph(face, glyph, flags) == 0 || FT_Load_Glyph(face, glyph, flags | FT_LOAD_NO_HINTING) == 0)
-        info.advance = static_cast<int16_t>(CellAdvance(face->glyph->metrics.horiAdvance, s.embolden));
+        info.advance =
+            static_cast<int16_t>(CellAdvance(FT_MulFix(face->glyph->metrics.horiAdvance, widthScale_), s.embolden));
     return info;
+}
+
+// The outline transform of a slot: the average-width stretch, then synthesised italics'
+// lean of a quarter pixel per pixel of height.
+FT_Matrix RealizedFont::Transform(const Slot& slot) const {
+    return FT_Matrix{widthScale_, slot.oblique ? 0x4000 : 0, 0, 0x10000};
 }
 
 int RealizedFont::CellAdvance(FT_Pos advance, bool embolden) const {
@@ -465,7 +462,7 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
     if (!Activate(slot)) return nullptr;
     FT_Int32 flags = FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH | (gray_ ? FT_LOAD_TARGET_NORMAL | FT_LOAD_NO_BITMAP
                                                                   : FT_LOAD_TARGET_MONO);
-    if (slot.embolden || slot.oblique) flags |= FT_LOAD_NO_BITMAP;
+    if (slot.embolden || slot.oblique || widthScale_ != 0x10000) flags |= FT_LOAD_NO_BITMAP;
     if (FT_Load_Glyph(face, glyph, flags) != 0 && FT_Load_Glyph(face, glyph, flags | FT_LOAD_NO_HINTING) != 0)
         return nullptr;
     FT_GlyphSlot g = face->glyph;
@@ -488,18 +485,22 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
     FT_Pos bottom = std::max<FT_Pos>(m.horiBearingY - m.height, -FT_Pos{tm_.tmDescent} * 64);
     FT_Pos x0 = m.horiBearingX & -64, x1 = (m.horiBearingX + m.width + 63) & -64;
     FT_Pos y0 = bottom & -64, y1 = (top + 63) & -64;
-    if (slot.oblique && outline) {
-        // Synthesised italics lean a quarter pixel per pixel of height.
-        FT_Matrix shear{0x10000, 0x4000, 0, 0x10000};
-        FT_Outline_Transform(&g->outline, &shear);
-        FT_Pos left = m.horiBearingX, right = m.horiBearingX + m.width;
-        FT_Pos lo = std::min({left + FT_MulFix(top, 0x4000), left + FT_MulFix(bottom, 0x4000)});
-        FT_Pos hi = std::max({right + FT_MulFix(top, 0x4000), right + FT_MulFix(bottom, 0x4000)});
+    FT_Matrix matrix = Transform(slot);
+    if (matrix.xx != 0x10000 || matrix.xy != 0) {
+        // The box of the transformed corners of the glyph's box, widened to whole pixels.
+        FT_Pos lo = 0, hi = 0;
+        for (int corner = 0; corner < 4; ++corner) {
+            FT_Vector v{m.horiBearingX + (corner & 1 ? m.width : 0), corner & 2 ? bottom : top};
+            FT_Vector_Transform(&v, &matrix);
+            lo = corner == 0 ? v.x : std::min(lo, v.x);
+            hi = corner == 0 ? v.x : std::max(hi, v.x);
+        }
         x0 = lo & -64;
         x1 = (hi + 63) & -64;
+        if (outline) FT_Outline_Transform(&g->outline, &matrix);
     }
     auto image = std::make_unique<GlyphImage>();
-    image->advance = CellAdvance(m.horiAdvance, slot.embolden);
+    image->advance = CellAdvance(FT_MulFix(m.horiAdvance, matrix.xx), slot.embolden);
     int64_t width = (x1 - x0) >> 6, height = (y1 - y0) >> 6;
     if (width <= 0 || height <= 0 || width > 0xFFFF || static_cast<size_t>(width * height) > kMaxGlyphPixels) {
         image->BuildRuns();

@@ -7,7 +7,8 @@
 //                 one less when that cell, rounded, would be taller than asked;
 //   lfHeight < 0  character height: ppem = -lfHeight;
 //   lfHeight = 0  as a cell height of 16;
-//   lfWidth != 0  the average character width: glyphs are stretched or squeezed to it.
+//   lfWidth != 0  the average character width: glyphs hinted at ppem are stretched or
+//                 squeezed to it.
 // Every metric is font units times ppem / unitsPerEm (one 16.16 factor), rounded.
 //
 // Two advances per glyph, as GDI has them: text is measured (GetTextExtent*, DrawTextW's
@@ -81,6 +82,7 @@ private:
         std::shared_ptr<text::FaceFile> file;
         FT_Size size = nullptr;
         uint32_t strike = 0;
+        uint32_t flags = 0;  // rendering flags of the strike
         bool embolden = false;
         bool oblique = false;
     };
@@ -94,10 +96,11 @@ private:
     GlyphInfo LookUp(char32_t ch);
     std::unique_ptr<text::GlyphImage> Render(const Slot& slot, uint32_t glyph);
     int CellAdvance(FT_Pos advance, bool embolden) const;
+    FT_Matrix Transform(const Slot& slot) const;
 
     TEXTMETRICW tm_{};
     int ppem_ = 0;
-    int xPpem_ = 0;
+    FT_Fixed widthScale_ = 0x10000;            // lfWidth's stretch, 16.16
     int vdmxYMax_ = 0, vdmxYMin_ = 0;          // the VDMX table's cell for this size, if any
     int halfWidth_ = 0, fullWidthRounded_ = 0;  // monospaced faces: see ComputeMetrics
     bool gray_ = false;
