@@ -43,8 +43,6 @@ void Variant(Facts& facts, LONG height, LONG width, LONG weight, BYTE italic) {
     facts.Add("extent", std::to_string(size.cx) + "x" + std::to_string(size.cy));
     SetBkMode(dc, TRANSPARENT);
     TextOutW(dc, 4, 4, text.data(), 11);
-    recorded::TextSurface* none = nullptr;
-    (void)none;
     RECT box = {120, 48, -1, -1};
     uint32_t hash = 2166136261u;
     for (int y = 0; y < 48; ++y)
