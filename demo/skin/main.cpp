@@ -2,7 +2,8 @@
 //
 //   zel-skin-gen OUTDIR [--sheet FILE.png]
 //
-// writes OUTDIR/skin/<piece>.bmp, OUTDIR/default.rc and OUTDIR/resource.h; --sheet also
+// writes OUTDIR/skin/<piece>.bmp, OUTDIR/default.rc, OUTDIR/resource.h and the control
+// list OUTDIR/default.controls (which control wears which pieces, for zel-skin); --sheet also
 // writes every piece side by side into one PNG for a quick look at the whole skin.
 #include <windows.h>
 #include <zel/platform.h>
@@ -72,7 +73,8 @@ int Generate(const std::filesystem::path& outDir, const std::string& sheetPath) 
         }
     }
     if (!WriteText(outDir / "resource.h", ResourceHeaderText(DefaultSkin())) ||
-        !WriteText(outDir / "default.rc", ResourceScriptText(DefaultSkin())))
+        !WriteText(outDir / "default.rc", ResourceScriptText(DefaultSkin())) ||
+        !WriteText(outDir / "default.controls", ControlListText()))
         return 1;
     if (!sheetPath.empty() && !WriteSheet(sheetPath)) {
         std::fprintf(stderr, "zel-skin-gen: cannot write %s\n", sheetPath.c_str());

@@ -16,4 +16,8 @@ std::string ResourceHeaderText(const std::vector<SkinPiece>& pieces);
 // in the script's own notation: IDB_NAME BITMAP "skin\\name.bmp".
 std::string ResourceScriptText(const std::vector<SkinPiece>& pieces);
 
+// default.controls: which control of the demo wears which pieces, for zel-skin (one line
+// per control: class, name, resource names in the class's skin-string order).
+std::string ControlListText();
+
 }  // namespace zel::demo
