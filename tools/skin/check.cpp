@@ -119,10 +119,10 @@ private:
                     Add(path(i), entry.Label(), role(i) + " is " + SizeText(*p) + ", " + role(firstIndex) + " is " + SizeText(*first));
                 else if (rule.kind == RuleKind::SameHeight && height)
                     Add(path(i), entry.Label(), role(i) + " is " + std::to_string(p->height) + " high, " + role(firstIndex) +
-                        " is " + std::to_string(first->height));
+                        " is " + std::to_string(first->height) + " high");
                 else if (rule.kind == RuleKind::SameWidth && width)
                     Add(path(i), entry.Label(), role(i) + " is " + std::to_string(p->width) + " wide, " + role(firstIndex) +
-                        " is " + std::to_string(first->width));
+                        " is " + std::to_string(first->width) + " wide");
             }
             break;
         case RuleKind::Exact:

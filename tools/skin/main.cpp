@@ -7,6 +7,9 @@
 // clean skin (1 with findings, 2 when the skin or the command line cannot be read).
 #include <zel/gdi_extras.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 
@@ -16,6 +19,31 @@
 namespace {
 
 using namespace zel::skintool;
+
+// The controls' own debug lines (the shaped button's region trace, for one) go to stderr;
+// a designer drawing a sheet wants only the tool's messages there.
+class QuietStderr {
+public:
+    QuietStderr() {
+        std::fflush(stderr);
+        saved_ = dup(2);
+        int null = open("/dev/null", O_WRONLY);
+        if (saved_ >= 0 && null >= 0) dup2(null, 2);
+        if (null >= 0) close(null);
+    }
+    ~QuietStderr() {
+        std::fflush(stderr);
+        if (saved_ >= 0) {
+            dup2(saved_, 2);
+            close(saved_);
+        }
+    }
+    QuietStderr(const QuietStderr&) = delete;
+    QuietStderr& operator=(const QuietStderr&) = delete;
+
+private:
+    int saved_ = -1;
+};
 
 int Usage() {
     std::fprintf(stderr, "usage: zel-skin check SKIN.rc|DIR\n"
@@ -42,7 +70,11 @@ int Sheet(const std::string& skinArg, const std::string& out, const SheetOptions
     std::optional<SkinSource> skin = Open(skinArg);
     if (!skin) return 2;
     const zel::GdiCounts before = zel::LiveGdiObjects();
-    SheetResult result = WriteSheet(*skin, options, out);
+    SheetResult result;
+    {
+        QuietStderr quiet;
+        result = WriteSheet(*skin, options, out);
+    }
     for (const std::string& s : result.skipped) std::fprintf(stderr, "zel-skin: skipped %s\n", s.c_str());
     if (!result.ok) {
         std::fprintf(stderr, "zel-skin: %s\n", result.error.c_str());
