@@ -13,6 +13,7 @@ CString SpecimenSkin::SkinString(size_t first, size_t count) const {
 }
 
 void PressCentre(CWnd& control) {
+    zel::Desktop::Get().RunUntilIdle();  // hit cells are laid out by the first paint
     CRect rc;
     control.GetWindowRect(&rc);
     zel::Desktop::Get().PointerDown(rc.CenterPoint().x, rc.CenterPoint().y);

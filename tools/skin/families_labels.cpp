@@ -9,9 +9,10 @@ namespace {
 std::unique_ptr<CWnd> MakeLabel(CWnd& parent, const RECT& place, const SpecimenSkin& skin, size_t) {
     auto label = std::make_unique<CZELLable>();
     if (!label->Create(nullptr, L"Label text", WS_CHILD | WS_VISIBLE, place, &parent, 1)) return nullptr;
-    label->LoadSkin(skin.SkinString(0, 3), L"");
+    // SetFont does not repaint; loading the pieces does.
     const CRect text(8, 0, place.right - place.left - 8, place.bottom - place.top);
     label->SetFont(20, RGB(255, 255, 255), DT_CENTER | DT_VCENTER | DT_SINGLELINE, text);
+    label->LoadSkin(skin.SkinString(0, 3), L"");
     return label;
 }
 

@@ -13,7 +13,9 @@ enum BarPiece { kUp, kUpPressed, kTrack, kThumb, kThumbPressed, kDown, kDownPres
 constexpr COLORREF kThumbKey = RGB(255, 0, 255);
 constexpr int kBarHeight = 240;  // a list's height on the 480-line screen
 
+// The bar places its thumb cell when it paints, so the press waits for the first paint.
 void PressAt(CWnd& control, int x, int y) {
+    zel::Desktop::Get().RunUntilIdle();
     CRect rc;
     control.GetWindowRect(&rc);
     zel::Desktop::Get().PointerDown(rc.left + x, rc.top + y);

@@ -61,8 +61,9 @@ struct Family {
 const std::vector<Family>& Families();
 const Family* FindFamily(std::string_view className);
 
-// Shared by the families' make functions: presses the window's centre through the
-// desktop (the control sees a real WM_LBUTTONDOWN and keeps the capture).
+// Shared by the families' make functions: lets the control paint once (some lay out their
+// hit cells there), then presses the window's centre through the desktop (the control
+// sees a real WM_LBUTTONDOWN and keeps the capture).
 void PressCentre(CWnd& control);
 
 // The families of each area, in the order Families() lists them.
