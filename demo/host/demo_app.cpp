@@ -21,6 +21,7 @@ DemoApp::~DemoApp() {
 
 bool DemoApp::LoadSkin(const std::string& dir) {
     std::string script = dir + "/default.rc";
+    skinDir_ = dir;
     skin_.module = zel::LoadResourceModule(script.c_str());
     skin_.bitmapDir = dir + "/skin";
     if (!skin_.module) {
@@ -31,6 +32,26 @@ bool DemoApp::LoadSkin(const std::string& dir) {
     background_ = LoadBitmapW(skin_.module, MAKEINTRESOURCEW(IDB_BACKGROUND));
     if (!background_) std::fprintf(stderr, "zel-demo: the skin %s has no background\n", script.c_str());
     return background_ != nullptr;
+}
+
+bool DemoApp::ReloadSkin() {
+    const std::string script = skinDir_ + "/default.rc";
+    HINSTANCE module = zel::LoadResourceModule(script.c_str());
+    HBITMAP background = module ? LoadBitmapW(module, MAKEINTRESOURCEW(IDB_BACKGROUND)) : nullptr;
+    if (!background) {
+        std::fprintf(stderr, "zel-demo: the skin %s does not load; keeping the one on show\n", script.c_str());
+        if (module) zel::FreeResourceModule(module);
+        return false;
+    }
+    const std::string screen = screenName_;
+    CloseScreen();  // the old controls go with their windows before their skin does
+    retired_.clear();
+    AfxSetResourceHandle(module);
+    if (skin_.module) zel::FreeResourceModule(skin_.module);
+    if (background_) DeleteObject(background_);
+    skin_.module = module;
+    background_ = background;
+    return screen.empty() || Show(screen);
 }
 
 // The window goes now (and its controls with it); the objects may still be running a

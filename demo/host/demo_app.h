@@ -25,6 +25,11 @@ public:
     // missing.
     bool LoadSkin(const std::string& dir);
 
+    // Loads the skin's folder again and rebuilds the screen on show with it (its controls
+    // start afresh). A skin that no longer loads changes nothing: false, the reason on
+    // stderr. Not from inside a host window's handler.
+    bool ReloadSkin();
+
     // Tears down the current screen and builds the named one in a new host window. May be
     // called from inside the current host window's message handler (a tab was tapped).
     bool Show(const std::string& name);
@@ -43,6 +48,7 @@ private:
     void CloseScreen();
 
     NotificationLog log_;
+    std::string skinDir_;
     SkinSource skin_;
     HBITMAP background_ = nullptr;
     Shown current_;

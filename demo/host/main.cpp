@@ -1,7 +1,7 @@
 // zel-demo: the host application of the demo. Headless it plays a tour (the built-in one
 // by default) and writes a PNG per shot and the log of every notification the host heard;
-// with --window it opens the viewer, and on leaving it (Esc, or closing the window) writes
-// the log and the last screen.
+// with --window it opens the viewer, reloads the skin whenever a file of its folder changes,
+// and on leaving it (Esc, or closing the window) writes the log and the last screen.
 #include <afxwin.h>
 #include <zel/desktop.h>
 #include <zel/platform.h>
@@ -14,6 +14,7 @@
 #include "host/demo_app.h"
 #include "host/desktop_target.h"
 #include "host/options.h"
+#include "host/skin_watch.h"
 #include "tour/player.h"
 #include "tour/tour.h"
 
@@ -34,6 +35,17 @@ public:
         return CWinApp::PreTranslateMessage(msg);
     }
 };
+
+// Live reload in the viewer: the skin's folder is polled, and an edited piece rebuilds the
+// screen on show with the new skin.
+constexpr UINT kSkinPollMs = 300;
+DemoApp* g_reloadApp = nullptr;
+SkinWatch* g_skinWatch = nullptr;
+
+void CALLBACK PollSkin(HWND, UINT, UINT_PTR, DWORD) {
+    if (!g_reloadApp || !g_skinWatch || !g_skinWatch->Changed()) return;
+    if (g_reloadApp->ReloadSkin()) std::printf("zel-demo: skin reloaded\n");
+}
 
 bool WriteLog(DemoApp& app, const std::string& outDir) {
     std::string logPath = outDir + "/tour.log";
@@ -79,7 +91,8 @@ int Run(const Options& options) {
 
     DemoWinApp winApp;
     DemoApp app;
-    if (!app.LoadSkin(options.skin.empty() ? ZEL_DEMO_SKIN_DIR : options.skin)) return 1;
+    const std::string skinDir = options.skin.empty() ? ZEL_DEMO_SKIN_DIR : options.skin;
+    if (!app.LoadSkin(skinDir)) return 1;
     const std::string outDir = options.out.empty() ? "out" : options.out;
     std::string tour = options.tour;
     if (tour.empty() && !options.window) tour = ZEL_DEMO_DEFAULT_TOUR;
@@ -92,7 +105,14 @@ int Run(const Options& options) {
         return 1;
     }
     if (app.screen().empty() && !app.Show("home")) return 1;
+    SkinWatch watch(skinDir);
+    g_reloadApp = &app;
+    g_skinWatch = &watch;
+    const UINT_PTR poll = SetTimer(nullptr, 0, kSkinPollMs, PollSkin);
     const int status = winApp.Run();
+    KillTimer(nullptr, poll);
+    g_reloadApp = nullptr;
+    g_skinWatch = nullptr;
     if (!MakeOutDir(outDir) || !WriteLog(app, outDir)) return 1;
     const std::string last = outDir + "/" + app.screen() + "-last.png";
     if (!zel::Desktop::Get().SavePng(last.c_str())) std::fprintf(stderr, "zel-demo: cannot write %s\n", last.c_str());

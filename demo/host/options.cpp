@@ -13,7 +13,8 @@ const char* Usage() {
            "  --skin DIR   take default.rc and skin/*.bmp from here (default: the build's)\n"
            "  --window     open the viewer: the mouse is the stylus, keys are keys;\n"
            "               with --tour the tour plays first; Esc or closing the window\n"
-           "               leaves it and writes tour.log and <screen>-last.png\n";
+           "               leaves it and writes tour.log and <screen>-last.png; the skin\n"
+           "               folder is watched, and an edited piece shows at once\n";
 }
 
 std::optional<Options> ParseOptions(int argc, const char* const* argv, std::string* error) {
