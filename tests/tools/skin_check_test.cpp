@@ -47,6 +47,15 @@ ToolRun RunTool(const std::string& args) {
     return run;
 }
 
+SIZE PieceSize(const std::string& path) {
+    SIZE size = {0, 0};
+    HBITMAP bitmap = static_cast<HBITMAP>(SHLoadDIBitmap(CString(path.c_str())));
+    BITMAP info{};
+    if (bitmap && GetObjectW(bitmap, sizeof info, &info)) size = {info.bmWidth, info.bmHeight};
+    if (bitmap) DeleteObject(bitmap);
+    return size;
+}
+
 std::string Quoted(const fs::path& p) { return "'" + p.string() + "'"; }
 
 // A copy of the demo's skin (script, header, control list, pieces) in a folder of its own.
@@ -137,6 +146,27 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
              return std::vector<std::string>{file + ": CZELScrollbar list_bar: thumb pressed is 40 x 56, thumb is 24 x 56",
                                              file + ": CZELComBox language: bar thumb pressed is 40 x 56, bar thumb is 24 x 56"};
          }},
+        {"thumb wider than its track",
+         [&](const SkinCopy& s) {
+             s.Replace("scroll_thumb", made.Solid("wide_thumb", 200, 56, blue));
+             s.Replace("scroll_thumb_pressed", made.Solid("wide_thumb", 200, 56, blue));
+         },
+         [](const SkinCopy& s) {
+             const std::string track = std::to_string(PieceSize(s.Piece("scroll_track")).cx);
+             const std::string file = s.Piece("scroll_thumb");
+             return std::vector<std::string>{
+                 file + ": CZELScrollbar list_bar: thumb is 200 wide, wider than the track (" + track + ")",
+                 file + ": CZELComBox language: bar thumb is 200 wide, wider than the bar track (" + track + ")"};
+         }},
+        {"more pieces than the class takes",
+         [](const SkinCopy& s) { std::ofstream(s.Dir() / "default.controls", std::ios::app) << "CZELLable extra IDB_LABEL_LEFT IDB_LABEL_MIDDLE IDB_LABEL_RIGHT IDB_LABEL_LEFT\n"; },
+         [](const SkinCopy& s) {
+             const std::string list = (s.Dir() / "default.controls").generic_string();
+             std::ifstream in(list);
+             int lines = 0;
+             for (std::string line; std::getline(in, line);) ++lines;
+             return std::vector<std::string>{list + ":" + std::to_string(lines) + ": CZELLable extra: 4 pieces, the class takes 3"};
+         }},
         {"three-piece frame",
          [&](const SkinCopy& s) { s.Replace("label_middle", made.Solid("middle", 8, 20, grey)); },
          [](const SkinCopy& s) {
@@ -144,11 +174,7 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
          }},
         {"keyed thumb without its key colour",
          [&](const SkinCopy& s) {
-             SIZE size = {0, 0};
-             HBITMAP thumb = static_cast<HBITMAP>(SHLoadDIBitmap(CString(s.Piece("slider_thumb").c_str())));
-             BITMAP info{};
-             if (thumb && GetObjectW(thumb, sizeof info, &info)) size = {info.bmWidth, info.bmHeight};
-             if (thumb) DeleteObject(thumb);
+             const SIZE size = PieceSize(s.Piece("slider_thumb"));
              s.Replace("slider_thumb", made.Solid("unkeyed", size.cx, size.cy, blue));
          },
          [](const SkinCopy& s) {
