@@ -63,9 +63,11 @@ class SkinCopy {
 public:
     SkinCopy() {
         static int serial = 0;
-        dir_ = fs::temp_directory_path() / ("zel-skin-check-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
+        dir_ =
+            fs::temp_directory_path() / ("zel-skin-check-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
         fs::create_directories(dir_);
-        for (const char* file : {"default.rc", "resource.h", "default.controls"}) fs::copy_file(kDemoSkin / file, dir_ / file);
+        for (const char* file : {"default.rc", "resource.h", "default.controls"})
+            fs::copy_file(kDemoSkin / file, dir_ / file);
         fs::copy(kDemoSkin / "skin", dir_ / "skin", fs::copy_options::recursive);
     }
     ~SkinCopy() { fs::remove_all(dir_); }
@@ -116,13 +118,14 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
     const std::vector<Case> cases = {
         {"missing file", [](const SkinCopy& s) { fs::remove(s.Piece("button_plus_focus")); },
          [](const SkinCopy& s) {
-             return std::vector<std::string>{s.Piece("button_plus_focus") +
-                                             ": CZELButton plus: focus: missing file (cannot open: No such file or directory)"};
+             return std::vector<std::string>{
+                 s.Piece("button_plus_focus") +
+                 ": CZELButton plus: focus: missing file (cannot open: No such file or directory)"};
          }},
         {"undecodable file", [](const SkinCopy& s) { s.Write("skin/check_back.bmp", "BMnot really a bitmap"); },
          [](const SkinCopy& s) {
-             return std::vector<std::string>{s.Piece("check_back") +
-                                             ": CZELChkBox shuffle: background: does not decode: truncated bitmap header"};
+             return std::vector<std::string>{
+                 s.Piece("check_back") + ": CZELChkBox shuffle: background: does not decode: truncated bitmap header"};
          }},
         {"states of one size disagree",
          [&](const SkinCopy& s) { s.Replace("button_minus_pressed", made.Solid("short", 78, 70, blue)); },
@@ -136,15 +139,17 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
                  s.Replace(std::string("button_prev_") + state, made.Solid("wide", 80, 76, blue));
          },
          [](const SkinCopy& s) {
-             return std::vector<std::string>{s.Piece("button_prev_normal") + ": CZELButton prev: normal is 80 x 76, expected 78 x 76"};
+             return std::vector<std::string>{s.Piece("button_prev_normal") +
+                                             ": CZELButton prev: normal is 80 x 76, expected 78 x 76"};
          }},
         {"scroll bar cells",
          [&](const SkinCopy& s) { s.Replace("scroll_thumb_pressed", made.Solid("thumb", 40, 56, blue)); },
          [](const SkinCopy& s) {
              // Both the combo box's bar and the list's bar wear it.
              const std::string file = s.Piece("scroll_thumb_pressed");
-             return std::vector<std::string>{file + ": CZELScrollbar list_bar: thumb pressed is 40 x 56, thumb is 24 x 56",
-                                             file + ": CZELComBox language: bar thumb pressed is 40 x 56, bar thumb is 24 x 56"};
+             return std::vector<std::string>{
+                 file + ": CZELScrollbar list_bar: thumb pressed is 40 x 56, thumb is 24 x 56",
+                 file + ": CZELComBox language: bar thumb pressed is 40 x 56, bar thumb is 24 x 56"};
          }},
         {"thumb wider than its track",
          [&](const SkinCopy& s) {
@@ -159,18 +164,22 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
                  file + ": CZELComBox language: bar thumb is 200 wide, wider than the bar track (" + track + ")"};
          }},
         {"more pieces than the class takes",
-         [](const SkinCopy& s) { std::ofstream(s.Dir() / "default.controls", std::ios::app) << "CZELLable extra IDB_LABEL_LEFT IDB_LABEL_MIDDLE IDB_LABEL_RIGHT IDB_LABEL_LEFT\n"; },
+         [](const SkinCopy& s) {
+             std::ofstream(s.Dir() / "default.controls", std::ios::app)
+                 << "CZELLable extra IDB_LABEL_LEFT IDB_LABEL_MIDDLE IDB_LABEL_RIGHT IDB_LABEL_LEFT\n";
+         },
          [](const SkinCopy& s) {
              const std::string list = (s.Dir() / "default.controls").generic_string();
              std::ifstream in(list);
              int lines = 0;
              for (std::string line; std::getline(in, line);) ++lines;
-             return std::vector<std::string>{list + ":" + std::to_string(lines) + ": CZELLable extra: 4 pieces, the class takes 3"};
+             return std::vector<std::string>{list + ":" + std::to_string(lines) +
+                                             ": CZELLable extra: 4 pieces, the class takes 3"};
          }},
-        {"three-piece frame",
-         [&](const SkinCopy& s) { s.Replace("label_middle", made.Solid("middle", 8, 20, grey)); },
+        {"three-piece frame", [&](const SkinCopy& s) { s.Replace("label_middle", made.Solid("middle", 8, 20, grey)); },
          [](const SkinCopy& s) {
-             return std::vector<std::string>{s.Piece("label_middle") + ": CZELLable caption: middle is 20 high, left cap is 40 high"};
+             return std::vector<std::string>{s.Piece("label_middle") +
+                                             ": CZELLable caption: middle is 20 high, left cap is 40 high"};
          }},
         {"keyed thumb without its key colour",
          [&](const SkinCopy& s) {
@@ -178,7 +187,8 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
              s.Replace("slider_thumb", made.Solid("unkeyed", size.cx, size.cy, blue));
          },
          [](const SkinCopy& s) {
-             return std::vector<std::string>{s.Piece("slider_thumb") + ": CZELSlider volume: thumb has no key colour pixel (FF00FF)"};
+             return std::vector<std::string>{s.Piece("slider_thumb") +
+                                             ": CZELSlider volume: thumb has no key colour pixel (FF00FF)"};
          }},
         {"shaped button without a key background",
          [&](const SkinCopy& s) { s.Replace("round_play_focus", made.Striped("stripes", 72, 72, blue, grey, 9)); },
@@ -187,14 +197,17 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
                  s.Piece("round_play_focus") +
                  ": CZELBmpButton play: focus has no key colour: its corners differ from its top-left pixel"};
          }},
-        {"file no control wears", [&](const SkinCopy& s) { fs::copy_file(made.Solid("spare", 4, 4, blue), s.Piece("spare")); },
+        {"file no control wears",
+         [&](const SkinCopy& s) { fs::copy_file(made.Solid("spare", 4, 4, blue), s.Piece("spare")); },
          [](const SkinCopy& s) { return std::vector<std::string>{s.Piece("spare") + ": skin: unused file"}; }},
         {"resource no control wears", [](const SkinCopy& s) { s.DropControlLine("CZELStatic portrait"); },
-         [](const SkinCopy& s) { return std::vector<std::string>{s.Piece("portrait") + ": IDB_PORTRAIT: unused file"}; }},
+         [](const SkinCopy& s) {
+             return std::vector<std::string>{s.Piece("portrait") + ": IDB_PORTRAIT: unused file"};
+         }},
         {"unknown resource and class",
          [](const SkinCopy& s) {
              std::ofstream(s.Dir() / "default.controls", std::ios::app) << "CZELLable title IDB_NO_SUCH_PIECE - -\n"
-                                                                             "CZELKnob dial IDB_PORTRAIT\n";
+                                                                           "CZELKnob dial IDB_PORTRAIT\n";
          },
          [](const SkinCopy& s) {
              const std::string list = (s.Dir() / "default.controls").generic_string();
@@ -203,7 +216,8 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
              for (std::string line; std::getline(in, line);) ++lines;
              lines -= 2;  // the generated list's own lines, before the two appended
              return std::vector<std::string>{
-                 list + ":" + std::to_string(lines + 1) + ": CZELLable title: left cap: IDB_NO_SUCH_PIECE is not in the skin",
+                 list + ":" + std::to_string(lines + 1) +
+                     ": CZELLable title: left cap: IDB_NO_SUCH_PIECE is not in the skin",
                  list + ":" + std::to_string(lines + 2) + ": CZELKnob dial: unknown control class"};
          }},
     };
@@ -239,8 +253,9 @@ TEST_F(SkinCheck, FolderSkinNamesPiecesByPath) {
     ToolRun run = RunTool("check " + Quoted(made.Dir()));
     EXPECT_EQ(run.status, 1);
     const std::string dir = made.Dir().lexically_normal().generic_string() + "/";
-    EXPECT_EQ(run.lines, (std::vector<std::string>{dir + "middle.bmp: CZELLable title: middle is 30 high, left cap is 32 high",
-                                                    dir + "stray.bmp: skin: unused file"}));
+    EXPECT_EQ(run.lines,
+              (std::vector<std::string>{dir + "middle.bmp: CZELLable title: middle is 30 high, left cap is 32 high",
+                                        dir + "stray.bmp: skin: unused file"}));
 }
 
 // The table itself: every rule names pieces the family has, and a family the sheet shows

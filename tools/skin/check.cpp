@@ -14,8 +14,8 @@ namespace {
 constexpr size_t kMaxImageBytes = size_t{512} << 20;  // SHLoadDIBitmap's own cap
 
 struct Picture {
-    bool present = false;     // the file could be read
-    std::string readError;    // why not
+    bool present = false;   // the file could be read
+    std::string readError;  // why not
     detail::DecodedImage image;
 };
 
@@ -65,7 +65,8 @@ private:
         }
         if (entry.pieces.size() > family->pieces.size() && !family->extraPieces)
             Add(where, entry.Label(),
-                std::to_string(entry.pieces.size()) + " pieces, the class takes " + std::to_string(family->pieces.size()));
+                std::to_string(entry.pieces.size()) + " pieces, the class takes " +
+                    std::to_string(family->pieces.size()));
         std::vector<const gdi::PixelBuffer*> images(entry.pieces.size(), nullptr);
         for (size_t i = 0; i < entry.pieces.size(); ++i) {
             const PieceRef& piece = entry.pieces[i];
@@ -89,7 +90,8 @@ private:
 
     static std::string RoleName(const Family& family, size_t i) {
         if (i < family.pieces.size()) return family.pieces[i];
-        return std::string(family.extraPieces ? family.extraPieces : "piece") + " " + std::to_string(i - family.pieces.size() + 1);
+        return std::string(family.extraPieces ? family.extraPieces : "piece") + " " +
+               std::to_string(i - family.pieces.size() + 1);
     }
 
     void CheckRule(const ControlEntry& entry, const Family& family, const SizeRule& rule,
@@ -107,45 +109,51 @@ private:
             }
         if (!first) return;
         switch (rule.kind) {
-        case RuleKind::SameSize:
-        case RuleKind::SameHeight:
-        case RuleKind::SameWidth:
-            for (int i : rule.pieces) {
-                const gdi::PixelBuffer* p = image(i);
-                if (!p || p == first || i == firstIndex) continue;
-                const bool width = rule.kind != RuleKind::SameHeight && p->width != first->width;
-                const bool height = rule.kind != RuleKind::SameWidth && p->height != first->height;
-                if (rule.kind == RuleKind::SameSize && (width || height))
-                    Add(path(i), entry.Label(), role(i) + " is " + SizeText(*p) + ", " + role(firstIndex) + " is " + SizeText(*first));
-                else if (rule.kind == RuleKind::SameHeight && height)
-                    Add(path(i), entry.Label(), role(i) + " is " + std::to_string(p->height) + " high, " + role(firstIndex) +
-                        " is " + std::to_string(first->height) + " high");
-                else if (rule.kind == RuleKind::SameWidth && width)
-                    Add(path(i), entry.Label(), role(i) + " is " + std::to_string(p->width) + " wide, " + role(firstIndex) +
-                        " is " + std::to_string(first->width) + " wide");
-            }
-            break;
-        case RuleKind::Exact:
-            if (first->width != rule.width || first->height != rule.height)
-                Add(path(firstIndex), entry.Label(), role(firstIndex) + " is " + SizeText(*first) + ", expected " +
-                    std::to_string(rule.width) + " x " + std::to_string(rule.height));
-            break;
-        case RuleKind::NoWider:
-            if (rule.pieces.size() == 2 && firstIndex == rule.pieces[0] && image(rule.pieces[1]) &&
-                first->width > image(rule.pieces[1])->width)
-                Add(path(firstIndex), entry.Label(), role(firstIndex) + " is " + std::to_string(first->width) +
-                    " wide, wider than the " + role(rule.pieces[1]) + " (" + std::to_string(image(rule.pieces[1])->width) + ")");
-            break;
-        case RuleKind::KeyColour:
-            for (int i : rule.pieces)
-                if (const gdi::PixelBuffer* p = image(i); p && !HasPixel(*p, PixelOf(rule.key)))
-                    Add(path(i), entry.Label(), role(i) + " has no key colour pixel (" + Rgb(rule.key) + ")");
-            break;
-        case RuleKind::KeyCorners:
-            for (int i : rule.pieces)
-                if (const gdi::PixelBuffer* p = image(i); p && !CornersKeyed(*p))
-                    Add(path(i), entry.Label(), role(i) + " has no key colour: its corners differ from its top-left pixel");
-            break;
+            case RuleKind::SameSize:
+            case RuleKind::SameHeight:
+            case RuleKind::SameWidth:
+                for (int i : rule.pieces) {
+                    const gdi::PixelBuffer* p = image(i);
+                    if (!p || p == first || i == firstIndex) continue;
+                    const bool width = rule.kind != RuleKind::SameHeight && p->width != first->width;
+                    const bool height = rule.kind != RuleKind::SameWidth && p->height != first->height;
+                    if (rule.kind == RuleKind::SameSize && (width || height))
+                        Add(path(i), entry.Label(),
+                            role(i) + " is " + SizeText(*p) + ", " + role(firstIndex) + " is " + SizeText(*first));
+                    else if (rule.kind == RuleKind::SameHeight && height)
+                        Add(path(i), entry.Label(),
+                            role(i) + " is " + std::to_string(p->height) + " high, " + role(firstIndex) + " is " +
+                                std::to_string(first->height) + " high");
+                    else if (rule.kind == RuleKind::SameWidth && width)
+                        Add(path(i), entry.Label(),
+                            role(i) + " is " + std::to_string(p->width) + " wide, " + role(firstIndex) + " is " +
+                                std::to_string(first->width) + " wide");
+                }
+                break;
+            case RuleKind::Exact:
+                if (first->width != rule.width || first->height != rule.height)
+                    Add(path(firstIndex), entry.Label(),
+                        role(firstIndex) + " is " + SizeText(*first) + ", expected " + std::to_string(rule.width) +
+                            " x " + std::to_string(rule.height));
+                break;
+            case RuleKind::NoWider:
+                if (rule.pieces.size() == 2 && firstIndex == rule.pieces[0] && image(rule.pieces[1]) &&
+                    first->width > image(rule.pieces[1])->width)
+                    Add(path(firstIndex), entry.Label(),
+                        role(firstIndex) + " is " + std::to_string(first->width) + " wide, wider than the " +
+                            role(rule.pieces[1]) + " (" + std::to_string(image(rule.pieces[1])->width) + ")");
+                break;
+            case RuleKind::KeyColour:
+                for (int i : rule.pieces)
+                    if (const gdi::PixelBuffer* p = image(i); p && !HasPixel(*p, PixelOf(rule.key)))
+                        Add(path(i), entry.Label(), role(i) + " has no key colour pixel (" + Rgb(rule.key) + ")");
+                break;
+            case RuleKind::KeyCorners:
+                for (int i : rule.pieces)
+                    if (const gdi::PixelBuffer* p = image(i); p && !CornersKeyed(*p))
+                        Add(path(i), entry.Label(),
+                            role(i) + " has no key colour: its corners differ from its top-left pixel");
+                break;
         }
     }
 

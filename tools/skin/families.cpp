@@ -23,7 +23,8 @@ void PressCentre(CWnd& control) {
 const std::vector<Family>& Families() {
     static const std::vector<Family> table = [] {
         std::vector<Family> all;
-        for (auto area : {ButtonFamilies, ScrollFamilies, ListFamilies, DateTimeFamilies, ComboFamilies, LabelFamilies}) {
+        for (auto area :
+             {ButtonFamilies, ScrollFamilies, ListFamilies, DateTimeFamilies, ComboFamilies, LabelFamilies}) {
             std::vector<Family> some = area();
             all.insert(all.end(), some.begin(), some.end());
         }

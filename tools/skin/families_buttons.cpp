@@ -60,20 +60,36 @@ std::unique_ptr<CWnd> MakeCheckBox(CWnd& parent, const RECT& place, const Specim
 std::vector<Family> ButtonFamilies() {
     const std::vector<const char*> fourStates{"normal", "focus", "pressed", "disabled"};
     return {
-        {"CZELButton", {"normal", "focus", "pressed", "disabled"}, nullptr,
+        {"CZELButton",
+         {"normal", "focus", "pressed", "disabled"},
+         nullptr,
          {{RuleKind::SameSize, {0, 1, 2, 3}}, {RuleKind::Exact, {0}, 78, 76}},
-         fourStates, FirstPieceSize, MakePushButton},
+         fourStates,
+         FirstPieceSize,
+         MakePushButton},
         // Only resource identifiers: the sheet shows it for script skins.
-        {"CZELBmpButton", {"normal", "focus", "pressed", "disabled"}, nullptr,
+        {"CZELBmpButton",
+         {"normal", "focus", "pressed", "disabled"},
+         nullptr,
          {{RuleKind::SameSize, {0, 1, 2, 3}}, {RuleKind::KeyCorners, {0, 1, 2, 3}}},
-         fourStates, FirstPieceSize, MakeShapedButton},
-        {"CBmpTextButton", {"normal", "focus", "pressed"}, nullptr,
+         fourStates,
+         FirstPieceSize,
+         MakeShapedButton},
+        {"CBmpTextButton",
+         {"normal", "focus", "pressed"},
+         nullptr,
          {{RuleKind::SameSize, {0, 1, 2}}},
-         {"normal", "focus", "pressed", "disabled"}, FirstPieceSize, MakeTextButton},
-        {"CZELChkBox", {"checked", "unchecked", "background"}, nullptr,
+         {"normal", "focus", "pressed", "disabled"},
+         FirstPieceSize,
+         MakeTextButton},
+        {"CZELChkBox",
+         {"checked", "unchecked", "background"},
+         nullptr,
          {{RuleKind::SameSize, {0, 1}}},
          {"unchecked", "checked"},
-         [](const SpecimenSkin& skin) { return SIZE{200, std::max<LONG>(skin.sizes.at(2).cy, skin.sizes.at(0).cy)}; },
+         [](const SpecimenSkin& skin) {
+             return SIZE{200, std::max<LONG>(skin.sizes.at(2).cy, skin.sizes.at(0).cy)};
+         },
          MakeCheckBox},
     };
 }

@@ -23,16 +23,20 @@ std::unique_ptr<CWnd> MakeCombo(CWnd& parent, const RECT& place, const SpecimenS
 }  // namespace
 
 std::vector<Family> ComboFamilies() {
-    std::vector<SizeRule> rules{{RuleKind::SameHeight, {0, 1, 2, 3, 4}},
-                                {RuleKind::SameSize, {3, 4}},
-                                {RuleKind::SameSize, {5, 6}}};
+    std::vector<SizeRule> rules{
+        {RuleKind::SameHeight, {0, 1, 2, 3, 4}}, {RuleKind::SameSize, {3, 4}}, {RuleKind::SameSize, {5, 6}}};
     for (const SizeRule& r : ScrollBarRules(7)) rules.push_back(r);
     return {
         {"CZELComBox",
          {"box left", "box middle", "box right", "arrow", "arrow pressed", "row", "row selected", "bar up",
           "bar up pressed", "bar track", "bar thumb", "bar thumb pressed", "bar down", "bar down pressed"},
-         nullptr, rules, {"closed", "open"},
-         [](const SpecimenSkin& skin) { return SIZE{240, std::max(skin.sizes[0].cy, skin.sizes[3].cy)}; }, MakeCombo},
+         nullptr,
+         rules,
+         {"closed", "open"},
+         [](const SpecimenSkin& skin) {
+             return SIZE{240, std::max(skin.sizes[0].cy, skin.sizes[3].cy)};
+         },
+         MakeCombo},
     };
 }
 

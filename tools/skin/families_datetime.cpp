@@ -52,21 +52,42 @@ std::unique_ptr<CWnd> MakeTimeField(CWnd& parent, const RECT& place, const Speci
 }  // namespace
 
 std::vector<Family> DateTimeFamilies() {
-    const std::vector<const char*> spinner{"add normal", "add focus", "add pressed", "def normal", "def focus",
+    const std::vector<const char*> spinner{"add normal",  "add focus",   "add pressed",  "def normal", "def focus",
                                            "def pressed", "back colour", "frame colour", "box colour"};
     std::vector<const char*> clock = spinner;
     clock.push_back("dash");
     clock.push_back("colon");
-    const std::vector<SizeRule> buttons{{RuleKind::SameSize, {0, 1, 2}}, {RuleKind::SameSize, {3, 4, 5}},
-                                        {RuleKind::SameSize, {0, 3}}};
+    const std::vector<SizeRule> buttons{
+        {RuleKind::SameSize, {0, 1, 2}}, {RuleKind::SameSize, {3, 4, 5}}, {RuleKind::SameSize, {0, 3}}};
     return {
-        {"CZELDate", spinner, nullptr, buttons, {"values", "strings"},
-         [](const SpecimenSkin&) { return SIZE{240, 40}; }, MakeSpinner},
-        {"CZELTimeDate", clock, nullptr, buttons, {"date", "clock colon on", "clock colon off"},
-         [](const SpecimenSkin&) { return SIZE{202, 130}; }, MakeTimeDate},
+        {"CZELDate",
+         spinner,
+         nullptr,
+         buttons,
+         {"values", "strings"},
+         [](const SpecimenSkin&) {
+             return SIZE{240, 40};
+         },
+         MakeSpinner},
+        {"CZELTimeDate",
+         clock,
+         nullptr,
+         buttons,
+         {"date", "clock colon on", "clock colon off"},
+         [](const SpecimenSkin&) {
+             return SIZE{202, 130};
+         },
+         MakeTimeDate},
         // Only a resource identifier: the sheet shows it for script skins.
-        {"CTimeData", {"background"}, nullptr, {}, {"running"},
-         [](const SpecimenSkin& skin) { return SIZE{64, std::max<LONG>(20, skin.sizes[0].cy)}; }, MakeTimeField},
+        {"CTimeData",
+         {"background"},
+         nullptr,
+         {},
+         {"running"},
+         [](const SpecimenSkin& skin) {
+             return SIZE{64, std::max<LONG>(20, skin.sizes[0].cy)};
+         },
+         MakeTimeField},
     };
 }
 

@@ -69,16 +69,41 @@ std::unique_ptr<CWnd> MakeBackgroundLabel(CWnd& parent, const RECT& place, const
 
 std::vector<Family> LabelFamilies() {
     return {
-        {"CZELLable", {"left cap", "middle", "right cap"}, nullptr, {{RuleKind::SameHeight, {0, 1, 2}}}, {"normal"},
-         [](const SpecimenSkin& skin) { return SIZE{240, skin.sizes[1].cy}; }, MakeLabel},
-        {"CZELTelLCD", {"left cap", "middle", "right cap", "left indicator", "right indicator"}, nullptr,
-         {{RuleKind::SameHeight, {0, 1, 2}}, {RuleKind::SameHeight, {3, 4}}}, {"number and status"},
-         [](const SpecimenSkin& skin) { return SIZE{466, skin.sizes[1].cy}; }, MakeDisplay},
+        {"CZELLable",
+         {"left cap", "middle", "right cap"},
+         nullptr,
+         {{RuleKind::SameHeight, {0, 1, 2}}},
+         {"normal"},
+         [](const SpecimenSkin& skin) {
+             return SIZE{240, skin.sizes[1].cy};
+         },
+         MakeLabel},
+        {"CZELTelLCD",
+         {"left cap", "middle", "right cap", "left indicator", "right indicator"},
+         nullptr,
+         {{RuleKind::SameHeight, {0, 1, 2}}, {RuleKind::SameHeight, {3, 4}}},
+         {"number and status"},
+         [](const SpecimenSkin& skin) {
+             return SIZE{466, skin.sizes[1].cy};
+         },
+         MakeDisplay},
         // The piece under the window is cut from a bitmap the size of the screen.
-        {"CZELBkLable", {"screen"}, nullptr, {{RuleKind::Exact, {0}, 800, 480}}, {"over the screen"},
-         [](const SpecimenSkin&) { return SIZE{354, 28}; }, MakeBackgroundLabel},
-        {"CZELStatic", {"picture"}, nullptr, {}, {"shaped"},
-         [](const SpecimenSkin& skin) { return skin.sizes[0]; }, MakeStatic},
+        {"CZELBkLable",
+         {"screen"},
+         nullptr,
+         {{RuleKind::Exact, {0}, 800, 480}},
+         {"over the screen"},
+         [](const SpecimenSkin&) {
+             return SIZE{354, 28};
+         },
+         MakeBackgroundLabel},
+        {"CZELStatic",
+         {"picture"},
+         nullptr,
+         {},
+         {"shaped"},
+         [](const SpecimenSkin& skin) { return skin.sizes[0]; },
+         MakeStatic},
     };
 }
 

@@ -6,8 +6,22 @@ namespace zel::skintool {
 
 namespace {
 
-enum ListPiece { kLeft, kMiddle, kRight, kSeparator, kSelLeft, kSelMiddle, kSelRight, kMark, kSelMark, kPanel,
-                 kListBack, kBadge, kSelBadge, kPieces };
+enum ListPiece {
+    kLeft,
+    kMiddle,
+    kRight,
+    kSeparator,
+    kSelLeft,
+    kSelMiddle,
+    kSelRight,
+    kMark,
+    kSelMark,
+    kPanel,
+    kListBack,
+    kBadge,
+    kSelBadge,
+    kPieces
+};
 enum ListState { kRows, kSelected, kMarked };
 
 // Style 2 shows every row piece the list has: rows, separators, the panel and the marks.
@@ -26,8 +40,8 @@ std::unique_ptr<CWnd> MakeList(CWnd& parent, const RECT& place, const SpecimenSk
     list->SetSytle(2);
     list->SetInterval(10, 10, 4);
     list->SetItemHeight(skin.sizes[kMiddle].cy + 2);
-    const wchar_t* rows[][2] = {{L"Car kit", L"paired"}, {L"Headset", L"paired"}, {L"Speaker", L"in range"},
-                                {L"Watch", L"off"}};
+    const wchar_t* rows[][2] = {
+        {L"Car kit", L"paired"}, {L"Headset", L"paired"}, {L"Speaker", L"in range"}, {L"Watch", L"off"}};
     for (auto& row : rows) {
         CArray<CString, CString> texts;
         texts.Add(row[0]);
@@ -59,7 +73,10 @@ std::vector<Family> ListFamilies() {
           {RuleKind::SameSize, {kMark, kSelMark}},
           {RuleKind::SameSize, {kBadge, kSelBadge}}},
          {"rows", "selected", "marked"},
-         [](const SpecimenSkin& skin) { return SIZE{320, 4 * (skin.sizes[kMiddle].cy + 2) + 24}; }, MakeList},
+         [](const SpecimenSkin& skin) {
+             return SIZE{320, 4 * (skin.sizes[kMiddle].cy + 2) + 24};
+         },
+         MakeList},
     };
 }
 

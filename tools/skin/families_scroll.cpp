@@ -72,9 +72,15 @@ std::vector<SizeRule> ScrollBarRules(int first) {
 
 std::vector<Family> ScrollFamilies() {
     return {
-        {"CZELScrollbar", {"up", "up pressed", "track", "thumb", "thumb pressed", "down", "down pressed"}, nullptr,
-         ScrollBarRules(0), {"normal", "up pressed", "thumb pressed", "down pressed"},
-         [](const SpecimenSkin& skin) { return SIZE{skin.sizes[kTrack].cx, kBarHeight}; }, MakeScrollBar},
+        {"CZELScrollbar",
+         {"up", "up pressed", "track", "thumb", "thumb pressed", "down", "down pressed"},
+         nullptr,
+         ScrollBarRules(0),
+         {"normal", "up pressed", "thumb pressed", "down pressed"},
+         [](const SpecimenSkin& skin) {
+             return SIZE{skin.sizes[kTrack].cx, kBarHeight};
+         },
+         MakeScrollBar},
         {"CZELSlider",
          {"left cap", "right cap", "thumb", "thumb released", "thumb pressed", "filled channel", "empty channel",
           "left channel", "right channel"},
@@ -83,10 +89,18 @@ std::vector<Family> ScrollFamilies() {
           {RuleKind::KeyColour, {2, 3, 4}, 0, 0, kThumbKey},
           {RuleKind::SameHeight, {0, 1, 6, 7, 8}}},
          {"normal", "pressed"},
-         [](const SpecimenSkin& skin) { return SIZE{320, std::max(skin.sizes[0].cy, skin.sizes[2].cy)}; }, MakeSlider},
+         [](const SpecimenSkin& skin) {
+             return SIZE{320, std::max(skin.sizes[0].cy, skin.sizes[2].cy)};
+         },
+         MakeSlider},
         // The slider given two pieces: its progress style.
-        {"CZELSlider/progress", {"background", "fill"}, nullptr, {{RuleKind::SameSize, {0, 1}}}, {"40%"},
-         [](const SpecimenSkin& skin) { return skin.sizes[0]; }, MakeProgress},
+        {"CZELSlider/progress",
+         {"background", "fill"},
+         nullptr,
+         {{RuleKind::SameSize, {0, 1}}},
+         {"40%"},
+         [](const SpecimenSkin& skin) { return skin.sizes[0]; },
+         MakeProgress},
     };
 }
 

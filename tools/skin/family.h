@@ -15,13 +15,13 @@
 namespace zel::skintool {
 
 enum class RuleKind {
-    SameSize,     // every listed piece the size of the first present one (the states of one control)
-    SameHeight,   // a frame's caps and middle
+    SameSize,    // every listed piece the size of the first present one (the states of one control)
+    SameHeight,  // a frame's caps and middle
     SameWidth,
-    Exact,        // the first listed piece is width x height
-    NoWider,      // the first listed piece is no wider than the second (a thumb in its track)
-    KeyColour,    // each listed piece has at least one pixel of `key`
-    KeyCorners,   // a shape taken from the top-left pixel: the other corners are that colour too
+    Exact,       // the first listed piece is width x height
+    NoWider,     // the first listed piece is no wider than the second (a thumb in its track)
+    KeyColour,   // each listed piece has at least one pixel of `key`
+    KeyCorners,  // a shape taken from the top-left pixel: the other corners are that colour too
 };
 
 struct SizeRule {
@@ -35,21 +35,21 @@ struct SizeRule {
 // and, for a script skin, the resource identifiers and the loaded module.
 struct SpecimenSkin {
     std::vector<std::string> paths;
-    std::vector<UINT> ids;           // 0 where the piece has no identifier
+    std::vector<UINT> ids;  // 0 where the piece has no identifier
     HINSTANCE module = nullptr;
-    std::vector<SIZE> sizes;         // 0 x 0 for a piece missing or unreadable
+    std::vector<SIZE> sizes;  // 0 x 0 for a piece missing or unreadable
 
-    CString Path(size_t i) const;    // L"" past the end
+    CString Path(size_t i) const;  // L"" past the end
     // Pieces [first, first + count) as a LoadSkin string, each followed by "|".
     CString SkinString(size_t first, size_t count) const;
 };
 
 struct Family {
-    const char* className;           // as written in the control list
-    std::vector<const char*> pieces; // roles, in skin-string order
+    const char* className;              // as written in the control list
+    std::vector<const char*> pieces;    // roles, in skin-string order
     const char* extraPieces = nullptr;  // role of any further pieces (row images), or none
     std::vector<SizeRule> rules;
-    std::vector<const char*> states; // what the sheet shows; empty: checked only
+    std::vector<const char*> states;  // what the sheet shows; empty: checked only
     // The window's size on the sheet for this skin (the device size it is used at).
     SIZE (*windowSize)(const SpecimenSkin&) = nullptr;
     // Creates the control as a child of `parent` at `place`, dresses it and puts it in

@@ -46,8 +46,9 @@ private:
 };
 
 int Usage() {
-    std::fprintf(stderr, "usage: zel-skin check SKIN.rc|DIR\n"
-                         "       zel-skin sheet SKIN.rc|DIR -o sheet.png [--control NAME]\n");
+    std::fprintf(stderr,
+                 "usage: zel-skin check SKIN.rc|DIR\n"
+                 "       zel-skin sheet SKIN.rc|DIR -o sheet.png [--control NAME]\n");
     return 2;
 }
 
@@ -99,9 +100,12 @@ int main(int argc, char** argv) {
     SheetOptions options;
     for (int i = 3; i < argc; ++i) {
         const std::string arg = argv[i];
-        if (arg == "-o" && i + 1 < argc) out = argv[++i];
-        else if (arg == "--control" && i + 1 < argc) options.control = argv[++i];
-        else return Usage();
+        if (arg == "-o" && i + 1 < argc)
+            out = argv[++i];
+        else if (arg == "--control" && i + 1 < argc)
+            options.control = argv[++i];
+        else
+            return Usage();
     }
     return out.empty() ? Usage() : Sheet(skin, out, options);
 }

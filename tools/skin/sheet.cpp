@@ -176,14 +176,18 @@ SheetResult WriteSheet(const SkinSource& skin, const SheetOptions& options, cons
         const SpecimenSkin specimen = SkinOf(entry, *family, module);
         for (size_t state = 0; state < family->states.size(); ++state) {
             std::optional<Cell> cell = Paint(entry, *family, specimen, state);
-            if (cell) cells.push_back(std::move(*cell));
-            else result.skipped.push_back(entry.Label() + ": " + family->states[state] + " could not be made");
+            if (cell)
+                cells.push_back(std::move(*cell));
+            else
+                result.skipped.push_back(entry.Label() + ": " + family->states[state] + " could not be made");
         }
     }
     if (module) zel::FreeResourceModule(module);
     result.cells = int(cells.size());
-    if (cells.empty()) result.error = "nothing to show";
-    else if (!Compose(cells, pngPath)) result.error = "cannot write " + pngPath;
+    if (cells.empty())
+        result.error = "nothing to show";
+    else if (!Compose(cells, pngPath))
+        result.error = "cannot write " + pngPath;
     for (Cell& cell : cells) DeleteObject(cell.picture);
     result.ok = result.error.empty();
     return result;

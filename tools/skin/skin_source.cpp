@@ -68,7 +68,8 @@ struct Resolver {
         if (script) {
             std::wstring wide(token.begin(), token.end());
             for (wchar_t& c : wide) c = static_cast<wchar_t>(std::towupper(c));
-            if (auto it = script->bitmapsByName.find(wide); it != script->bitmapsByName.end()) return Normal(it->second);
+            if (auto it = script->bitmapsByName.find(wide); it != script->bitmapsByName.end())
+                return Normal(it->second);
             if (auto d = defines.find(token); d != defines.end()) {
                 auto it = script->bitmapsById.find(static_cast<unsigned>(d->second) & 0xFFFFu);
                 if (it == script->bitmapsById.end()) return std::nullopt;
@@ -143,8 +144,10 @@ std::optional<SkinSource> LoadSkinSource(const std::string& skinArg, std::string
             *error = skinArg + ": skin: more than one resource script; name the one to check";
             return std::nullopt;
         }
-        if (scripts.size() == 1) script = scripts.front();
-        else skin.manifestPath = Normal(arg / "skin.controls");
+        if (scripts.size() == 1)
+            script = scripts.front();
+        else
+            skin.manifestPath = Normal(arg / "skin.controls");
         skin.folder = Normal(arg);
     } else {
         script = arg;

@@ -22,7 +22,7 @@ struct PieceRef {
     std::string token;  // as written; "-" for a piece left out
     std::string path;   // the file it names; empty when left out or unresolved
     bool resolved = false;
-    unsigned id = 0;    // its resource identifier (low 16 bits), 0 when named otherwise
+    unsigned id = 0;  // its resource identifier (low 16 bits), 0 when named otherwise
 };
 
 struct ControlEntry {
@@ -33,9 +33,9 @@ struct ControlEntry {
 };
 
 struct SkinSource {
-    std::string scriptPath;    // empty for a folder skin
-    std::string manifestPath;  // the control list
-    std::string folder;        // where unused files are looked for
+    std::string scriptPath;                             // empty for a folder skin
+    std::string manifestPath;                           // the control list
+    std::string folder;                                 // where unused files are looked for
     std::map<std::string, std::string> resourceOfFile;  // file -> its resource name (script skins)
     std::vector<ControlEntry> controls;
 };
