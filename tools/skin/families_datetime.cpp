@@ -22,12 +22,16 @@ std::unique_ptr<CWnd> MakeSpinner(CWnd& parent, const RECT& place, const Specime
         spinner->SetVStyle(false);
         for (const wchar_t* s : {L"24-hour", L"12-hour", L"Automatic"}) spinner->InsertStr(s);
     } else {
+        spinner->SetVStyle(true);
         spinner->SetRang(1, 31);
         spinner->SetPos(17);
     }
-    spinner->LoadSkin(L"", Names(skin, 9));
-    spinner->MoveWindow(CRect(place), true);
     spinner->SetTextCol(kInk);
+    spinner->LoadSkin(L"", Names(skin, 9));
+    // The value style stacks its buttons above and below the value, as the clock's spinners.
+    CRect rc(place);
+    if (state == 0) rc = CRect(rc.left, rc.top, rc.left + 64, rc.top + 130);
+    spinner->MoveWindow(rc, true);
     return spinner;
 }
 

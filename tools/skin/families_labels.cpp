@@ -10,6 +10,7 @@ namespace zel::skintool {
 namespace {
 
 constexpr COLORREF kInk = RGB(230, 234, 240);
+constexpr COLORREF kLcdInk = RGB(24, 40, 24);  // dark digits, as on a lit display
 
 std::unique_ptr<CWnd> MakeLabel(CWnd& parent, const RECT& place, const SpecimenSkin& skin, size_t) {
     auto label = std::make_unique<CZELLable>();
@@ -27,11 +28,12 @@ std::unique_ptr<CWnd> MakeDisplay(CWnd& parent, const RECT& place, const Specime
     CArray<CString, CString> frame, indicators;
     for (size_t i = 0; i < 3; ++i) frame.Add(skin.Path(i));
     for (size_t i = 3; i < 5; ++i) indicators.Add(skin.Path(i));
-    DWORD colors[3] = {kInk, kInk, 0};
+    DWORD colors[3] = {kLcdInk, kLcdInk, 0};
     int heights[3] = {44, 15, 0};
     display->InitCtrl(frame, indicators, colors, heights, 1);
     CString status = L"Ready";
     display->SetszTime(status);
+    display->Invalidate();  // InitCtrl changes fonts and pieces without repainting
     return display;
 }
 
