@@ -1,6 +1,7 @@
 #include "kernel/dialog_template.h"
 
 #include <cstring>
+#include <optional>
 #include <string>
 
 #include "kernel/utf.h"
@@ -15,6 +16,18 @@ constexpr uint16_t kExtendedSignature = 0xFFFF;
 // The predefined classes by ordinal, in Windows' order from 0x0080.
 constexpr const wchar_t* kClassOrdinals[] = {L"Button", L"Edit", L"Static", L"ListBox", L"ScrollBar", L"ComboBox"};
 constexpr uint16_t kFirstClassOrdinal = 0x0080;
+
+// "#n" with n a 16-bit number names a resource or class by ordinal.
+std::optional<uint16_t> Ordinal(const std::wstring& s) {
+    if (s.size() < 2 || s.size() > 6 || s[0] != L'#' || (s[1] == L'0' && s.size() > 2)) return std::nullopt;
+    uint32_t v = 0;
+    for (size_t i = 1; i < s.size(); ++i) {
+        if (s[i] < L'0' || s[i] > L'9') return std::nullopt;
+        v = v * 10 + static_cast<uint32_t>(s[i] - L'0');
+    }
+    if (v > 0xFFFF) return std::nullopt;
+    return static_cast<uint16_t>(v);
+}
 
 class Writer {
 public:
@@ -48,9 +61,9 @@ public:
                     Word(kOrdinalMark);
                     return Word(static_cast<uint16_t>(kFirstClassOrdinal + i));
                 }
-        if (s[0] == L'#' && s.size() > 1 && s.find_first_not_of(L"0123456789", 1) == std::wstring::npos) {
+        if (std::optional<uint16_t> ordinal = Ordinal(s)) {
             Word(kOrdinalMark);
-            return Word(static_cast<uint16_t>(std::stoul(s.substr(1))));
+            return Word(*ordinal);
         }
         String(s);
     }

@@ -207,7 +207,7 @@ LRESULT OnEraseBackground(HWND dlg, WPARAM wp) {
     return 1;
 }
 
-LRESULT DefaultDialogMessage(HWND dlg, Window* w, DialogData& d, UINT msg, WPARAM wp, LPARAM lp) {
+LRESULT DefaultDialogMessage(HWND dlg, DialogData& d, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
         case WM_ERASEBKGND: return OnEraseBackground(dlg, wp);
         case WM_ACTIVATE:
@@ -232,7 +232,7 @@ LRESULT DefaultDialogMessage(HWND dlg, Window* w, DialogData& d, UINT msg, WPARA
             return 0;
         }
         case WM_GETDLGCODE: return 0;
-        default: (void)w; return DefWindowProcW(dlg, msg, wp, lp);
+        default: return DefWindowProcW(dlg, msg, wp, lp);
     }
 }
 
@@ -293,7 +293,8 @@ INT_PTR RunModal(HWND dlg, HWND owner) {
     bool ownerWasEnabled = owner && IsWindowEnabled(owner);
     if (ownerWasEnabled) EnableWindow(owner, FALSE);
     ModalStack().push_back(dlg);
-    ShowWindow(dlg, SW_SHOW);
+    // A dialog that ended during WM_INITDIALOG is never shown.
+    if (DialogData* d = ExistingDialog(dlg); d && !d->ended) ShowWindow(dlg, SW_SHOW);
     bool cancelled = false;
     INT_PTR result = IDCANCEL;
     for (;;) {
@@ -401,7 +402,7 @@ LRESULT DefDlgProcW(HWND dlg, UINT msg, WPARAM wp, LPARAM lp) {
         if (handled) return ReturnsDirectly(msg) ? handled : GetLong(dlg, DWLP_MSGRESULT);
         if (!(d = DialogOf(w))) return 0;
     }
-    return DefaultDialogMessage(dlg, w, *d, msg, wp, lp);
+    return DefaultDialogMessage(dlg, *d, msg, wp, lp);
 }
 
 BOOL MapDialogRect(HWND dialog, LPRECT rect) {
