@@ -145,6 +145,12 @@ private:
 
     void Operand(const std::string& what, std::string& text) {
         const Token& t = Next(what);
+        // Unary operators and parentheses recurse; a hostile script must not exhaust the stack.
+        if (++depth_ > kMaxNesting) Fail(t.where, what + ": expression nested too deeply");
+        struct Leave {
+            int& d;
+            ~Leave() { --d; }
+        } leave{depth_};
         if (t.kind == Token::kNumber) {
             text += t.text + ' ';
         } else if (t.kind == Token::kIdent) {
@@ -165,7 +171,9 @@ private:
         }
     }
 
+    static constexpr int kMaxNesting = 64;
     TokenCursor in_;
+    int depth_ = 0;
 };
 
 class DialogReader {
@@ -194,7 +202,7 @@ public:
         }
         r_.Next("END");
         if (!styleGiven_) dlg_.style = kDefaultDialogStyle;
-        if (!dlg_.caption.empty() || captionGiven_) dlg_.style |= WS_CAPTION;
+        if (captionGiven_) dlg_.style |= WS_CAPTION;
         if (dlg_.hasFont) dlg_.style |= DS_SETFONT;
         return std::move(dlg_);
     }

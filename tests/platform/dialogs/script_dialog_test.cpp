@@ -227,6 +227,8 @@ TEST(ScriptDialogs, BrokenTemplatesNameTheLineAndWhatWasExpected) {
         {"STRINGTABLE\nBEGIN\n 1 2\nEND\n", ":3:", "expected the string in quotes"},
         {"STRINGTABLE\nBEGIN\n 1 \"a\"\n", ":2:", "STRINGTABLE: BEGIN without END"},
         {"STRINGTABLE\n", ":1:", "STRINGTABLE: missing BEGIN"},
+        {"1 DIALOG 0,0,10,10\nSTYLE ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((1\nBEGIN\nEND\n",
+         ":2:", "STYLE: expression nested too deeply"},
     };
     for (const Case& c : cases) {
         std::string error;
