@@ -1,8 +1,12 @@
 #include "host/screens.h"
 
 #include "screens/buttons_screen.h"
+#include "screens/clock_screen.h"
 #include "screens/home_screen.h"
+#include "screens/phone_screen.h"
+#include "screens/lists_screen.h"
 #include "screens/player_screen.h"
+#include "screens/settings_screen.h"
 
 namespace zel::demo {
 
@@ -22,6 +26,15 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
+        {"clock", L"Clock settings", L"Clock",
+         L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
+        {"phone", L"Telephone", L"Phone", L"A dial pad, the number display, labels and a shaped portrait.",
+         Make<PhoneScreen>},
+        {"lists", L"List gallery", L"Lists", L"The image list in its four styles: names, states, numbers, images.",
+         Make<ListsScreen>},
+        // Screens without a tab come last (the tab strip stops at the first): tours reach them
+        // by name.
+        {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
     };
     return screens;
 }

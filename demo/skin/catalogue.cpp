@@ -13,6 +13,10 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddScreenPieces(all);
         AddButtonPieces(all);
         AddBarPieces(all);
+        AddClockPieces(all);
+        AddPhonePieces(all);
+        AddComboPieces(all);
+        AddListPieces(all);  // last: earlier pieces keep their identifiers
         return all;
     }();
     return pieces;

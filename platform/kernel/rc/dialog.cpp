@@ -97,7 +97,7 @@ public:
             }
             std::string text = Term(what);
             std::string error;
-            std::optional<int64_t> v = EvaluateExpression(text, in_.source.macros, &error);
+            std::optional<int64_t> v = EvaluateExpression(text, in_.source.macros, &error, in_.cache);
             if (!v) Fail(Last().where, what + ": " + error);
             uint32_t bits = static_cast<uint32_t>(*v);
             if (negate) {

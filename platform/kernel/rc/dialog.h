@@ -17,6 +17,7 @@ struct TokenCursor {
     const std::vector<Token>& tokens;
     size_t& pos;
     const Preprocessed& source;
+    ExpressionCache* cache;  // the load's: macro values and the expression token budget
 };
 
 // Reads a template from the first token after the type (and memory options) to its END;

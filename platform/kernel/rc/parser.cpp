@@ -126,7 +126,7 @@ private:
             return n;
         }
         std::string error;
-        auto v = EvaluateExpression(expression, source_.macros, &error);
+        auto v = EvaluateExpression(expression, source_.macros, &error, &cache_);
         if (!v) Fail(t.where, "resource name '" + n.display + "': " + error);
         n.numeric = true;
         n.id = static_cast<unsigned>(*v) & 0xFFFF;  // resource identifiers are 16 bits
@@ -152,7 +152,7 @@ private:
         }
     }
 
-    TokenCursor Cursor() { return TokenCursor{tokens_, pos_, source_}; }
+    TokenCursor Cursor() { return TokenCursor{tokens_, pos_, source_, &cache_}; }
 
     std::map<unsigned, std::wstring>& StringTable(const std::string& language) {
         for (auto& [lang, table] : stringTables_)
@@ -199,6 +199,7 @@ private:
     std::map<std::string, Seen> seen_;
     std::vector<std::pair<std::string, std::map<unsigned, std::wstring>>> stringTables_;
     ResourceScript script_;
+    ExpressionCache cache_;  // the macro table is final here
 };
 
 }  // namespace

@@ -77,10 +77,6 @@ TEST_F(WineLayouts, TahomaEightPointFormMatchesWindows) { Compare(1); }
 
 TEST_F(WineLayouts, OddPlacesRoundAsWindowsRoundsThem) { Compare(3); }
 
-// Known difference, kept visible: the platform measures bold Tahoma at 15 pixels with the
-// regular advances (the 52 letters are 426 pixels wide here, 485 under Windows), so its
-// base units are 8 x 18 where Windows has 9 x 18. Enable once the text engine's bold
-// metrics agree.
-TEST_F(WineLayouts, DISABLED_BoldElevenPointFormMatchesWindows) { Compare(2); }
+TEST_F(WineLayouts, BoldElevenPointFormMatchesWindows) { Compare(2); }
 
 }  // namespace

@@ -1,0 +1,965 @@
+#include "CZELList.h"
+
+#include <algorithm>
+#include <climits>
+
+#include "ListRowStore.h"
+#include "Notify.h"
+#include "OffscreenCanvas.h"
+#include "RowGeometry.h"
+#include "ControlFont.h"
+#include "SkinList.h"
+#include "SkinSet.h"
+#include "SkinText.h"
+
+namespace {
+
+constexpr int kScrollBarId = 9001;
+constexpr int kInitialRows = 100;
+constexpr int kPlayColumn = 40;       // the play layout's second column
+constexpr UINT kRowText = DT_SINGLELINE | DT_VCENTER;             // 0x24
+constexpr UINT kCentredText = DT_SINGLELINE | DT_VCENTER | DT_CENTER;  // 0x25
+constexpr int kDefaultFontHeights[4] = {30, 28, 17, 13};
+
+// This list's own cache of the double-click time, read on the first row click.
+UINT ListDoubleClickTime() {
+    static const UINT ms = ::GetDoubleClickTime();
+    return ms;
+}
+
+// DrawTextW with a transparent background into `rc` (the DC's font and colour).
+void RowText(HDC dc, const CString& text, RECT rc, UINT format) {
+    ::DrawTextW(dc, text, text.GetLength(), &rc, format);
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CZELList, CWnd)
+ON_WM_PAINT()
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONDBLCLK()
+ON_WM_TIMER()
+ON_WM_KILLFOCUS()
+ON_CONTROL_REFLECT(BN_DOUBLECLICKED, &CZELList::OnDoubleclicked)
+ON_WM_VSCROLL()
+ON_WM_MOVE()
+ON_WM_SIZE()
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
+CZELList::CZELList()
+    : m_pScrollBar(new CZELScrollbar),
+      m_nItemCount(0),
+      m_nColumnCount(0),
+      m_nRowCapacity(kInitialRows),
+      m_nCurSel(-1),
+      m_nRowInterval(8),
+      m_nMarginX(8),
+      m_nItemHeight(24),
+      m_nScrollInter(4),
+      m_pFirstRow(nullptr),
+      m_ppRows(zelctl::lists::RowStore::AllocateIndex(kInitialRows)),
+      m_pColumns(nullptr),
+      m_bClickArmed(0),
+      m_rcClick(0, 0, 0, 0),
+      m_rcScroll(0, 0, 0, 0),
+      m_pImages(nullptr),
+      m_nImageCount(0),
+      m_bPlayStyle(0),
+      m_nStyle(0),
+      m_nMarginY(4),
+      m_clrBack(RGB(0xE7, 0xED, 0xF9)),   // 0x00F9EDE7
+      m_clrFrame(RGB(0x64, 0x8C, 0xD8)),  // 0x00D88C64
+      m_clrFill(RGB(0xFF, 0xFF, 0xF9)),   // 0x00F9FFFF
+      m_rcList(0, 0, 0, 0),
+      m_clrText(RGB(0, 0, 0)),
+      m_clrSelText(RGB(255, 255, 255)) {
+    m_skin = std::make_unique<zelctl::SkinSet>(kPieceCount);
+    m_hFonts = std::make_unique<zelctl::OwnedFont[]>(4);
+    for (int i = 0; i < 4; ++i) m_hFonts[i].Create(kDefaultFontHeights[i]);
+}
+
+CZELList::~CZELList() {
+    ClearImages();
+    delete m_pScrollBar;
+    m_pScrollBar = nullptr;
+    Rows().FreeAll();
+}
+
+zelctl::lists::RowStore CZELList::Rows() {
+    return {m_nItemCount, m_nColumnCount, m_nRowCapacity, m_pFirstRow, m_ppRows, m_pColumns, m_orphans};
+}
+
+bool CZELList::HasBar() const { return m_pScrollBar && ::IsWindow(m_pScrollBar->m_hWnd); }
+
+int CZELList::ScrollBarWidth() const {
+    if (!HasBar()) return 0;
+    CRect rc;
+    m_pScrollBar->GetWindowRect(&rc);
+    return rc.Width();
+}
+
+int CZELList::ScrollPos() const { return HasBar() ? static_cast<int>(m_pScrollBar->GetScrollPos()) : 0; }
+
+void CZELList::Repaint() {
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+// ---- creation ------------------------------------------------------------------------------
+
+BOOL CZELList::Create(LPCWSTR lpszClassName, LPCWSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
+                      CWnd* pParentWnd, UINT nID, void* pContext) {
+    return CWnd::Create(lpszClassName, lpszWindowName, dwStyle, rect, pParentWnd, nID, pContext);
+}
+
+// The class takes CS_DBLCLKS, so a quick second tap arrives as WM_LBUTTONDBLCLK itself.
+void CZELList::PreSubclassWindow() {
+    CWnd::PreSubclassWindow();
+    ::SetClassLongW(m_hWnd, GCL_STYLE, ::GetClassLongW(m_hWnd, GCL_STYLE) | CS_DBLCLKS);
+    if (!m_pScrollBar->Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(1, 1, 20, 100), this, kScrollBarId))
+        AfxMessageBox(L"ERROR");
+    CRect client;
+    GetClientRect(&client);
+    m_rcList = client;
+    m_rcList.DeflateRect(2, 2, 2, 2);
+}
+
+// ---- rows ------------------------------------------------------------------------------------
+
+int CZELList::FinishInsert(int result) {
+    if (result < 0) return result;
+    UpdataScrollBar();
+    Repaint();
+    return result;
+}
+
+int CZELList::InsertItem(const LVITEMW* pItem) {
+    if (!pItem) return -1;
+    bool wasEmpty = false;
+    const int result = Rows().InsertRow(pItem->iItem, pItem->pszText ? pItem->pszText : L"", wasEmpty);
+    if (result >= 0 && wasEmpty) m_ppRows[0]->nMark = 1;
+    return FinishInsert(result);
+}
+
+int CZELList::InsertItem(int nItem, LPCTSTR lpszText) {
+    bool wasEmpty = false;
+    return FinishInsert(Rows().InsertRow(nItem, lpszText ? lpszText : L"", wasEmpty));
+}
+
+int CZELList::InsertItem(int nItem, LPCTSTR lpszText, int nImage) {
+    bool wasEmpty = false;
+    const int result = Rows().InsertRow(nItem, lpszText ? lpszText : L"", wasEmpty);
+    if (result >= 0 && nImage >= 0 && nImage < m_nImageCount) m_ppRows[result]->nImage = nImage;
+    return FinishInsert(result);
+}
+
+int CZELList::AddItem(CArray<CString, CString>& texts, int nImage) {
+    if (texts.GetSize() != m_nColumnCount) return -1;
+    const int row = InsertItem(GetItemCount(), texts[0], nImage);
+    if (row < 0) return -1;
+    for (int c = 1; c < m_nColumnCount; ++c) SetItemText(row, c, texts[c]);
+    return row;
+}
+
+int CZELList::SetItemText(int nItem, int nSubItem, LPCTSTR lpszText) {
+    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem > m_nColumnCount) return 0;
+    ListCell* cell = Rows().Cell(nItem, nSubItem);
+    if (!cell) return 0;
+    cell->strText = lpszText ? lpszText : L"";
+    Repaint();
+    return 1;
+}
+
+CString CZELList::GetItemText(int nItem, int nSubItem) {
+    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem >= m_nColumnCount) return CString();
+    ListCell* cell = Rows().Cell(nItem, nSubItem);
+    return cell ? cell->strText : CString();
+}
+
+int CZELList::GetItemText(int, int, LPTSTR, int) { return 1; }
+
+int CZELList::DelOneItem(int nItem) { return Rows().DeleteRow(nItem, m_nCurSel); }
+
+int CZELList::DeleteItem(int nItem) {
+    if (!DelOneItem(nItem)) return 0;
+    UpdataScrollBar();
+    Repaint();
+    return 1;
+}
+
+int CZELList::DeleteAllItems() {
+    const int rows = m_nItemCount;
+    for (int i = rows - 1; i >= 0; --i) DelOneItem(i);
+    // Rows DelOneItem refused (no columns left) are freed here, so the count of 0 is true.
+    for (int i = 0; i <= rows && m_ppRows; ++i) {
+        for (ListCell* cell = m_ppRows[i]; cell;) {
+            ListCell* next = cell->pNextCell;
+            delete cell;
+            cell = next;
+        }
+        m_ppRows[i] = nullptr;
+    }
+    if (rows > 0 && m_nColumnCount < 1) m_pFirstRow = nullptr;
+    m_nItemCount = 0;
+    UpdataScrollBar();
+    Repaint();
+    return 1;
+}
+
+int CZELList::GetItemCount() { return m_nItemCount; }
+
+int CZELList::GetItemHeight() { return m_nItemHeight; }
+
+// ---- columns -------------------------------------------------------------------------------
+
+int CZELList::InsertColumn(int nCol, const LVCOLUMNW* pColumn) {
+    if (!pColumn) return -1;
+    ++m_nColumnCount;
+    return Rows().LinkColumn(nCol, pColumn->pszText ? pColumn->pszText : L"", pColumn->cx);
+}
+
+int CZELList::InsertColumn(int nCol, LPCTSTR lpszHeading, int, int nWidth, int) {
+    NKDbgPrintfW(L"col11= %d\n", m_nColumnCount);
+    if (nCol < 0 || nCol > m_nColumnCount) return -1;
+    ++m_nColumnCount;
+    auto rows = Rows();
+    rows.LinkColumn(nCol, lpszHeading ? lpszHeading : L"", nWidth);
+    if (!rows.Empty()) rows.CutRowsAtColumn(nCol);  // as CListData: hosts add columns first
+    NKDbgPrintfW(L"col= %d\n", m_nColumnCount);
+    return nCol;
+}
+
+int CZELList::DeleteColumn(int nCol) {
+    if (m_nStyle == 1 || m_bPlayStyle) return 0;
+    if (nCol >= m_nColumnCount || nCol < 0 || m_nColumnCount < 1 || !m_pColumns) return 0;
+    Rows().RemoveColumn(nCol);
+    Repaint();
+    return 1;
+}
+
+int CZELList::SetColumnWidth(int nCol, int cx) {
+    if (nCol >= m_nColumnCount) return 0;
+    ListColumn* column = Rows().Column(nCol);
+    if (!column || column->nWidth == cx) return 0;
+    column->nWidth = cx;
+    Repaint();
+    return 1;
+}
+
+int CZELList::GetColumnWidth(int nCol) {
+    if (nCol >= m_nColumnCount || nCol < 0) return -1;
+    ListColumn* column = Rows().Column(nCol);
+    return column ? column->nWidth : -1;
+}
+
+// The style setters reshape the column set whatever the style guards of DeleteColumn say.
+void CZELList::TrimColumns(int keep) {
+    while (m_nColumnCount > keep && m_pColumns) Rows().RemoveColumn(m_nColumnCount - 1);
+}
+
+// Appends a descriptor without touching the rows' cells.
+void CZELList::AppendColumn(LPCTSTR heading, int width) {
+    ++m_nColumnCount;
+    Rows().LinkColumn(INT_MAX, heading, width);
+}
+
+// ---- lookups and selection -----------------------------------------------------------------
+
+int CZELList::GetIndexByName(CString& s) {
+    for (int i = 0; i < m_nItemCount; ++i)
+        if (m_ppRows[i] && m_ppRows[i]->strText == s) return i;
+    return -1;
+}
+
+int CZELList::GetIndexByState(CString& s) {
+    for (int i = 0; i < m_nItemCount; ++i) {
+        ListCell* state = m_ppRows[i] ? m_ppRows[i]->pNextCell : nullptr;
+        if (!state) return -1;
+        if (state->strText == s) return i;
+    }
+    return -1;
+}
+
+void CZELList::SetCurSel(int n) {
+    if (n >= 0 && n < m_nItemCount) m_nCurSel = n;
+}
+
+int CZELList::GetCurSel() { return m_nCurSel; }
+
+int CZELList::SetItemState(int nItem, UINT nState, UINT) {
+    if (nItem < 0 || nItem >= m_nItemCount) return 0;
+    if (nState == 1) {
+        m_nCurSel = nItem;
+        Repaint();
+    } else if (nState == 2) {
+        m_ppRows[nItem]->nMark = 1;
+    }
+    return 1;
+}
+
+int CZELList::SetItemState(int, LVITEMW*) { return 1; }
+
+// Counted along the head chain from the first row ever inserted into the empty list, as
+// the device does: rows inserted in front of it later are not walked.
+int CZELList::GetSelectedCount() {
+    int n = 0;
+    for (ListCell* head = m_pFirstRow; head; head = head->pNextRow)
+        if (head->nMark == 1) ++n;
+    return n;
+}
+
+int CZELList::SetSelectionMark(int n) {
+    for (int i = 0; i < m_nItemCount; ++i)
+        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) m_ppRows[i]->nMark = 0;
+    if (ListCell* head = Rows().Head(n)) head->nMark = 1;
+    Repaint();
+    return 0;
+}
+
+int CZELList::GetSelect() {
+    for (int i = 0; i < m_nItemCount; ++i)
+        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) return i;
+    return -1;
+}
+
+// ---- styles and geometry ---------------------------------------------------------------------
+
+void CZELList::SetSytle(int nStyle) {
+    if (nStyle < 1 || nStyle > 3) return;
+    CRect client;
+    if (::IsWindow(m_hWnd)) GetClientRect(&client);
+    const int width = client.Width() - 2 * m_nMarginX - ScrollBarWidth();
+    // Columns first, style after: in style 1 DeleteColumn would refuse to trim.
+    if (m_nColumnCount >= nStyle) {
+        TrimColumns(nStyle);
+        SetColumnWidth(0, width);
+    } else {
+        TrimColumns(0);
+        AppendColumn(L"name", width);
+        if (nStyle == 2) AppendColumn(L"state", 0);
+        if (nStyle == 3) {
+            AppendColumn(L"data", 0);
+            AppendColumn(L"time1", 0);
+        }
+    }
+    m_nStyle = nStyle;
+    Repaint();
+}
+
+int CZELList::SetPlayStyle(int bOn) {
+    if (!bOn) {
+        m_bPlayStyle = 0;
+        return 1;
+    }
+    CRect client;
+    if (::IsWindow(m_hWnd)) GetClientRect(&client);
+    const int w = client.Width();
+    switch (m_nColumnCount) {
+        case 0:
+            AppendColumn(L"name", w - kPlayColumn);
+            AppendColumn(L"Tname", kPlayColumn);
+            AppendColumn(L"time", 0);
+            m_bPlayStyle = 1;
+            break;
+        case 1:
+            SetColumnWidth(0, w - kPlayColumn);
+            AppendColumn(L"Tname", kPlayColumn);
+            AppendColumn(L"time", 0);
+            m_bPlayStyle = 1;
+            break;
+        case 2:
+            SetColumnWidth(0, w - kPlayColumn);
+            SetColumnWidth(1, kPlayColumn);
+            AppendColumn(L"time", 0);
+            m_bPlayStyle = 1;
+            break;
+        default:  // three or more: cut to three, and the layout flag stays as it was
+            TrimColumns(3);
+            SetColumnWidth(0, w - kPlayColumn);
+            SetColumnWidth(1, kPlayColumn);
+            SetColumnWidth(2, 0);
+            break;
+    }
+    m_nRowInterval = 0;
+    return 1;
+}
+
+int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
+    m_nItemHeight = m_nItemHeight - m_nRowInterval + nRowInterval;
+    m_nRowInterval = nRowInterval;
+    m_nMarginX = nMarginX;
+    m_nMarginY = nMarginY;
+    if (::IsWindow(m_hWnd)) {
+        CRect client;
+        GetClientRect(&client);
+        m_rcList.SetRect(client.left + nMarginX, client.top + nMarginY + 1, client.right - nMarginX,
+                         client.bottom - nMarginY - 1);
+    }
+    Repaint();
+    UpdataScrollBar();
+    return m_nRowInterval;
+}
+
+void CZELList::SetItemHeight(int nHeight) {
+    m_nItemHeight = nHeight;
+    UpdataScrollBar();
+    Repaint();
+}
+
+void CZELList::SetScrollInter(int n) {
+    if (n < 0) return;
+    m_nScrollInter = n;
+    PlaceBarForStyle();
+    Repaint();
+}
+
+// Styles 2 and 3 put the bar against the right edge from 1 to the bottom - 1; the others
+// 1 pixel inside it with m_nScrollInter shared above and below.
+void CZELList::PlaceBarForStyle() {
+    if (!::IsWindow(m_hWnd) || !HasBar()) return;
+    CRect client;
+    GetClientRect(&client);
+    const int bw = ScrollBarWidth();
+    if (m_nStyle == 2 || m_nStyle == 3)
+        m_pScrollBar->MoveWindow(client.Width() - bw, 1, bw, client.Height() - 2, TRUE);
+    else
+        m_pScrollBar->MoveWindow(client.Width() - bw - 1, m_nScrollInter / 2, bw, client.Height() - m_nScrollInter,
+                                 TRUE);
+}
+
+void CZELList::SetFontSizeAndClr(int (&heights)[4], COLORREF (&colours)[2]) {
+    for (int i = 0; i < 4; ++i) m_hFonts[i].Create(heights[i]);
+    m_clrText = colours[0];
+    m_clrSelText = colours[1];
+}
+
+void CZELList::ScrollTo(long pos) {
+    if (!::IsWindow(m_hWnd) || !HasBar()) return;
+    long lo = 0, hi = 0;
+    m_pScrollBar->GetRange(lo, hi);
+    CRect client;
+    GetClientRect(&client);
+    if (static_cast<long long>(m_nItemHeight) * m_nItemCount <= client.Height()) return;
+    m_pScrollBar->SetScrollPos(std::clamp(pos, lo, hi), TRUE);
+}
+
+// OnSize and MoveWindow: the list area by style, the bar by style, then the bar hidden
+// until UpdataScrollBar shows it again. OnSize lets the bar of styles 0 and 1 reach the
+// bottom edge (only half the inset is taken off); MoveWindow takes the whole inset.
+void CZELList::LayOutList(bool fromSize) {
+    if (!::IsWindow(m_hWnd)) return;
+    CRect client;
+    GetClientRect(&client);
+    const int d = m_nStyle == 1 ? m_nMarginY : m_nRowInterval / 8;
+    m_rcList.SetRect(client.left + m_nMarginX, client.top + d + 1, client.right - m_nMarginX, client.bottom - d - 1);
+    if (!HasBar()) return;
+    const int bw = ScrollBarWidth();
+    if (m_nStyle == 2 || m_nStyle == 3)
+        m_pScrollBar->MoveWindow(client.Width() - bw, 1, bw, client.Height() - 2, TRUE);
+    else
+        m_pScrollBar->MoveWindow(client.Width() - bw - 1, m_nScrollInter / 2, bw,
+                                 client.Height() - (fromSize ? m_nScrollInter / 2 : m_nScrollInter), TRUE);
+    m_pScrollBar->ShowWindow(SW_HIDE);
+    UpdataScrollBar();
+}
+
+void CZELList::MoveWindow(int x, int y, int cx, int cy, BOOL bRepaint) {
+    if (!::IsWindow(m_hWnd)) return;
+    CWnd::MoveWindow(x, y, cx, cy, bRepaint);
+    LayOutList(false);
+}
+
+void CZELList::UpdataScrollBar() {
+    if (!::IsWindow(m_hWnd) || !HasBar()) return;
+    CRect client;
+    GetClientRect(&client);
+    m_pScrollBar->GetClientRect(&m_rcScroll);
+    const int bw = m_rcScroll.Width();
+    const int h = m_nItemHeight;
+    const int visible = h > 0 ? m_rcList.Height() / h : 0;
+    const int leftover = m_rcList.Height() - visible * h + m_nRowInterval;
+    int threshold = h;
+    if (m_nStyle == 0) threshold = m_skin->Size(kNormalMiddle).cy;
+    if (m_nStyle == 1) threshold = m_skin->Size(kNormalLeft).cy;
+    const int separator = m_skin->Size(kSeparator).cy;
+    int excess = m_nItemCount - visible;
+    if (leftover + separator >= threshold) --excess;  // the leftover space holds one more row
+    if (excess > 0) {
+        m_pScrollBar->SetScrollRange(0, excess);
+        m_pScrollBar->SetPagesize(h > 0 ? client.Height() / h : 0);
+        m_pScrollBar->ShowWindow(SW_SHOW);
+        m_rcScroll.SetRect(client.right - bw, client.top, client.right, client.bottom);
+        if (m_bPlayStyle)
+            SetColumnWidth(0, client.Width() - bw - kPlayColumn);
+        else if (m_nStyle >= 1)
+            SetColumnWidth(0, client.Width() - 2 * m_nMarginX - bw);
+    } else {
+        m_pScrollBar->SetScrollRange(0, 0);  // the bar makes it 0..1 at position 0
+        if (m_bPlayStyle) {
+            SetColumnWidth(0, client.Width() - kPlayColumn);
+        } else if (m_nStyle == 1) {
+            m_pScrollBar->ShowWindow(SW_HIDE);
+            SetColumnWidth(0, client.Width() - 2 * m_nMarginX);
+        } else if (m_nStyle >= 2) {
+            // Styles 2 and 3 keep the bar on show, disabled below.
+            m_pScrollBar->ShowWindow(SW_SHOW);
+            SetColumnWidth(0, client.Width() - 2 * m_nMarginX - bw);
+        }
+    }
+    if (m_nStyle == 2 || m_nStyle == 3) m_pScrollBar->EnableWindow(excess > 0);
+}
+
+// ---- skins -----------------------------------------------------------------------------------
+
+void CZELList::LoadScrollBitmap(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT nUp, UINT nDown, UINT nDownDown,
+                                UINT nUpDown, HINSTANCE hInst) {
+    m_pScrollBar->LoadBitmapW(nThumb, nThumbDown, nTrack, nUp, nDown, nDownDown, nUpDown, hInst);
+    PlaceBarForStyle();
+    UpdataScrollBar();
+}
+
+void CZELList::LoadNomalBmp(const UINT (&ids)[3], UINT nSeparator, HINSTANCE hInst) {
+    m_skin->LoadIds({ids[0], ids[1], ids[2], nSeparator}, hInst, kNormalLeft);
+    UpdataScrollBar();
+    Repaint();
+}
+
+void CZELList::LoadSelectBmp(const UINT (&ids)[3], const UINT (&marks)[2], HINSTANCE hInst) {
+    m_skin->LoadIds({ids[0], ids[1], ids[2], marks[0], marks[1]}, hInst, kSelLeft);
+    Repaint();
+}
+
+void CZELList::LoadBitmapW(CString strLeft, CString strMiddle, CString strRight, CString strSeparator) {
+    m_skin->LoadFiles({strLeft, strMiddle, strRight, strSeparator}, kNormalLeft);
+    UpdataScrollBar();
+    Repaint();
+}
+
+void CZELList::LoadSelBitmaps(CString strLeft, CString strMiddle, CString strRight, CString strMark,
+                              CString strSelMark) {
+    m_skin->LoadFiles({strLeft, strMiddle, strRight, strMark, strSelMark}, kSelLeft);
+    Repaint();
+}
+
+void CZELList::LoadBkBitmap(CString strPanel) {
+    m_skin->LoadFiles({strPanel}, kPanel);
+    Repaint();
+}
+
+void CZELList::LoadClrBitmap(CString strListBack) {
+    m_skin->LoadFiles({strListBack}, kListBack);
+    Repaint();
+}
+
+void CZELList::LoadBitBmp2(CString strBadge, CString strSelBadge) {
+    m_skin->LoadFiles({strBadge, strSelBadge}, kBadge);
+    Repaint();
+}
+
+int CZELList::AddImage(const CString (&normal)[3], const CString (&selected)[3]) {
+    auto* entry = new ImageEntry;
+    entry->pieces = std::make_unique<zelctl::SkinSet>(6);
+    entry->pieces->LoadFiles({normal[0], normal[1], normal[2], selected[0], selected[1], selected[2]});
+    ImageEntry** tail = &m_pImages;
+    while (*tail) tail = &(*tail)->pNext;
+    *tail = entry;
+    Repaint();
+    return m_nImageCount++;
+}
+
+void CZELList::ClearImages() {
+    while (m_pImages) {
+        ImageEntry* next = m_pImages->pNext;
+        delete m_pImages;
+        m_pImages = next;
+    }
+    m_nImageCount = 0;
+}
+
+void CZELList::ForMartLeng(HDC hdc, CString& text, int width, int) { zelctl::ShortenWithEllipsis(hdc, text, width); }
+
+// ---- input -----------------------------------------------------------------------------------
+
+void CZELList::OnLButtonDown(UINT nFlags, CPoint point) {
+    SetFocus();
+    if (!zelctl::ForwardPointer(*this, WM_LBUTTONDOWN, nFlags, point, zelctl::PointIn::Parent)) return;
+    Default();
+    if (m_rcScroll.PtInRect(point) && HasBar() && m_pScrollBar->IsWindowVisible()) {
+        m_bClickArmed = 0;
+        return;
+    }
+    const int previous = m_nCurSel;
+    const zelctl::RowGeometry rows{m_rcList, m_nItemHeight, ScrollPos(), m_nItemCount};
+    m_nCurSel = m_nItemHeight > 0 ? rows.RowAtY(point.y) : m_nItemCount;
+    InvalidateRect(nullptr, TRUE);
+    if (m_nCurSel >= m_nItemCount) {
+        // Below the last row: the name list selects the last row, the name-and-state list
+        // keeps its selection, the others drop it. No notification.
+        m_nCurSel = m_nStyle == 1 ? m_nItemCount - 1 : m_nStyle == 2 ? previous : -1;
+        KillTimer(kClickTimer);
+        m_bClickArmed = 0;
+        return;
+    }
+    const UINT doubleClickMs = ListDoubleClickTime();
+    if (m_bClickArmed && m_rcClick.PtInRect(point)) {
+        SendMessage(WM_LBUTTONDBLCLK, nFlags, MAKELPARAM(point.x, point.y));
+        return;
+    }
+    KillTimer(kClickTimer);
+    SetTimer(kClickTimer, doubleClickMs, nullptr);
+    m_bClickArmed = 1;
+    zelctl::NotifyNmhdr(*this, NM_CLICK);
+}
+
+void CZELList::OnLButtonDblClk(UINT, CPoint) {
+    KillTimer(kClickTimer);
+    m_bClickArmed = 0;
+    Default();
+    zelctl::NotifyNmhdr(*this, NM_DBLCLK);
+}
+
+void CZELList::OnTimer(UINT_PTR nIDEvent) {
+    if (nIDEvent == kClickTimer) {
+        KillTimer(kClickTimer);
+        m_bClickArmed = 0;
+    }
+    Default();
+}
+
+void CZELList::OnKillFocus(CWnd*) {
+    Default();
+    KillTimer(kClickTimer);
+    m_bClickArmed = 0;
+}
+
+void CZELList::OnDoubleclicked() {}
+
+BOOL CZELList::PreTranslateMessage(MSG* pMsg) {
+    if (pMsg && pMsg->message == WM_KEYDOWN) {
+        const int pos = ScrollPos();
+        if (pMsg->wParam == VK_UP && m_nCurSel >= 1) {
+            --m_nCurSel;
+            if (m_nCurSel < pos && HasBar()) m_pScrollBar->SetScrollPos(m_nCurSel, TRUE);
+            Repaint();
+            return TRUE;
+        }
+        if (pMsg->wParam == VK_DOWN && m_nCurSel != -1 && m_nCurSel < m_nItemCount - 1) {
+            ++m_nCurSel;
+            const int whole = m_nItemHeight > 0 ? m_rcList.Height() / m_nItemHeight : 0;
+            if (m_nCurSel - pos > whole && HasBar()) m_pScrollBar->SetScrollPos(pos + 1, TRUE);
+            Repaint();
+            return TRUE;
+        }
+    }
+    return CWnd::PreTranslateMessage(pMsg);
+}
+
+void CZELList::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar) {
+    Repaint();
+    CWnd::OnVScroll(nSBCode, nPos, pScrollBar);
+}
+
+void CZELList::OnMove(int, int) { Default(); }
+
+void CZELList::OnSize(UINT, int, int) {
+    Default();
+    LayOutList(true);
+}
+
+void CZELList::OnDestroy() {
+    KillTimer(kClickTimer);
+    m_skin->ReleaseAll();
+    for (int i = 0; i < 4; ++i) m_hFonts[i].Reset();
+    ClearImages();
+    CWnd::OnDestroy();
+}
+
+// ---- painting --------------------------------------------------------------------------------
+
+void CZELList::OnPaint() {
+    CPaintDC dc(this);
+    switch (m_nStyle) {
+        case 1: Draw1(dc.GetSafeHdc()); break;
+        case 2: Draw2(dc.GetSafeHdc()); break;
+        case 3: Draw3(dc.GetSafeHdc()); break;
+        default: Draw(dc.GetSafeHdc()); break;
+    }
+}
+
+int CZELList::ColumnZeroRight() { return GetColumnWidth(0); }
+
+void CZELList::RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const {
+    const int image = m_ppRows[row] ? m_ppRows[row]->nImage : -1;
+    const ImageEntry* entry = nullptr;
+    if (image >= 0 && image < m_nImageCount) {
+        entry = m_pImages;
+        for (int i = 0; i < image && entry; ++i) entry = entry->pNext;
+    }
+    for (int p = 0; p < 3; ++p) {
+        if (entry)
+            pieces[p] = (*entry->pieces)[(selected ? 3 : 0) + p];
+        else
+            pieces[p] = (*m_skin)[(selected ? kSelLeft : kNormalLeft) + p];
+    }
+}
+
+namespace {
+
+// The caps at their own size at either end of [0, right) and the middle stretched between
+// them at its own height (styles 1 and 2, and the designed ones).
+void DrawRowPieces(zelctl::OffscreenCanvas& canvas, HBITMAP left, HBITMAP middle, HBITMAP right, int rowRight,
+                   int top) {
+    const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(right);
+    canvas.Blit(left, 0, top, l.cx, l.cy);
+    canvas.Blit(right, rowRight - r.cx, top, r.cx, r.cy);
+    canvas.Stretch(middle, l.cx, top, rowRight - r.cx - l.cx, m.cy);
+}
+
+// The panel bitmap of styles 2 and 3 at (0, 0) at its own size, its next-to-last column
+// stretched from its right edge to the panel's, and the colour of its last column at half
+// height (CLR_INVALID without a bitmap).
+COLORREF PanelBackground(HDC panel, HDC reference, HBITMAP back, int panelWidth) {
+    const SIZE bs = zelctl::BitmapSize(back);
+    if (bs.cx < 2 || bs.cy < 1) return CLR_INVALID;
+    HDC source = ::CreateCompatibleDC(reference);
+    COLORREF sampled = CLR_INVALID;
+    {
+        zelctl::SelectGuard useBack(source, back);
+        ::BitBlt(panel, 0, 0, bs.cx, bs.cy, source, 0, 0, SRCCOPY);
+        if (panelWidth > bs.cx)
+            ::StretchBlt(panel, bs.cx, 0, panelWidth - bs.cx, bs.cy, source, bs.cx - 2, 0, 1, bs.cy, SRCCOPY);
+        sampled = ::GetPixel(source, bs.cx - 1, bs.cy / 2);
+    }
+    ::DeleteDC(source);
+    return sampled;
+}
+
+}  // namespace
+
+void CZELList::Draw1(HDC hdc) {
+    CRect client;
+    GetClientRect(&client);
+    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
+    panel.Fill(client, m_clrBack);
+    HPEN pen = ::CreatePen(PS_SOLID, 1, m_clrFrame);
+    HBRUSH brush = ::CreateSolidBrush(m_clrFill);
+    {
+        zelctl::SelectGuard usePen(panel.dc(), pen), useBrush(panel.dc(), brush);
+        ::RoundRect(panel.dc(), 0, 0, client.Width(), client.Height(), m_nRowInterval, m_nRowInterval);
+    }
+    ::DeleteObject(pen);
+    ::DeleteObject(brush);
+    m_rcList.SetRect(client.left + m_nMarginX, client.top + m_nMarginY + 1, client.right - m_nMarginX,
+                     client.bottom - m_nMarginY - 1);
+    const int listW = m_rcList.Width(), listH = m_rcList.Height();
+    zelctl::OffscreenCanvas list(hdc, listW, listH);
+    list.Fill(CRect(0, 0, listW, listH), m_clrFill);
+    const SIZE sep = m_skin->Size(kSeparator);
+    HDC dc = list.dc();
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, m_clrText);
+    zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
+    const int first = ScrollPos();
+    const int right = ColumnZeroRight();
+    for (int i = first; i < m_nItemCount; ++i) {
+        const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
+        const int top = k * m_nItemHeight;
+        const int bottom = (k + 1) * m_nItemHeight - sep.cy;
+        if (top > listH) break;
+        const bool selected = i == m_nCurSel;
+        if (selected) m_rcClick.SetRect(0, top, right, bottom);
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        DrawRowPieces(list, left, middle, rightCap, right, top);
+        const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
+        if (i != m_nItemCount - 1)
+            list.Stretch((*m_skin)[kSeparator], 0, bottom - (bottom - m.cy - top + sep.cy) / 2, right, sep.cy);
+        CRect text(l.cx + 5, top, right - r.cx, top + r.cy);
+        CString s = m_ppRows[i]->strText;
+        ForMartLeng(dc, s, text.Width());
+        if (selected) {
+            ::SelectObject(dc, m_hFonts[1]);
+            ::SetTextColor(dc, m_clrSelText);
+        }
+        RowText(dc, s, text, kRowText);
+        if (selected) {
+            ::SelectObject(dc, m_hFonts[0]);
+            ::SetTextColor(dc, m_clrText);
+        }
+    }
+    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
+    panel.Present();
+}
+
+void CZELList::Draw2(HDC hdc) {
+    CRect client;
+    GetClientRect(&client);
+    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
+    panel.Fill(client, m_clrBack);
+    // The panel bitmap at its size, its next-to-last column stretched over the rest, and
+    // the background colour taken from its last column at half height.
+    const HBITMAP back = (*m_skin)[kPanel];
+    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+    if (sampled != CLR_INVALID) m_clrBack = sampled;
+    m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
+    const int listW = m_rcList.Width(), listH = m_rcList.Height();
+    zelctl::OffscreenCanvas list(hdc, listW, listH);
+    list.Fill(CRect(0, 0, listW, listH), m_clrBack);
+    HDC dc = list.dc();
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, m_clrText);
+    zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
+    const int first = ScrollPos();
+    const int right = ColumnZeroRight();
+    for (int i = first; i < m_nItemCount; ++i) {
+        const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
+        // The list area's top counts again inside the list bitmap: rows sit that much lower.
+        const int top = (2 * m_nRowInterval) / 5 + k * m_nItemHeight + m_rcList.top - 1;
+        const int bottom = m_rcList.top + (k + 1) * m_nItemHeight;
+        if (top > listH) break;
+        const bool selected = i == m_nCurSel;
+        if (selected) m_rcClick.SetRect(0, top, right, bottom);
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        DrawRowPieces(list, left, middle, rightCap, right, top);
+        const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
+        if (m_ppRows[i]->nMark == 1) {
+            const HBITMAP mark = (*m_skin)[selected ? kSelMark : kMark];
+            const SIZE ms = zelctl::BitmapSize(mark);
+            const int y = top + (r.cy - ms.cy) / 2 - (selected ? 2 : 0);
+            list.Blit(mark, right - r.cx - ms.cx, y, ms.cx, ms.cy);
+        }
+        CRect text(l.cx + 5, top, right - r.cx, top + r.cy);
+        CString s = m_ppRows[i]->strText;
+        ForMartLeng(dc, s, text.Width());
+        RowText(dc, s, text, kRowText);
+    }
+    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
+    panel.Present();
+}
+
+// Style 0: the image list. The panel is the background colour with the list area filled
+// (and its background bitmap stretched over it); each row is drawn with the pieces of its
+// image entry, or the list's own row pieces, h - m_nRowInterval high with the interval as
+// the gap below it.
+void CZELList::Draw(HDC hdc) {
+    CRect client;
+    GetClientRect(&client);
+    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
+    panel.Fill(client, m_clrBack);
+    const int d = m_nRowInterval / 8;
+    m_rcList.SetRect(client.left + m_nMarginX, client.top + d + 1, client.right - m_nMarginX, client.bottom - d - 1);
+    const int listW = m_rcList.Width(), listH = m_rcList.Height();
+    zelctl::OffscreenCanvas list(hdc, listW, listH);
+    list.Fill(CRect(0, 0, listW, listH), m_clrFill);
+    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
+    HDC dc = list.dc();
+    ::SetBkMode(dc, TRANSPARENT);
+    zelctl::SelectGuard font(dc, m_hFonts[0]);
+    const int first = ScrollPos();
+    // The play layout's columns are counted from the client's width: rows stop 2 pixels
+    // short of a visible bar rather than run under it.
+    int limit = listW;
+    if (HasBar() && m_pScrollBar->IsWindowVisible()) {
+        CRect bar;
+        m_pScrollBar->GetWindowRect(&bar);
+        ScreenToClient(&bar);
+        limit = std::min(limit, bar.left - m_rcList.left - 2);
+    }
+    const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
+    for (int i = first; i < m_nItemCount; ++i) {
+        const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
+        const int top = k * m_nItemHeight;
+        if (top > listH) break;
+        const bool selected = i == m_nCurSel;
+        if (selected) m_rcClick.SetRect(0, top, right, top + m_nItemHeight - m_nRowInterval);
+        HBITMAP pieces[3];
+        RowPieces(i, selected, pieces);
+        DrawRowPieces(list, pieces[0], pieces[1], pieces[2], right, top);
+        const SIZE l = zelctl::BitmapSize(pieces[0]), m = zelctl::BitmapSize(pieces[1]);
+        const SIZE r = zelctl::BitmapSize(pieces[2]);
+        // Centred on the middle piece (on the row without one).
+        CRect text(l.cx + 5, top, right - r.cx, top + (m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval));
+        ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
+        if (m_bPlayStyle) {
+            // The short second column at the right end, right-aligned.
+            const int second = std::max(GetColumnWidth(1), 0);
+            CRect box(text.right - second, text.top, text.right, text.bottom);
+            RowText(dc, GetItemText(i, 1), box, kRowText | DT_RIGHT);
+            text.right = box.left;
+        }
+        CString s = m_ppRows[i]->strText;
+        ForMartLeng(dc, s, text.Width());
+        RowText(dc, s, text, kRowText);
+    }
+    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
+    panel.Present();
+}
+
+// Style 3: the panel and list area of style 2 (the background colour sampled the same way),
+// the same caps, and four texts per row.
+void CZELList::Draw3(HDC hdc) {
+    CRect client;
+    GetClientRect(&client);
+    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
+    panel.Fill(client, m_clrBack);
+    const HBITMAP back = (*m_skin)[kPanel];
+    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+    if (sampled != CLR_INVALID) m_clrBack = sampled;
+    m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
+    const int listW = m_rcList.Width(), listH = m_rcList.Height();
+    zelctl::OffscreenCanvas list(hdc, listW, listH);
+    list.Fill(CRect(0, 0, listW, listH), m_clrBack);
+    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
+    HDC dc = list.dc();
+    ::SetBkMode(dc, TRANSPARENT);
+    zelctl::SelectGuard font(dc, m_hFonts[0]);
+    const int first = ScrollPos();
+    const int right = ColumnZeroRight();
+    for (int i = first; i < m_nItemCount; ++i) {
+        const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
+        const int top = k * m_nItemHeight + (2 * m_nRowInterval) / 5;
+        if (top > listH) break;
+        const bool selected = i == m_nCurSel;
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        DrawRowPieces(list, left, middle, rightCap, right, top);
+        const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
+        const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;
+        if (selected) m_rcClick.SetRect(0, top, right, top + rowH);
+        ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
+        // The number over its badge.
+        const HBITMAP badge = (*m_skin)[selected ? kSelBadge : kBadge];
+        const SIZE b = zelctl::BitmapSize(badge);
+        const int numberW = b.cx > 0 ? b.cx : 32;
+        const CRect number(l.cx, top, l.cx + numberW, top + rowH);
+        list.Blit(badge, number.left, top + (rowH - b.cy) / 2, b.cx, b.cy);
+        CString n;
+        n.Format(L"%d.", i + 1);
+        ::SelectObject(dc, m_hFonts[0]);
+        RowText(dc, n, number, kCentredText);
+        // Name above, detail below, up to 18 pixels before the right cap.
+        const int capLeft = right - r.cx;
+        const CRect name(number.right + 4, top, capLeft - 18, top + rowH / 2 + 2);
+        const CRect detail(name.left, name.bottom, name.right, top + rowH);
+        CString s = GetItemText(i, 0);
+        ::SelectObject(dc, m_hFonts[1]);
+        ForMartLeng(dc, s, name.Width());
+        RowText(dc, s, name, kRowText);
+        ::SelectObject(dc, m_hFonts[2]);
+        CString d = GetItemText(i, 1);
+        ForMartLeng(dc, d, detail.Width());
+        RowText(dc, d, detail, kRowText);
+        ::SelectObject(dc, m_hFonts[3]);
+        RowText(dc, GetItemText(i, 2), CRect(capLeft - 18, top, capLeft + 42, top + rowH), kCentredText);
+    }
+    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
+    panel.Present();
+}

@@ -1,0 +1,421 @@
+// CZELList: the column sets of the styles and the play layout, lookups and states, the
+// click below the last row by style, double clicks, keys, the scroll bar by style, the
+// four drawing styles (goldens), bad input and survival inside its notifications.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "CZELList.h"
+#include "OffscreenCanvas.h"
+#include "lists_fixture.h"
+#include "support/golden.h"
+
+namespace {
+
+const COLORREF kLeft = RGB(200, 80, 40), kMiddle = RGB(240, 200, 120), kRight = RGB(160, 60, 30);
+const COLORREF kSelLeft = RGB(30, 60, 160), kSelMiddle = RGB(60, 110, 220), kSelRight = RGB(20, 40, 120);
+const COLORREF kSeparator = RGB(120, 120, 120), kMark = RGB(0, 160, 0), kSelMark = RGB(250, 250, 0);
+
+class ProbeZList : public CZELList {
+public:
+    using CZELList::m_bClickArmed;
+    using CZELList::m_bPlayStyle;
+    using CZELList::m_clrBack;
+    using CZELList::m_nRowInterval;
+    using CZELList::m_nStyle;
+    using CZELList::m_pColumns;
+    using CZELList::m_ppRows;
+    using CZELList::m_pScrollBar;
+    using CZELList::m_rcClick;
+    using CZELList::m_rcList;
+    using CZELList::GetColumnWidth;
+
+    std::string Columns() {
+        std::string s;
+        for (ListColumn* c = m_pColumns; c; c = c->pNext) {
+            std::wstring w(static_cast<LPCWSTR>(c->strHeading));
+            s += (s.empty() ? "" : ",") + std::string(w.begin(), w.end()) + ":" + std::to_string(c->nWidth);
+        }
+        return s;
+    }
+    BOOL Key(UINT vk) {
+        MSG msg{m_hWnd, WM_KEYDOWN, vk, 0, 0, {}};
+        return PreTranslateMessage(&msg);
+    }
+};
+
+// The list: 200 x 130 at (10, 10) of the parent; bar 12 pixels wide.
+class ZelListTest : public liststest::ListTest {
+protected:
+    std::unique_ptr<ProbeZList> list;
+
+    void TearDown() override {
+        list.reset();
+        ListTest::TearDown();
+    }
+    ProbeZList& Make(int style, int rows = 0, bool skinned = true) {
+        list = std::make_unique<ProbeZList>();
+        EXPECT_TRUE(list->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(10, 10, 210, 140), &parent, 55));
+        parent.Name(list->m_hWnd, "list");
+        if (skinned) Skin(*list);
+        list->SetSytle(style);
+        for (int r = 0; r < rows; ++r) {
+            CString s;
+            s.Format(L"row%d", r);
+            list->InsertItem(r, s);
+        }
+        desktop.RunUntilIdle();
+        parent.Take();
+        DebugLines();
+        return *list;
+    }
+    void Skin(ProbeZList& l) {
+        BarSkin();  // writes the bar's pieces
+        HINSTANCE bar = skins.Module({{1, "thumb"}, {2, "thumb_down"}, {3, "track"}, {4, "up"}, {5, "down"},
+                                      {6, "down_down"}, {7, "up_down"}});
+        l.LoadScrollBitmap(1, 2, 3, 4, 5, 6, 7, bar);
+        skins.Solid("l", 6, 20, kLeft);
+        skins.Solid("m", 4, 20, kMiddle);
+        skins.Solid("r", 6, 20, kRight);
+        skins.Solid("sep", 4, 2, kSeparator);
+        skins.Solid("sl", 6, 20, kSelLeft);
+        skins.Solid("sm", 4, 20, kSelMiddle);
+        skins.Solid("sr", 6, 20, kSelRight);
+        skins.Solid("mark", 8, 8, kMark);
+        skins.Solid("smark", 8, 8, kSelMark);
+        l.LoadBitmapW(P("l"), P("m"), P("r"), P("sep"));
+        l.LoadSelBitmaps(P("sl"), P("sm"), P("sr"), P("mark"), P("smark"));
+        int heights[4] = {14, 14, 12, 10};
+        COLORREF colours[2] = {RGB(0, 0, 0), RGB(255, 255, 255)};
+        l.SetFontSizeAndClr(heights, colours);
+    }
+    CString P(const char* name) { return CString(skins.Path(name).c_str()); }
+    static CArray<CString, CString>* Texts(std::initializer_list<const wchar_t*> texts) {
+        static CArray<CString, CString> array;
+        array.RemoveAll();
+        for (const wchar_t* t : texts) array.Add(t);
+        return &array;
+    }
+};
+
+TEST_F(ZelListTest, CreationMakesTheBarAndDoubleClicks) {
+    ProbeZList& l = Make(0, 0, false);
+    EXPECT_EQ(l.m_pScrollBar->GetDlgCtrlID(), 9001);
+    EXPECT_NE(::GetClassLongW(l.m_hWnd, GCL_STYLE) & CS_DBLCLKS, 0u);
+    EXPECT_EQ(l.GetItemHeight(), 24);
+}
+
+TEST_F(ZelListTest, StylesSetTheirColumnSets) {
+    // Column 0's width: 200 - 2 x 8 - the bar's 12.
+    struct Case { int before; int style; const char* columns; int styleAfter; } cases[] = {
+        {0, 1, "name:172", 1},
+        {0, 2, "name:172,state:0", 2},
+        {0, 3, "name:172,data:0,time1:0", 3},
+        {2, 3, "name:172,data:0,time1:0", 3},
+        {3, 1, "c0:172", 1},            // trimmed first, then the style is set
+        {3, 2, "c0:172,c1:50", 2},
+        {2, 0, "c0:50,c1:50", 0},       // ignored
+        {2, 4, "c0:50,c1:50", 0},
+    };
+    for (const auto& c : cases) {
+        ProbeZList& l = Make(0);
+        for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
+        l.SetSytle(c.style);
+        EXPECT_EQ(l.Columns(), c.columns) << c.before << " columns, style " << c.style;
+        EXPECT_EQ(l.m_nStyle, c.styleAfter);
+        list.reset();
+    }
+}
+
+TEST_F(ZelListTest, PlayLayoutColumns) {
+    struct Case { int before; const char* columns; int play; } cases[] = {
+        {0, "name:160,Tname:40,time:0", 1},
+        {1, "c0:160,Tname:40,time:0", 1},
+        {2, "c0:160,c1:40,time:0", 1},
+        {4, "c0:160,c1:40,c2:0", 0},
+    };
+    for (const auto& c : cases) {
+        ProbeZList& l = Make(0);
+        for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
+        EXPECT_EQ(l.SetPlayStyle(1), 1);
+        EXPECT_EQ(l.Columns(), c.columns) << c.before;
+        EXPECT_EQ(l.m_bPlayStyle, c.play) << c.before;
+        EXPECT_EQ(l.m_nRowInterval, 0);
+        list.reset();
+    }
+    ProbeZList& l = Make(0);
+    l.SetPlayStyle(1);
+    EXPECT_EQ(l.DeleteColumn(2), 0) << "refused in the play layout";
+    l.SetPlayStyle(0);
+    EXPECT_EQ(l.DeleteColumn(2), 1);
+    l.SetSytle(1);
+    EXPECT_EQ(l.DeleteColumn(0), 0) << "refused in style 1";
+}
+
+TEST_F(ZelListTest, AddItemAndLookups) {
+    ProbeZList& l = Make(2);
+    EXPECT_EQ(l.AddItem(*Texts({L"one"}), 0), -1);
+    EXPECT_EQ(l.AddItem(*Texts({L"a", L"b", L"c"}), 0), -1);
+    EXPECT_EQ(l.GetItemCount(), 0);
+    EXPECT_EQ(l.AddItem(*Texts({L"Anna", L"busy"}), 0), 0);
+    EXPECT_EQ(l.AddItem(*Texts({L"Bert", L"free"}), 0), 1);
+    EXPECT_EQ(l.AddItem(*Texts({L"anna", L"free"}), 0), 2);
+    CString s;
+    struct Case { const wchar_t* text; int byName; int byState; } cases[] = {
+        {L"Anna", 0, -1}, {L"anna", 2, -1}, {L"free", -1, 1}, {L"busy", -1, 0}, {L"", -1, -1}};
+    for (const auto& c : cases) {
+        s = c.text;
+        EXPECT_EQ(l.GetIndexByName(s), c.byName) << c.byName;
+        EXPECT_EQ(l.GetIndexByState(s), c.byState);
+    }
+    // A row without a second cell ends the state search, even with a match after it.
+    ProbeZList& m = Make(1);
+    m.InsertItem(0, L"x");
+    m.InsertColumn(1, L"state", 0, 0, 1);
+    m.InsertItem(1, L"y");
+    m.SetItemText(1, 1, L"on");
+    s = L"on";
+    EXPECT_EQ(m.GetIndexByState(s), -1) << "row 0 has no second cell";
+}
+
+TEST_F(ZelListTest, StatesSelectAndMark) {
+    ProbeZList& l = Make(1, 4);
+    struct Case { int item; UINT state; int result; int sel; int marked; } cases[] = {
+        {2, 1, 1, 2, 0}, {3, 2, 1, 2, 1}, {1, 2, 1, 2, 2}, {0, 7, 1, 2, 2}, {4, 1, 0, 2, 2}, {-1, 2, 0, 2, 2}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(l.SetItemState(c.item, c.state, 0), c.result) << c.item << "/" << c.state;
+        EXPECT_EQ(l.GetCurSel(), c.sel);
+        EXPECT_EQ(l.GetSelectedCount(), c.marked);
+    }
+    l.SetCurSel(9);
+    EXPECT_EQ(l.GetCurSel(), 2);
+    LVITEMW item{};
+    EXPECT_EQ(l.SetItemState(0, &item), 1);
+    EXPECT_EQ(l.GetItemText(0, 0, nullptr, 0), 1);
+}
+
+TEST_F(ZelListTest, PressBelowTheLastRowActsByStyle) {
+    // Two rows; the press lands well below them.
+    struct Case { int style; int expectSel; } cases[] = {{0, -1}, {1, 1}, {2, 0}, {3, -1}};
+    for (const auto& c : cases) {
+        ProbeZList& l = Make(c.style, 2);
+        l.SetCurSel(0);
+        TapAt(l.m_hWnd, 40, 120);
+        EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,50,130)") << "style " << c.style;
+        EXPECT_EQ(l.GetCurSel(), c.expectSel) << "style " << c.style;
+        EXPECT_EQ(l.m_bClickArmed, 0);
+        list.reset();
+    }
+}
+
+TEST_F(ZelListTest, ClickThenDoubleClick) {
+    ProbeZList& l = Make(1, 3);
+    const int y = l.m_rcList.top + 24 + 5;  // row 1
+    TapAt(l.m_hWnd, 40, y);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,50," + std::to_string(y + 10) + ");NOTIFY(55,NM_CLICK,list)");
+    EXPECT_EQ(l.GetCurSel(), 1);
+    TapAt(l.m_hWnd, 40, y);
+    EXPECT_EQ(parent.Take(), "NOTIFY(55,NM_DBLCLK,list)") << "the class's own double click";
+    desktop.Advance(1000);
+    TapAt(l.m_hWnd, 40, y);
+    desktop.Advance(600);
+    EXPECT_EQ(l.m_bClickArmed, 0) << "timer 1 disarms";
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,50," + std::to_string(y + 10) + ");NOTIFY(55,NM_CLICK,list)");
+}
+
+TEST_F(ZelListTest, ClickAreaIsTheSelectedRowAsDrawn) {
+    ProbeZList& l = Make(1, 3);
+    TapAt(l.m_hWnd, 40, l.m_rcList.top + 24 + 5);
+    desktop.RunUntilIdle();
+    // List-area coordinates: row 1 from 24 to 48 less the separator's 2, column 0 wide.
+    EXPECT_TRUE(l.m_rcClick == CRect(0, 24, 184, 46)) << l.m_rcClick.left << "," << l.m_rcClick.top << ","
+                                                      << l.m_rcClick.right << "," << l.m_rcClick.bottom;
+}
+
+TEST_F(ZelListTest, Keys) {
+    ProbeZList& l = Make(1, 9);
+    EXPECT_FALSE(l.Key(VK_DOWN)) << "no selection";
+    l.SetCurSel(0);
+    EXPECT_FALSE(l.Key(VK_UP)) << "at row 0";
+    EXPECT_FALSE(l.Key(VK_LEFT));
+    // Style 1's 120 pixels of list area hold 5 whole rows of 24; the bar moves once the
+    // selection is more than 5 rows below the first visible one.
+    for (int i = 1; i <= 5; ++i) EXPECT_TRUE(l.Key(VK_DOWN));
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 0);
+    EXPECT_TRUE(l.Key(VK_DOWN));
+    EXPECT_EQ(l.GetCurSel(), 6);
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 1);
+    for (int i = 7; i < 9; ++i) l.Key(VK_DOWN);
+    EXPECT_FALSE(l.Key(VK_DOWN)) << "at the last row";
+    l.m_pScrollBar->SetScrollPos(4);
+    for (int i = 0; i < 5; ++i) l.Key(VK_UP);
+    EXPECT_EQ(l.GetCurSel(), 3);
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 3) << "follows the selection up";
+    l.SetFocus();
+    desktop.KeyDown(VK_UP);
+    EXPECT_EQ(l.GetCurSel(), 2) << "through the message loop";
+    EXPECT_EQ(parent.Take(), "-") << "keys notify nothing";
+}
+
+TEST_F(ZelListTest, ScrollBarByStyle) {
+    // Until a paint lays out its style, the list area is the creation's 126 pixels: five
+    // rows of 24 and a leftover of 6 + 8 that, with the separator's 2, holds no sixth row.
+    struct Case { int style; int rows; bool visible; bool enabled; long max; int column0; } cases[] = {
+        {1, 4, false, true, 1, 184},   // fits: hidden, column 0 across the margins
+        {1, 6, true, true, 1, 172},
+        {1, 9, true, true, 4, 172},
+        {2, 4, true, false, 1, 172},   // styles 2 and 3 keep the bar, disabled
+        {2, 9, true, true, 4, 172},
+        {3, 6, true, true, 1, 172},
+    };
+    for (const auto& c : cases) {
+        ProbeZList& l = Make(c.style, c.rows);
+        long lo, hi;
+        l.m_pScrollBar->GetRange(lo, hi);
+        EXPECT_EQ(l.m_pScrollBar->IsWindowVisible() != FALSE, c.visible) << c.style << "/" << c.rows;
+        EXPECT_EQ(l.m_pScrollBar->IsWindowEnabled() != FALSE, c.enabled) << c.style << "/" << c.rows;
+        EXPECT_EQ(hi, c.max) << c.style << "/" << c.rows;
+        EXPECT_EQ(l.GetColumnWidth(0), c.column0) << c.style << "/" << c.rows;
+        list.reset();
+    }
+}
+
+TEST_F(ZelListTest, ScrollToOnlyWhenRowsOverflowTheClient) {
+    ProbeZList& l = Make(1, 5);  // 5 x 24 = 120 <= 130: fits by this test
+    l.ScrollTo(1);
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 0);
+    l.InsertItem(5, L"six");
+    l.ScrollTo(9);
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 1) << "clamped to the range";
+}
+
+TEST_F(ZelListTest, ParentDestroyingTheListInsideItsNotifications) {
+    for (UINT code : {static_cast<UINT>(NM_CLICK), static_cast<UINT>(NM_DBLCLK)}) {
+        Make(1, 3);
+        parent.onMessage = [&](UINT message, WPARAM, LPARAM lParam) {
+            if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == code) list.reset();
+        };
+        TapAt(list->m_hWnd, 40, 20);
+        if (list) TapAt(list->m_hWnd, 40, 20);
+        EXPECT_EQ(list, nullptr);
+        parent.onMessage = nullptr;
+        desktop.RunUntilIdle();
+    }
+}
+
+TEST_F(ZelListTest, BadInputPaintsWithoutCrashing) {
+    ProbeZList& l = Make(3, 3, false);
+    l.LoadBitmapW(L"", L"/no/such.bmp", L"", L"");
+    l.LoadBkBitmap(L"/no/such.bmp");
+    const CString missing[3] = {L"/no/a.bmp", L"", L"/no/c.bmp"};
+    EXPECT_EQ(l.AddImage(missing, missing), 0);
+    EXPECT_EQ(l.InsertItem(0, nullptr, 5), 0);
+    l.SetItemHeight(0);
+    l.SetInterval(-30, -4, 500);
+    for (int style : {0, 1, 2, 3}) {
+        l.SetSytle(style);
+        l.m_nStyle = style;
+        l.Invalidate();
+        desktop.RunUntilIdle();
+        TapAt(l.m_hWnd, 40, 20);
+    }
+    EXPECT_EQ(l.GetItemCount(), 4);
+    l.MoveWindow(10, 10, -5, -5);
+    desktop.RunUntilIdle();
+}
+
+TEST_F(ZelListTest, AHundredThousandRows) {
+    ProbeZList& l = Make(1);
+    for (int i = 0; i < 100000; ++i) l.InsertItem(i, L"row");
+    EXPECT_EQ(l.GetItemCount(), 100000);
+    EXPECT_EQ(l.m_ppRows[100000], nullptr);
+    l.ScrollTo(99990);
+    desktop.RunUntilIdle();
+    EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 99990);
+    TapAt(l.m_hWnd, 40, l.m_rcList.top + 24 + 5);
+    EXPECT_EQ(l.GetCurSel(), 99991);
+    EXPECT_EQ(zel::test::InkBox(l.m_hWnd, kSelMiddle).top, l.m_rcList.top + 24) << "painted from the position";
+    EXPECT_EQ(l.DeleteItem(50000), 1);
+    EXPECT_EQ(l.DeleteAllItems(), 1);
+}
+
+// ---- goldens ------------------------------------------------------------------------------------
+
+using ZelListGolden = ZelListTest;
+
+TEST_F(ZelListGolden, Style1) {
+    ProbeZList& l = Make(1);
+    l.SetItemHeight(26);  // 120 pixels of list area: the fifth row is cut at its bottom
+    for (const wchar_t* n :
+         {L"Alpha", L"Bravo with a name far too long to fit the row", L"Charlie", L"Delta", L"Echo", L"Foxtrot"})
+        l.InsertItem(l.GetItemCount(), n);
+    l.SetCurSel(2);
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELList", "style1", zel::test::CaptureWindow(l.m_hWnd, 1));
+}
+
+TEST_F(ZelListGolden, Style1Empty) {
+    ProbeZList& l = Make(1);
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELList", "style1_empty", zel::test::CaptureWindow(l.m_hWnd, 1));
+}
+
+TEST_F(ZelListGolden, Style2) {
+    ProbeZList& l = Make(2);
+    skins.Pixels("panel", 30, 130, [](int x, int) { return x < 28 ? RGB(90, 120, 170) : RGB(210, 225, 240); });
+    l.LoadBkBitmap(P("panel"));
+    for (const wchar_t* n : {L"Alpha", L"Bravo with a name far too long to fit the row", L"Charlie", L"Delta", L"Echo"})
+        l.InsertItem(l.GetItemCount(), n);
+    l.SetItemState(1, 2, 0);
+    l.SetItemState(2, 2, 0);
+    l.SetCurSel(2);
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_EQ(l.m_clrBack, RGB(210, 225, 240)) << "sampled from the panel bitmap";
+    EXPECT_GOLDEN("CZELList", "style2", zel::test::CaptureWindow(l.m_hWnd, 1));
+}
+
+TEST_F(ZelListGolden, Style3) {
+    ProbeZList& l = Make(3);
+    skins.Pixels("panel", 30, 130, [](int x, int) { return x < 28 ? RGB(90, 120, 170) : RGB(210, 225, 240); });
+    skins.Framed("badge", 22, 18, RGB(255, 230, 150), RGB(120, 90, 0));
+    skins.Framed("sbadge", 22, 18, RGB(255, 255, 255), RGB(0, 0, 0));
+    // Style 3's right caps are wide: the time is written over them.
+    skins.Framed("wide", 48, 20, kRight, kMiddle);
+    skins.Framed("swide", 48, 20, kSelRight, kSelMiddle);
+    l.LoadBitmapW(P("l"), P("m"), P("wide"), P("sep"));
+    l.LoadSelBitmaps(P("sl"), P("sm"), P("swide"), P("mark"), P("smark"));
+    l.LoadBkBitmap(P("panel"));
+    l.LoadBitBmp2(P("badge"), P("sbadge"));
+    l.SetItemHeight(30);
+    for (const wchar_t* n : {L"Alpha", L"Bravo with a long name", L"Charlie", L"Delta"})
+        l.AddItem(*Texts({n, L"detail line", L"3:41"}), 0);
+    l.SetCurSel(1);
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELList", "style3", zel::test::CaptureWindow(l.m_hWnd, 1));
+}
+
+TEST_F(ZelListGolden, Style0WithImagesAndPlayLayout) {
+    ProbeZList& l = Make(0);
+    skins.Solid("il", 6, 20, RGB(120, 0, 120));
+    skins.Solid("im", 4, 20, RGB(230, 180, 230));
+    skins.Solid("ir", 6, 20, RGB(90, 0, 90));
+    const CString image[3] = {P("il"), P("im"), P("ir")};
+    const CString selected[3] = {P("sl"), P("sm"), P("sr")};
+    EXPECT_EQ(l.AddImage(image, selected), 0);
+    l.SetPlayStyle(1);
+    l.SetInterval(4, 8, 4);
+    for (const wchar_t* n : {L"Alpha", L"Bravo with a name far too long to fit", L"Charlie"})
+        l.AddItem(*Texts({n, L"3:41", L""}), 0);
+    l.InsertItem(1, L"No image", 7);  // an image past the count is not taken: the row keeps image 0
+    l.SetItemText(1, 1, L"0:15");
+    l.SetCurSel(2);
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CZELList", "style0_play", zel::test::CaptureWindow(l.m_hWnd, 1));
+}
+
+}  // namespace
