@@ -1,11 +1,14 @@
 // Feeds arbitrary text to the resource script reader. The input is the script, and after
 // a NUL byte the contents of "inc.h", which the script may #include. Beyond "no crash, no
 // hang, no sanitizer report": a script that reads gives only paths in its directory, and
-// one that fails says so in one line naming a file it read.
+// one that fails says so in one line naming a file it read. Every dialog template read
+// survives its memory form unchanged in shape (the form CreateDialogIndirectParamW reads).
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
+#include "kernel/dialog_template.h"
 #include "kernel/resource_script.h"
 
 namespace {
@@ -41,5 +44,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     for (const auto& [name, path] : parsed->bitmapsByName)
         if (name.empty() || path.empty()) Finding("empty name or path", path);
+    for (const auto& [id, text] : parsed->strings)
+        if (id > 0xFFFF) Finding("string identifier beyond 16 bits", std::to_string(id));
+    auto checkDialog = [](const zel::detail::DialogTemplate& d) {
+        std::vector<uint64_t> bytes = zel::detail::EncodeDialogTemplate(d);
+        zel::detail::DialogTemplate back = zel::detail::DecodeDialogTemplate(bytes.data());
+        if (back.items.size() != (d.items.size() & 0xFFFF)) Finding("dialog items lost", std::to_string(d.items.size()));
+        if (back.style != d.style || back.extended != d.extended) Finding("dialog header changed", "");
+        for (size_t i = 0; i < back.items.size(); ++i)
+            // Text ends at a NUL in the memory form; "#n" beyond 16 bits stays a name.
+            if (back.items[i].style != d.items[i].style ||
+                std::wstring(back.items[i].className.c_str()) != std::wstring(d.items[i].className.c_str()))
+                Finding("dialog item changed", std::to_string(i));
+    };
+    for (const auto& [id, dialog] : parsed->dialogsById) checkDialog(dialog);
+    for (const auto& [name, dialog] : parsed->dialogsByName) checkDialog(dialog);
     return 0;
 }

@@ -150,6 +150,31 @@ void ResourceScriptSeeds(Seeds& out) {
           "1 VERSIONINFO\nFILEVERSION 1,0,0,1\nBEGIN\n    BLOCK \"StringFileInfo\"\n    BEGIN\n    END\nEND\n"
           "IDB_LOGO BITMAP \"logo.bmp\"\n",
           "#pragma once\n#define IDR_MENU 300\n#define IDB_LOGO 301\n");
+    write("dialogex.rc",
+          "#include \"inc.h\"\n#include \"afxres.h\"\n"
+          "IDD_CLOCK DIALOGEX 0, 0, 200, 120, 0\n"
+          "STYLE DS_SETFONT | DS_CENTER | WS_POPUP | WS_VISIBLE\nEXSTYLE WS_EX_CONTROLPARENT\n"
+          "CAPTION \"Clock \"\"A\"\"\\t\\x41\"\nFONT 8, \"Tahoma\", 400, 0, 0x1\nCLASS \"#32770\"\nMENU IDR_MENU\n"
+          "BEGIN\n"
+          "    LTEXT \"&Hour\",IDC_STATIC,4,4,30,8\n    RTEXT \"r\",-1,4,14,30,8,NOT WS_GROUP\n"
+          "    CTEXT \"c\",-1,4,24,30,8,SS_NOTIFY,WS_EX_STATICEDGE,7\n    ICON IDR_MENU,-1,4,34\n"
+          "    EDITTEXT IDC_HOUR,40,4,30,12,ES_NUMBER | NOT WS_BORDER\n"
+          "    LISTBOX IDC_LIST,40,20,60,40,LBS_SORT | (WS_VSCROLL + 0)\n"
+          "    COMBOBOX IDC_LIST,110,20,60,40,CBS_DROPDOWNLIST |\n        WS_VSCROLL\n"
+          "    SCROLLBAR 300,180,4,10,100,SBS_VERT\n    GROUPBOX \"g\",-1,2,70,100,40\n"
+          "    CHECKBOX \"c\",301,4,80,40,10\n    AUTOCHECKBOX \"a\",302,4,90,40,10\n"
+          "    RADIOBUTTON \"r\",303,50,80,40,10\n    AUTORADIOBUTTON \"r2\",304,50,90,40,10\n"
+          "    STATE3 \"s\",305,4,100,40,10\n    AUTO3STATE \"s2\",306,50,100,40,10\n"
+          "    CONTROL \"\",307,\"ZelTimeField\",WS_TABSTOP | 0x4,110,70,80,14\n"
+          "    CONTROL 5,308,STATIC,SS_BITMAP,110,90,20,20\n"
+          "    DEFPUSHBUTTON \"OK\",IDOK,110,100,40,14\n    PUSHBUTTON \"Cancel\",IDCANCEL,155,100,40,14\n"
+          "    PUSHBOX \"p\",309,155,84,40,14\n"
+          "END\n"
+          "2 DIALOG DISCARDABLE 0, 0, 40, 20\nBEGIN\nEND\n"
+          "STRINGTABLE DISCARDABLE\nLANGUAGE LANG_ENGLISH, SUBLANG_ENGLISH_US\nBEGIN\n"
+          "    IDS_AM, \"am\"\n    IDS_PM \"pm\\0\\101\"\nEND\n",
+          "#define IDD_CLOCK 400\n#define IDR_MENU 401\n#define IDC_HOUR 402\n#define IDC_LIST 403\n"
+          "#define IDS_AM 404\n#define IDS_PM (IDS_AM + 1)\n");
 }
 
 // ---- fuzz_message_storm: scripts for the host of every control ---------------------------------

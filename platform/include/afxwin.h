@@ -7,6 +7,7 @@
 #include "zel/mfc/cdc.h"
 #include "zel/mfc/message_map.h"
 #include "zel/mfc/cwnd.h"
+#include "zel/mfc/cdialog.h"
 #include "zel/mfc/cbutton.h"
 #include "zel/mfc/cstatic.h"
 #include "zel/mfc/cscrollbar.h"

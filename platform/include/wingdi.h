@@ -307,6 +307,10 @@ ZEL_API int ExcludeClipRect(HDC dc, int left, int top, int right, int bottom);
 ZEL_API int GetClipBox(HDC dc, LPRECT rect);
 ZEL_API int GetClipRgn(HDC dc, HRGN rgn);
 ZEL_API int GetDeviceCaps(HDC dc, int index);
+#ifndef LOGPIXELSY
+#define LOGPIXELSX 88
+#define LOGPIXELSY 90
+#endif
 
 // Bitmaps.
 ZEL_API HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits);

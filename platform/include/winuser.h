@@ -6,6 +6,7 @@
 
 typedef LRESULT(CALLBACK* WNDPROC)(HWND, UINT, WPARAM, LPARAM);
 typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
+typedef INT_PTR(CALLBACK* DLGPROC)(HWND, UINT, WPARAM, LPARAM);
 
 // ---- messages ----
 #define WM_NULL 0x0000
@@ -80,7 +81,11 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define WM_MOUSELAST 0x0209
 #define WM_PARENTNOTIFY 0x0210
 #define WM_CAPTURECHANGED 0x0215
+#define WM_NEXTDLGCTL 0x0028
 #define WM_USER 0x0400
+#define DM_GETDEFID (WM_USER + 0)
+#define DM_SETDEFID (WM_USER + 1)
+#define DC_HASDEFID 0x534B
 #define WM_APP 0x8000
 
 // ---- window styles ----
@@ -100,11 +105,18 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define WS_GROUP 0x00020000L
 #define WS_TABSTOP 0x00010000L
 #define WS_OVERLAPPEDWINDOW (WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU)
+#define WS_EX_DLGMODALFRAME 0x00000001L
+#define WS_EX_NOPARENTNOTIFY 0x00000004L
 #define WS_EX_TOPMOST 0x00000008L
 #define WS_EX_TRANSPARENT 0x00000020L
 #define WS_EX_CLIENTEDGE 0x00000200L
 #define WS_EX_STATICEDGE 0x00020000L
+#define WS_EX_CONTROLPARENT 0x00010000L
 #define WS_EX_NOACTIVATE 0x08000000L
+#define WS_THICKFRAME 0x00040000L
+#define WS_MINIMIZEBOX 0x00020000L
+#define WS_MAXIMIZEBOX 0x00010000L
+#define WS_POPUPWINDOW (WS_POPUP | WS_BORDER | WS_SYSMENU)
 #define CW_USEDEFAULT ((int)0x80000000)
 
 // ---- class styles ----
@@ -254,6 +266,7 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define BS_GROUPBOX 0x00000007L
 #define BS_USERBUTTON 0x00000008L
 #define BS_AUTORADIOBUTTON 0x00000009L
+#define BS_PUSHBOX 0x0000000AL
 #define BS_OWNERDRAW 0x0000000BL
 #define BS_TYPEMASK 0x0000000FL
 #define BS_LEFTTEXT 0x00000020L
@@ -301,6 +314,83 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define IMAGE_BITMAP 0
 #define IMAGE_ICON 1
 #define IMAGE_CURSOR 2
+
+// ---- dialog templates and the dialog manager ----
+#define DS_ABSALIGN 0x01L
+#define DS_SYSMODAL 0x02L
+#define DS_3DLOOK 0x04L
+#define DS_FIXEDSYS 0x08L
+#define DS_NOFAILCREATE 0x10L
+#define DS_LOCALEDIT 0x20L
+#define DS_SETFONT 0x40L
+#define DS_MODALFRAME 0x80L
+#define DS_NOIDLEMSG 0x100L
+#define DS_SETFOREGROUND 0x200L
+#define DS_CONTROL 0x400L
+#define DS_CENTER 0x800L
+#define DS_CENTERMOUSE 0x1000L
+#define DS_CONTEXTHELP 0x2000L
+#define DS_SHELLFONT (DS_SETFONT | DS_FIXEDSYS)
+#define DLGC_WANTARROWS 0x0001
+#define DLGC_WANTTAB 0x0002
+#define DLGC_WANTALLKEYS 0x0004
+#define DLGC_WANTMESSAGE 0x0004
+#define DLGC_HASSETSEL 0x0008
+#define DLGC_DEFPUSHBUTTON 0x0010
+#define DLGC_UNDEFPUSHBUTTON 0x0020
+#define DLGC_RADIOBUTTON 0x0040
+#define DLGC_WANTCHARS 0x0080
+#define DLGC_STATIC 0x0100
+#define DLGC_BUTTON 0x2000
+// The dialog's window extra bytes: the result of the message being processed, the dialog
+// procedure, and a pointer for the application.
+#define DWLP_MSGRESULT 0
+#define DWLP_DLGPROC (DWLP_MSGRESULT + sizeof(LRESULT))
+#define DWLP_USER (DWLP_DLGPROC + sizeof(DLGPROC))
+#define DWL_MSGRESULT DWLP_MSGRESULT
+#define DWL_DLGPROC DWLP_DLGPROC
+#define DWL_USER DWLP_USER
+#define DLGWINDOWEXTRA 48
+#define WC_DIALOG MAKEINTRESOURCEW(0x8002)
+#define IDCLOSE 8
+#define IDHELP 9
+#define IDC_STATIC (-1)
+
+// ---- edits, lists, combo boxes, scroll bar controls (styles only: these classes are
+// plain windows here, for the library's controls to subclass) ----
+#define ES_LEFT 0x0000L
+#define ES_CENTER 0x0001L
+#define ES_RIGHT 0x0002L
+#define ES_MULTILINE 0x0004L
+#define ES_UPPERCASE 0x0008L
+#define ES_LOWERCASE 0x0010L
+#define ES_PASSWORD 0x0020L
+#define ES_AUTOVSCROLL 0x0040L
+#define ES_AUTOHSCROLL 0x0080L
+#define ES_NOHIDESEL 0x0100L
+#define ES_READONLY 0x0800L
+#define ES_WANTRETURN 0x1000L
+#define ES_NUMBER 0x2000L
+#define LBS_NOTIFY 0x0001L
+#define LBS_SORT 0x0002L
+#define LBS_NOREDRAW 0x0004L
+#define LBS_MULTIPLESEL 0x0008L
+#define LBS_OWNERDRAWFIXED 0x0010L
+#define LBS_OWNERDRAWVARIABLE 0x0020L
+#define LBS_HASSTRINGS 0x0040L
+#define LBS_USETABSTOPS 0x0080L
+#define LBS_NOINTEGRALHEIGHT 0x0100L
+#define LBS_STANDARD (LBS_NOTIFY | LBS_SORT | WS_VSCROLL | WS_BORDER)
+#define CBS_SIMPLE 0x0001L
+#define CBS_DROPDOWN 0x0002L
+#define CBS_DROPDOWNLIST 0x0003L
+#define CBS_OWNERDRAWFIXED 0x0010L
+#define CBS_OWNERDRAWVARIABLE 0x0020L
+#define CBS_AUTOHSCROLL 0x0040L
+#define CBS_SORT 0x0100L
+#define CBS_HASSTRINGS 0x0200L
+#define SBS_HORZ 0x0000L
+#define SBS_VERT 0x0001L
 
 // ---- owner draw ----
 #define ODT_MENU 1
@@ -402,6 +492,31 @@ typedef void(CALLBACK* TIMERPROC)(HWND, UINT, UINT_PTR, DWORD);
 #define USER_TIMER_MAXIMUM 0x7FFFFFFF
 
 // ---- structures ----
+// Dialog templates in memory: WORD-aligned, strings as UTF-16 code units (WORDs), each item
+// DWORD-aligned. The extended form starts with dlgVer 1 and signature 0xFFFF.
+#pragma pack(push, 2)
+typedef struct {
+    DWORD style;
+    DWORD dwExtendedStyle;
+    WORD cdit;
+    short x;
+    short y;
+    short cx;
+    short cy;
+} DLGTEMPLATE, *LPDLGTEMPLATEW;
+typedef const DLGTEMPLATE* LPCDLGTEMPLATEW;
+typedef LPCDLGTEMPLATEW LPCDLGTEMPLATE;
+typedef struct {
+    DWORD style;
+    DWORD dwExtendedStyle;
+    short x;
+    short y;
+    short cx;
+    short cy;
+    WORD id;
+} DLGITEMTEMPLATE, *LPDLGITEMTEMPLATEW;
+#pragma pack(pop)
+
 typedef struct tagMSG {
     HWND hwnd;
     UINT message;
@@ -598,6 +713,42 @@ ZEL_API short GetKeyState(int vk);
 ZEL_API short GetAsyncKeyState(int vk);
 ZEL_API BOOL GetCursorPos(LPPOINT pt);
 
+// Dialogs. Templates come from a resource module's DIALOG/DIALOGEX statements or from
+// memory; dialog units become pixels through the dialog font's base units.
+ZEL_API HWND CreateDialogParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner, DLGPROC proc, LPARAM param);
+ZEL_API HWND CreateDialogIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dlgTemplate, HWND owner, DLGPROC proc,
+                                        LPARAM param);
+// Modal: runs its own message loop until EndDialog and returns its result (-1 when the
+// dialog cannot be created). Without input to wait for (headless, nothing scheduled) the
+// loop ends the dialog as Escape would; see zel::SetModalIdleHook.
+ZEL_API INT_PTR DialogBoxParamW(HINSTANCE instance, LPCWSTR templateName, HWND owner, DLGPROC proc, LPARAM param);
+ZEL_API INT_PTR DialogBoxIndirectParamW(HINSTANCE instance, LPCDLGTEMPLATEW dlgTemplate, HWND owner, DLGPROC proc,
+                                        LPARAM param);
+ZEL_API BOOL EndDialog(HWND dialog, INT_PTR result);
+ZEL_API LRESULT DefDlgProcW(HWND dialog, UINT msg, WPARAM wParam, LPARAM lParam);
+ZEL_API BOOL IsDialogMessageW(HWND dialog, LPMSG msg);
+ZEL_API BOOL MapDialogRect(HWND dialog, LPRECT rect);
+ZEL_API LONG GetDialogBaseUnits(void);
+ZEL_API HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
+ZEL_API HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
+ZEL_API BOOL SetDlgItemTextW(HWND dialog, int id, LPCWSTR text);
+ZEL_API UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int max);
+ZEL_API BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
+ZEL_API UINT GetDlgItemInt(HWND dialog, int id, BOOL* translated, BOOL isSigned);
+ZEL_API LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT msg, WPARAM wParam, LPARAM lParam);
+ZEL_API BOOL CheckDlgButton(HWND dialog, int id, UINT check);
+ZEL_API UINT IsDlgButtonChecked(HWND dialog, int id);
+ZEL_API BOOL CheckRadioButton(HWND dialog, int first, int last, int check);
+
+// Window properties: a handle-sized value per name (a string or an atom), per window.
+ZEL_API BOOL SetPropW(HWND hwnd, LPCWSTR name, HANDLE data);
+ZEL_API HANDLE GetPropW(HWND hwnd, LPCWSTR name);
+ZEL_API HANDLE RemovePropW(HWND hwnd, LPCWSTR name);
+
+// Strings from a resource module's STRINGTABLE. With max 0, *buffer receives a read-only
+// pointer to the string and the result is its length.
+ZEL_API int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int max);
+
 // Dialog-less message box: recorded and printed headless, returns IDOK.
 ZEL_API int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
@@ -639,4 +790,25 @@ ZEL_API HCURSOR LoadCursorW(HINSTANCE instance, LPCWSTR name);
 #define DispatchMessage DispatchMessageW
 #define MessageBox MessageBoxW
 #define LoadBitmap LoadBitmapW
+#define CreateDialogParam CreateDialogParamW
+#define CreateDialogIndirectParam CreateDialogIndirectParamW
+#define CreateDialogW(inst, name, owner, proc) CreateDialogParamW(inst, name, owner, proc, 0)
+#define CreateDialog CreateDialogW
+#define CreateDialogIndirectW(inst, tmpl, owner, proc) CreateDialogIndirectParamW(inst, tmpl, owner, proc, 0)
+#define CreateDialogIndirect CreateDialogIndirectW
+#define DialogBoxParam DialogBoxParamW
+#define DialogBoxIndirectParam DialogBoxIndirectParamW
+#define DialogBoxW(inst, name, owner, proc) DialogBoxParamW(inst, name, owner, proc, 0)
+#define DialogBox DialogBoxW
+#define DialogBoxIndirectW(inst, tmpl, owner, proc) DialogBoxIndirectParamW(inst, tmpl, owner, proc, 0)
+#define DialogBoxIndirect DialogBoxIndirectW
+#define DefDlgProc DefDlgProcW
+#define IsDialogMessage IsDialogMessageW
+#define SetDlgItemText SetDlgItemTextW
+#define GetDlgItemText GetDlgItemTextW
+#define SendDlgItemMessage SendDlgItemMessageW
+#define SetProp SetPropW
+#define GetProp GetPropW
+#define RemoveProp RemovePropW
+#define LoadString LoadStringW
 #define LoadCursor LoadCursorW

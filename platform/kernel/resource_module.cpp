@@ -8,7 +8,13 @@
 #include <optional>
 #include <string>
 
+#include <algorithm>
+#include <cwchar>
+#include <map>
+#include <vector>
+
 #include "gdi/handle_table.h"
+#include "kernel/dialog_template.h"
 #include "kernel/resource_script.h"
 #include "kernel/utf.h"
 #include "zel/resources.h"
@@ -27,6 +33,7 @@ constexpr DWORD kErrorResourceNameNotFound = 1814;
 struct Module {
     std::string script;  // empty for the application's module
     ResourceScript resources;
+    std::map<const DialogTemplate*, std::vector<uint64_t>> encodedDialogs;  // on first use
 };
 
 HandleTable<Module>& Modules() {
@@ -56,7 +63,10 @@ std::optional<unsigned> NumericName(LPCWSTR name) {
     return v & 0xFFFF;
 }
 
-const std::string* FindBitmap(const Module& module, LPCWSTR name) {
+// A resource by identifier (MAKEINTRESOURCE or "#n") or by case-insensitive name.
+template <class T>
+const T* FindResourceIn(const std::map<unsigned, T>& byId, const std::map<std::wstring, T>& byName, LPCWSTR name) {
+    if (!name) return nullptr;
     std::optional<unsigned> id;
     if (IS_INTRESOURCE(name)) {
         id = LOWORD(reinterpret_cast<ULONG_PTR>(name));
@@ -64,14 +74,35 @@ const std::string* FindBitmap(const Module& module, LPCWSTR name) {
         id = NumericName(name);
     }
     if (id) {
-        auto it = module.resources.bitmapsById.find(*id);
-        return it == module.resources.bitmapsById.end() ? nullptr : &it->second;
+        auto it = byId.find(*id);
+        return it == byId.end() ? nullptr : &it->second;
     }
-    auto it = module.resources.bitmapsByName.find(UpperWide(name));
-    return it == module.resources.bitmapsByName.end() ? nullptr : &it->second;
+    auto it = byName.find(UpperWide(name));
+    return it == byName.end() ? nullptr : &it->second;
+}
+
+const std::string* FindBitmap(const Module& module, LPCWSTR name) {
+    return FindResourceIn(module.resources.bitmapsById, module.resources.bitmapsByName, name);
 }
 
 }  // namespace
+
+const void* FindDialogTemplate(HINSTANCE instance, LPCWSTR name) {
+    Module* module = Lookup(instance);
+    if (!module) {
+        SetLastError(kErrorInvalidHandle);
+        return nullptr;
+    }
+    const DialogTemplate* dialog =
+        FindResourceIn(module->resources.dialogsById, module->resources.dialogsByName, name);
+    if (!dialog) {
+        SetLastError(kErrorResourceNameNotFound);
+        return nullptr;
+    }
+    std::vector<uint64_t>& encoded = module->encodedDialogs[dialog];
+    if (encoded.empty()) encoded = EncodeDialogTemplate(*dialog);
+    return encoded.data();
+}
 
 HINSTANCE ApplicationModule() {
     static HINSTANCE app = reinterpret_cast<HINSTANCE>(Modules().Add(std::make_unique<Module>(), kApplicationTag));
@@ -128,6 +159,32 @@ HBITMAP LoadBitmapW(HINSTANCE instance, LPCWSTR name) {
         return nullptr;
     }
     return SHLoadDIBitmap(zel::kernel::Utf8ToWide(*path).c_str());
+}
+
+int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int max) {
+    const zel::detail::Module* module = zel::detail::Lookup(instance);
+    if (!module) {
+        SetLastError(zel::detail::kErrorInvalidHandle);
+        return 0;
+    }
+    if (!buffer || max < 0) return 0;
+    const auto& strings = module->resources.strings;
+    auto it = strings.find(id & 0xFFFF);
+    if (it == strings.end()) {
+        SetLastError(zel::detail::kErrorResourceNameNotFound);
+        if (max > 0) buffer[0] = 0;
+        return 0;
+    }
+    const std::wstring& text = it->second;
+    if (max == 0) {
+        // The read-only form: a pointer to the resource itself.
+        *reinterpret_cast<LPCWSTR*>(buffer) = text.c_str();
+        return static_cast<int>(text.size());
+    }
+    size_t n = std::min(text.size(), static_cast<size_t>(max - 1));
+    std::wmemcpy(buffer, text.c_str(), n);
+    buffer[n] = 0;
+    return static_cast<int>(n);
 }
 
 }  // extern "C"

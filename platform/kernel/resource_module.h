@@ -9,4 +9,8 @@ namespace zel::detail {
 // The application's module: created on first use, never freed.
 HINSTANCE ApplicationModule();
 
+// The memory form of a module's dialog template, or nullptr with the last error set. The
+// template lives as long as the module.
+const void* FindDialogTemplate(HINSTANCE instance, LPCWSTR name);
+
 }  // namespace zel::detail

@@ -1,5 +1,6 @@
 // The reader runs in three stages, each in kernel/rc/: the preprocessor (decoding,
-// comments, directives), the tokenizer and the statement parser.
+// comments, directives; the framework headers come from the platform when the script's
+// folder has none), the tokenizer and the statement parser.
 #include "kernel/resource_script.h"
 
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "kernel/file.h"
 #include "kernel/rc/parser.h"
+#include "kernel/rc/platform_headers.h"
 #include "kernel/rc/preprocessor.h"
 #include "kernel/rc/tokenizer.h"
 
@@ -25,7 +27,7 @@ std::optional<std::string> ReadScriptFile(const std::string& path) {
 
 std::optional<ResourceScript> ParseResourceScript(const std::string& path, std::string* error,
                                                   const FileReader& reader) {
-    FileReader read = reader ? reader : FileReader(ReadScriptFile);
+    FileReader read = rc::WithPlatformHeaders(reader ? reader : FileReader(ReadScriptFile));
     try {
         rc::Preprocessed source = rc::Preprocess(path, read);
         std::vector<rc::Token> tokens = rc::Tokenize(source);

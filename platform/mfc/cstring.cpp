@@ -1,5 +1,6 @@
 // CString.
 #include "zel/mfc/cstring.h"
+#include "zel/mfc/cwinapp.h"
 
 #include <algorithm>
 #include <cstring>
@@ -305,7 +306,14 @@ void CString::Preallocate(int length) {
     if (length > 0) s_.reserve(static_cast<size_t>(length));
 }
 
-BOOL CString::LoadString(UINT) { return FALSE; }
+// From the resource handle's string table; a missing string leaves the text unchanged.
+BOOL CString::LoadString(UINT id) {
+    const wchar_t* text = nullptr;
+    int n = ::LoadStringW(AfxGetResourceHandle(), id, reinterpret_cast<LPWSTR>(&text), 0);
+    if (n <= 0 || !text) return FALSE;
+    s_.assign(text, static_cast<size_t>(n));
+    return TRUE;
+}
 
 std::string CString::ToUtf8() const { return zel::kernel::WideToUtf8(s_); }
 

@@ -268,6 +268,29 @@ BOOL CWnd::CreateEx(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD 
     return m_hWnd == hwnd;
 }
 
+BOOL CWnd::CreateDlgIndirect(LPCDLGTEMPLATEW dlgTemplate, CWnd* parent, HINSTANCE instance, bool modal,
+                             INT_PTR* result) {
+    if (m_hWnd || !dlgTemplate) return FALSE;
+    InstallHooks();
+    CWnd* outer = PendingCreate();
+    PendingCreate() = this;
+    HWND owner = parent ? parent->m_hWnd : nullptr;
+    HWND hwnd = nullptr;
+    if (modal) {
+        INT_PTR r = ::DialogBoxIndirectParamW(instance, dlgTemplate, owner, nullptr, 0);
+        if (result) *result = r;
+        PendingCreate() = outer;
+        return r != -1;
+    }
+    hwnd = ::CreateDialogIndirectParamW(instance, dlgTemplate, owner, nullptr, 0);
+    PendingCreate() = outer;
+    if (!hwnd) {
+        if (m_hWnd && !::IsWindow(m_hWnd)) Detach();
+        return FALSE;
+    }
+    return m_hWnd == hwnd;
+}
+
 BOOL CWnd::DestroyWindow() { return m_hWnd ? ::DestroyWindow(m_hWnd) : FALSE; }
 
 // ---- message processing ----
@@ -421,6 +444,8 @@ void CWnd::OnDrawItem(int, LPDRAWITEMSTRUCT dis) {
     if (dis && dis->CtlType != ODT_MENU && ReflectLastMsg(dis->hwndItem)) return;
     Default();
 }
+
+HBRUSH CWnd::OnCtlColor(CDC*, CWnd*, UINT) { return reinterpret_cast<HBRUSH>(Default()); }
 
 void CWnd::OnMeasureItem(int id, LPMEASUREITEMSTRUCT mis) {
     if (mis && mis->CtlType != ODT_MENU) {

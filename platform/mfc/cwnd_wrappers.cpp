@@ -149,3 +149,21 @@ BOOL CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 int CWnd::MessageBox(LPCWSTR text, LPCWSTR caption, UINT type) {
     return ::MessageBoxW(m_hWnd, text, caption, type);
 }
+
+void CWnd::SetDlgItemText(int id, LPCWSTR text) { ::SetDlgItemTextW(m_hWnd, id, text); }
+int CWnd::GetDlgItemText(int id, CString& text) const {
+    text.Empty();
+    HWND item = ::GetDlgItem(m_hWnd, id);
+    if (!item) return 0;
+    CWnd::FromHandle(item)->GetWindowText(text);
+    return text.GetLength();
+}
+void CWnd::SetDlgItemInt(int id, UINT value, BOOL isSigned) { ::SetDlgItemInt(m_hWnd, id, value, isSigned); }
+UINT CWnd::GetDlgItemInt(int id, BOOL* translated, BOOL isSigned) const {
+    return ::GetDlgItemInt(m_hWnd, id, translated, isSigned);
+}
+void CWnd::CheckDlgButton(int id, UINT check) { ::CheckDlgButton(m_hWnd, id, check); }
+UINT CWnd::IsDlgButtonChecked(int id) const { return ::IsDlgButtonChecked(m_hWnd, id); }
+LRESULT CWnd::SendDlgItemMessage(int id, UINT message, WPARAM wParam, LPARAM lParam) {
+    return ::SendDlgItemMessageW(m_hWnd, id, message, wParam, lParam);
+}

@@ -149,6 +149,12 @@ ZEL_SIG(Sig_b_dc) {
     *r = (t->*Member<BOOL(CDC*)>(pfn))(CDC::FromHandle(reinterpret_cast<HDC>(w)));
     return TRUE;
 }
+ZEL_SIG(Sig_hbr_ctlcolor) {
+    HBRUSH brush = (t->*Member<HBRUSH(CDC*, CWnd*, UINT)>(pfn))(CDC::FromHandle(reinterpret_cast<HDC>(w)),
+                                                               CWnd::FromHandle(Hwnd(l)), msg - WM_CTLCOLORMSGBOX);
+    *r = reinterpret_cast<LRESULT>(brush);
+    return TRUE;
+}
 ZEL_SIG(Sig_v_key) {
     (t->*Member<void(UINT, UINT, UINT)>(pfn))(static_cast<UINT>(w), LOWORD(l), HIWORD(l));
     *r = 0;

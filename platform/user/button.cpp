@@ -149,11 +149,27 @@ void Press(HWND hwnd, bool takeFocus) {
     SendMessageW(hwnd, BM_SETSTATE, TRUE, 0);
 }
 
+// An automatic radio button checks itself and clears the other automatic radio buttons
+// of its group (WS_GROUP to the next WS_GROUP among its siblings).
+void CheckInGroup(HWND hwnd) {
+    SendMessageW(hwnd, BM_SETCHECK, BST_CHECKED, 0);
+    HWND parent = GetParent(hwnd);
+    if (!parent || !(GetWindowLongW(hwnd, GWL_STYLE) & WS_CHILD)) return;
+    std::vector<HWND> group;
+    for (HWND s = GetNextDlgGroupItem(parent, hwnd, FALSE); s && s != hwnd && group.size() < 4096;
+         s = GetNextDlgGroupItem(parent, s, FALSE))
+        group.push_back(s);
+    for (HWND s : group)
+        if (IsWindow(s) && (SendMessageW(s, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) &&
+            (GetWindowLongW(s, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON)
+            SendMessageW(s, BM_SETCHECK, BST_UNCHECKED, 0);
+}
+
 void AutoCheck(Window* w) {
     ButtonData& d = Data(w);
     switch (TypeOf(w)) {
         case BS_AUTOCHECKBOX: SendMessageW(w->handle, BM_SETCHECK, (d.state & BST_CHECKED) ? 0 : 1, 0); break;
-        case BS_AUTORADIOBUTTON: SendMessageW(w->handle, BM_SETCHECK, BST_CHECKED, 0); break;
+        case BS_AUTORADIOBUTTON: CheckInGroup(w->handle); break;
         case BS_AUTO3STATE: SendMessageW(w->handle, BM_SETCHECK, ((d.state & 3) + 1) % 3, 0); break;
         default: break;
     }
@@ -307,6 +323,7 @@ LRESULT CALLBACK ButtonProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
         case WM_GETDLGCODE:
             if (TypeOf(w) == BS_DEFPUSHBUTTON) return kDlgcButton | kDlgcDefPushButton;
             if (TypeOf(w) == BS_PUSHBUTTON) return kDlgcButton | kDlgcUndefPushButton;
+            if (TypeOf(w) == BS_RADIOBUTTON || TypeOf(w) == BS_AUTORADIOBUTTON) return kDlgcButton | DLGC_RADIOBUTTON;
             return kDlgcButton;
         default: break;
     }

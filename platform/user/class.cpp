@@ -63,6 +63,9 @@ WindowClass* ClassOf(HWND hwnd) {
 
 }  // namespace
 
+// The system classes under their Windows spellings (GetClassNameW reports these). Edit,
+// list box, combo box and scroll bar controls are plain windows of their class, present
+// so that dialog templates naming them create windows the library's controls subclass.
 void RegisterSystemClasses() {
     static bool done = false;
     if (done) return;
@@ -70,12 +73,30 @@ void RegisterSystemClasses() {
     WNDCLASSW wc{};
     wc.style = CS_DBLCLKS | CS_VREDRAW | CS_HREDRAW | CS_PARENTDC;
     wc.lpfnWndProc = ButtonProc;
-    wc.lpszClassName = L"BUTTON";
+    wc.lpszClassName = L"Button";
     Add(wc, true);
     wc.style = CS_DBLCLKS | CS_PARENTDC;
     wc.lpfnWndProc = StaticProc;
-    wc.lpszClassName = L"STATIC";
+    wc.lpszClassName = L"Static";
     Add(wc, true);
+    wc.style = CS_DBLCLKS | CS_PARENTDC;
+    wc.lpfnWndProc = PlainControlProc;
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    for (const wchar_t* name : {L"Edit", L"ListBox", L"ComboBox"}) {
+        wc.lpszClassName = name;
+        Add(wc, true);
+    }
+    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_SCROLLBAR + 1);
+    wc.lpszClassName = L"ScrollBar";
+    Add(wc, true);
+    wc = WNDCLASSW{};
+    wc.style = CS_DBLCLKS | CS_SAVEBITS;
+    wc.lpfnWndProc = DefDlgProcW;
+    wc.cbWndExtra = DLGWINDOWEXTRA;
+    wc.lpszClassName = L"#32770";
+    Add(wc, true);
+    // The dialog class also answers to its atom, WC_DIALOG.
+    Classes().back()->atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(WC_DIALOG));
 }
 
 std::shared_ptr<WindowClass> FindClass(LPCWSTR name) {

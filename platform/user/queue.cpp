@@ -47,6 +47,8 @@ wchar_t CharForKey(UINT vk) {
     }
 }
 
+}  // namespace
+
 // With nothing queued, what can still produce a message: a timer falling due (real
 // clock) or whatever the display's wait brings in. False when nothing can.
 bool WaitForWork() {
@@ -57,8 +59,6 @@ bool WaitForWork() {
     if (!kernel::TickReached(*due, now)) Sleep(*due - now);
     return true;
 }
-
-}  // namespace
 
 LRESULT Send(Window* w, UINT msg, WPARAM wParam, LPARAM lParam) {
     if (!w || !w->proc) return 0;
@@ -93,6 +93,7 @@ bool PumpOne(MSG* quit) {
         return true;
     }
     if (Hook() && Hook()(&m)) return true;
+    if (RouteToModalDialog(&m)) return true;
     TranslateMessage(&m);
     DispatchMessageW(&m);
     return true;

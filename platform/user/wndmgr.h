@@ -71,6 +71,7 @@ struct Window {
     // so that finding the next window to paint skips quiet subtrees.
     bool paintPending = false;
     int paintBelow = 0;
+    std::vector<std::pair<std::wstring, HANDLE>> props;  // SetPropW; atoms as "#n"
     std::unique_ptr<ControlData> control;
 
     int Width() const { return rect.right - rect.left; }
@@ -193,9 +194,18 @@ LRESULT Send(Window* w, UINT msg, WPARAM wParam, LPARAM lParam);
 void PurgePosted(HWND hwnd);
 void PurgePostedTimer(HWND hwnd, UINT_PTR id);
 void ResetQueue();
-// Retrieves and dispatches one message through the pre-translate hook. False when the
-// queue is empty; a retrieved WM_QUIT is stored in *quit and not dispatched.
+// Retrieves and dispatches one message through the pre-translate hook and the innermost
+// modal dialog's IsDialogMessageW. False when the queue is empty; a retrieved WM_QUIT is
+// stored in *quit and not dispatched.
 bool PumpOne(MSG* quit);
+// With nothing queued, what can still produce a message: a timer falling due (real clock).
+// Waits for it; false when nothing can arrive.
+bool WaitForWork();
+
+// ---- dialogs (dialog.cpp) ----
+// Offers a retrieved message to the innermost running modal dialog; true when taken.
+bool RouteToModalDialog(MSG* msg);
+LRESULT CALLBACK PlainControlProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 
 // ---- timers (timer.cpp) ----
 std::optional<MSG> TakeDueTimer(HWND filter, bool remove);

@@ -15,4 +15,11 @@ ZEL_API void SetPreTranslateHook(PreTranslateHook hook);
 using CreateWindowHook = void (*)(HWND hwnd, CREATESTRUCTW* cs);
 ZEL_API void SetCreateWindowHook(CreateWindowHook hook);
 
+// Called by a modal dialog's loop (DialogBoxParamW, CDialog::DoModal) whenever its queue
+// is empty: the place where a test or a scripted tour gives the dialog its input (taps and
+// keys through zel::Desktop). Return true to keep the loop running, false when no more
+// input will come; the loop then cancels the dialog as Escape would.
+using ModalIdleHook = bool (*)(HWND dialog);
+ZEL_API void SetModalIdleHook(ModalIdleHook hook);
+
 }  // namespace zel

@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "kernel/rc/dialog.h"
 #include "kernel/strings.h"
 #include "kernel/utf.h"
 
@@ -18,6 +19,10 @@ public:
 
     ResourceScript Run() {
         while (pos_ < tokens_.size()) Statement();
+        // Each language's table is complete on its own; the first language to define a
+        // string supplies it.
+        for (auto& [language, strings] : stringTables_)
+            for (auto& [id, text] : strings) script_.strings.emplace(id, std::move(text));
         return std::move(script_);
     }
 
@@ -53,7 +58,7 @@ private:
             return;
         }
         if (IsWord(first, "VERSION") || IsWord(first, "CHARACTERISTICS")) return SkipLine(first);
-        if (IsWord(first, "STRINGTABLE")) return SkipToBlock(first, "STRINGTABLE");
+        if (IsWord(first, "STRINGTABLE")) return ReadStringTable(Cursor(), first, StringTable(language_));
         if (Opens(first) || Closes(first) || (first.kind == Token::kPunct && first.text != "("))
             Fail(first.where, "unexpected '" + first.text + "' where a resource statement should start");
 
@@ -65,13 +70,17 @@ private:
             Fail(type.where, "'" + type.text + "' is not a resource type");
         SkipMemoryOptions();
 
+        if (typeName == "DIALOG" || typeName == "DIALOGEX" || typeName == "5") {  // RT_DIALOG
+            DialogTemplate dialog = ReadDialog(Cursor(), type, what, typeName == "DIALOGEX");
+            return AddDialog(name, type, std::move(dialog));
+        }
         bool bitmap = typeName == "BITMAP" || typeName == "2";  // RT_BITMAP
         if (bitmap) {
             if (AtEnd() || tokens_[pos_].kind != Token::kString)
                 Fail(type.where, what + ": expected a quoted file name");
             return AddBitmap(name, tokens_[pos_++]);
         }
-        static const std::set<std::string> kBlockTypes = {"DIALOG",      "DIALOGEX", "MENU",       "MENUEX",
+        static const std::set<std::string> kBlockTypes = {"MENU",       "MENUEX",
                                                           "ACCELERATORS", "VERSIONINFO", "TOOLBAR", "DESIGNINFO",
                                                           "TEXTINCLUDE", "DLGINIT",  "AFX_DIALOG_LAYOUT"};
         if (!kBlockTypes.count(typeName) && !AtEnd() && tokens_[pos_].kind == Token::kString) {
@@ -143,15 +152,35 @@ private:
         }
     }
 
+    TokenCursor Cursor() { return TokenCursor{tokens_, pos_, source_, &cache_}; }
+
+    std::map<unsigned, std::wstring>& StringTable(const std::string& language) {
+        for (auto& [lang, table] : stringTables_)
+            if (lang == language) return table;
+        return stringTables_.emplace_back(language, std::map<unsigned, std::wstring>{}).second;
+    }
+
+    // False for another language's copy of a resource already read (the first one stays).
+    bool FirstOfItsName(const Name& name, const char* type, const Token& at) {
+        std::string key = std::string(type) + (name.numeric ? "#" + std::to_string(name.id) : kernel::WideToUtf8(name.text));
+        auto [it, fresh] = seen_.emplace(key, Seen{language_, at.where});
+        if (!fresh && it->second.language == language_)
+            Fail(at.where, std::string("duplicate ") + type + " resource " + name.display);
+        return fresh;
+    }
+
+    void AddDialog(const Name& name, const Token& type, DialogTemplate dialog) {
+        if (!FirstOfItsName(name, "DIALOG", type)) return;
+        if (name.numeric) {
+            script_.dialogsById[name.id] = std::move(dialog);
+        } else {
+            script_.dialogsByName[name.text] = std::move(dialog);
+        }
+    }
+
     void AddBitmap(const Name& name, const Token& file) {
         if (file.text.empty()) Fail(file.where, name.display + " BITMAP: empty file name");
-        std::string key = name.numeric ? "#" + std::to_string(name.id) : kernel::WideToUtf8(name.text);
-        auto [it, fresh] = seen_.emplace(key, Seen{language_, file.where});
-        if (!fresh) {
-            if (it->second.language == language_)
-                Fail(file.where, "duplicate BITMAP resource " + name.display);
-            return;  // another language's copy: the first one stays
-        }
+        if (!FirstOfItsName(name, "BITMAP", file)) return;
         std::string path = JoinPath(baseDir_, file.text);
         if (name.numeric) {
             script_.bitmapsById[name.id] = path;
@@ -168,6 +197,7 @@ private:
     size_t pos_ = 0;
     std::string language_;
     std::map<std::string, Seen> seen_;
+    std::vector<std::pair<std::string, std::map<unsigned, std::wstring>>> stringTables_;
     ResourceScript script_;
     ExpressionCache cache_;  // the macro table is final here
 };

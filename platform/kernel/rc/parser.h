@@ -1,5 +1,6 @@
-// Resource statements: keeps BITMAP statements and skips every other statement whole
-// (LANGUAGE, VERSION, STRINGTABLE, block resources, resources read from files).
+// Resource statements: keeps BITMAP, DIALOG/DIALOGEX and STRINGTABLE statements and skips
+// every other statement whole (LANGUAGE, VERSION, block resources, resources read from
+// files).
 #pragma once
 
 #include <string>

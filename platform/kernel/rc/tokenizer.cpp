@@ -42,19 +42,20 @@ std::vector<Token> Tokenize(const Preprocessed& source) {
                 ++i;
             } else if (c == '"' || ((c == 'L' || c == 'l') && i + 1 < s.size() && s[i + 1] == '"')) {
                 if (c != '"') ++i;  // a wide string is the same path to us
+                size_t open = i;
                 std::optional<std::string> value = ReadString(s, i);
                 if (!value) Fail(source.files, sl.where, "unterminated string");
-                tokens.push_back(Token{Token::kString, *value, sl.where});
+                tokens.push_back(Token{Token::kString, *value, sl.where, s.substr(open + 1, i - open - 2)});
             } else if (IsIdentStart(c)) {
                 size_t b = i;
                 while (i < s.size() && IsIdentChar(s[i])) ++i;
-                tokens.push_back(Token{Token::kIdent, s.substr(b, i - b), sl.where});
+                tokens.push_back(Token{Token::kIdent, s.substr(b, i - b), sl.where, {}});
             } else if (std::isdigit(static_cast<unsigned char>(c))) {
                 size_t b = i;
                 while (i < s.size() && IsIdentChar(s[i])) ++i;
-                tokens.push_back(Token{Token::kNumber, s.substr(b, i - b), sl.where});
+                tokens.push_back(Token{Token::kNumber, s.substr(b, i - b), sl.where, {}});
             } else {
-                tokens.push_back(Token{Token::kPunct, std::string(1, c), sl.where});
+                tokens.push_back(Token{Token::kPunct, std::string(1, c), sl.where, {}});
                 ++i;
             }
         }

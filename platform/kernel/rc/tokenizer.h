@@ -13,6 +13,7 @@ struct Token {
     enum Kind { kIdent, kNumber, kString, kPunct } kind;
     std::string text;  // strings: their value with the path escapes applied
     Where where;
+    std::string raw;   // strings: as written between the quotes (text escapes apply to it)
 };
 
 // Far more than any real script holds; each token costs a string and its position.

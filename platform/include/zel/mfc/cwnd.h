@@ -90,6 +90,13 @@ public:
     CWnd* SetParent(CWnd* parent);
     CWnd* GetTopLevelParent() const;
     CWnd* GetDlgItem(int id) const;
+    void SetDlgItemText(int id, LPCWSTR text);
+    int GetDlgItemText(int id, CString& text) const;
+    void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
+    UINT GetDlgItemInt(int id, BOOL* translated = nullptr, BOOL isSigned = TRUE) const;
+    void CheckDlgButton(int id, UINT check);
+    UINT IsDlgButtonChecked(int id) const;
+    LRESULT SendDlgItemMessage(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void GetDlgItem(int id, HWND* hwnd) const;
     int GetDlgCtrlID() const;
     int SetDlgCtrlID(int id);
@@ -196,6 +203,14 @@ protected:
     // Reflect to the control first (a CButton then calls its DrawItem).
     afx_msg void OnDrawItem(int id, LPDRAWITEMSTRUCT dis);
     afx_msg void OnMeasureItem(int id, LPMEASUREITEMSTRUCT mis);
+    // The brush a control (or the dialog itself) paints its background with; ctlColor is
+    // CTLCOLOR_xxx. The default asks the default procedure.
+    afx_msg HBRUSH OnCtlColor(CDC* dc, CWnd* wnd, UINT ctlColor);
+
+    // Creates a dialog from a template with this object bound to it from its creation
+    // (modal when `modal`, returning the EndDialog value through *result).
+    BOOL CreateDlgIndirect(LPCDLGTEMPLATEW dlgTemplate, CWnd* parent, HINSTANCE instance, bool modal = false,
+                           INT_PTR* result = nullptr);
 
     WNDPROC m_pfnSuper = nullptr;  // the window procedure this object replaced
 

@@ -129,6 +129,7 @@ ZEL_API BOOL Sig_v_winpos(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRE
 ZEL_API BOOL Sig_l_wl(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRESULT*);        // LRESULT(WPARAM, LPARAM)
 ZEL_API BOOL Sig_v_notify(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRESULT*);    // void(NMHDR*, LRESULT*)
 ZEL_API BOOL Sig_b_notify(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRESULT*);    // BOOL(NMHDR*, LRESULT*)
+ZEL_API BOOL Sig_hbr_ctlcolor(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRESULT*);  // HBRUSH(CDC*, CWnd*, UINT)
 ZEL_API BOOL Sig_v_notifyId(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, LRESULT*);  // void(UINT, NMHDR*, LRESULT*)
 
 }  // namespace zel::mfc
@@ -183,6 +184,22 @@ ZEL_API BOOL Sig_v_notifyId(CCmdTarget*, AFX_PMSG, UINT, UINT, WPARAM, LPARAM, L
     ZEL_MAP_ENTRY(WM_MEASUREITEM, 0, 0, 0, Sig_v_measure, void(int, LPMEASUREITEMSTRUCT), &ThisClass::OnMeasureItem)
 #define ON_WM_NCHITTEST() ZEL_MAP_ENTRY(WM_NCHITTEST, 0, 0, 0, Sig_l_point, LRESULT(CPoint), &ThisClass::OnNcHitTest)
 #define ON_WM_GETDLGCODE() ZEL_MAP_ENTRY(WM_GETDLGCODE, 0, 0, 0, Sig_u_v, UINT(), &ThisClass::OnGetDlgCode)
+
+// Every WM_CTLCOLORxxx message, with nCtlColor = the message's CTLCOLOR_xxx index.
+#define CTLCOLOR_MSGBOX 0
+#define CTLCOLOR_EDIT 1
+#define CTLCOLOR_LISTBOX 2
+#define CTLCOLOR_BTN 3
+#define CTLCOLOR_DLG 4
+#define CTLCOLOR_SCROLLBAR 5
+#define CTLCOLOR_STATIC 6
+#define ZEL_CTLCOLOR_ENTRY(msg) \
+    ZEL_MAP_ENTRY(msg, 0, 0, 0, Sig_hbr_ctlcolor, HBRUSH(CDC*, CWnd*, UINT), &ThisClass::OnCtlColor)
+#define ON_WM_CTLCOLOR()                                                                               \
+    ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORMSGBOX) ZEL_CTLCOLOR_ENTRY(WM_CTLCOLOREDIT)                          \
+    ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORLISTBOX) ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORBTN)                          \
+    ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORDLG) ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORSCROLLBAR)                        \
+    ZEL_CTLCOLOR_ENTRY(WM_CTLCOLORSTATIC)
 
 // Scroll messages reflected from the parent to the scroll bar control that sent them.
 #define ON_WM_HSCROLL_REFLECT() \

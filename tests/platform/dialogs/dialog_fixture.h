@@ -1,0 +1,102 @@
+// Shared pieces of the dialog tests: a fresh desktop, scripts written to a scratch folder
+// and loaded as resource modules, and the dialog-unit arithmetic derived from the
+// platform's own font metrics.
+#pragma once
+
+#include <afxwin.h>
+#include <gtest/gtest.h>
+#include <zel/platform.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "support/leak_check.h"
+
+namespace dialog_test {
+
+namespace fs = std::filesystem;
+
+class DialogTest : public zel::test::LeakChecked {
+protected:
+    void SetUp() override {
+        zel::Desktop::Get().Reset();
+        AfxUnlockTempMaps(TRUE);
+        zel::SetModalIdleHook(nullptr);
+        dir_ = fs::temp_directory_path() / ("zel_dlg_" + std::to_string(::getpid()) + "_" +
+                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+        zel::test::LeakChecked::SetUp();
+    }
+    void TearDown() override {
+        zel::SetModalIdleHook(nullptr);
+        for (HINSTANCE m : modules_) zel::FreeResourceModule(m);
+        zel::Desktop::Get().Reset();
+        AfxUnlockTempMaps(TRUE);
+        fs::remove_all(dir_);
+        zel::test::LeakChecked::TearDown();
+    }
+
+    std::string Write(const std::string& name, const std::string& text) {
+        fs::path p = dir_ / name;
+        std::ofstream(p, std::ios::binary) << text;
+        return p.string();
+    }
+    // The script as a resource module, released at the end of the test.
+    HINSTANCE Load(const std::string& rc) {
+        HINSTANCE m = zel::LoadResourceModule(Write("dialogs.rc", rc).c_str());
+        EXPECT_NE(m, nullptr);
+        if (m) modules_.push_back(m);
+        return m;
+    }
+    static zel::Desktop& Desk() { return zel::Desktop::Get(); }
+
+private:
+    fs::path dir_;
+    std::vector<HINSTANCE> modules_;
+};
+
+// Dialog base units for a point size and face, measured the way the dialog manager must:
+// the font's average Latin letter width (rounded) and its height, from the platform's
+// metrics, so the expectations follow the text engine rather than fixed pixels.
+inline SIZE ExpectedBaseUnits(int pointSize, const wchar_t* face) {
+    HFONT font = CreateFontW(-MulDiv(pointSize, 96, 72), 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0,
+                             face);
+    HDC dc = CreateCompatibleDC(nullptr);
+    HGDIOBJ old = SelectObject(dc, font);
+    TEXTMETRICW tm{};
+    GetTextMetricsW(dc, &tm);
+    SIZE letters{};
+    GetTextExtentPoint32W(dc, L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", 52, &letters);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    DeleteObject(font);
+    return SIZE{(letters.cx / 26 + 1) / 2, tm.tmHeight};
+}
+
+// A dialog unit rectangle in pixels for given base units.
+inline RECT Pixels(SIZE units, int x, int y, int cx, int cy) {
+    int l = MulDiv(x, units.cx, 4), t = MulDiv(y, units.cy, 8);
+    return RECT{l, t, l + MulDiv(cx, units.cx, 4), t + MulDiv(cy, units.cy, 8)};
+}
+
+// A child's rectangle in its parent's client coordinates.
+inline RECT ChildRect(HWND child) {
+    RECT r;
+    GetWindowRect(child, &r);
+    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&r), 2);
+    return r;
+}
+
+inline std::string ClassOf(HWND hwnd) {
+    wchar_t name[64] = {};
+    GetClassNameW(hwnd, name, 64);
+    std::string s;
+    for (wchar_t* p = name; *p; ++p) s += static_cast<char>(*p);
+    return s;
+}
+
+}  // namespace dialog_test
