@@ -567,10 +567,19 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
 }
 
 const text::GlyphImage* RealizedFont::CachedImage(char32_t ch, const GlyphInfo& glyph) {
-    if (ch < latinImages_.size() && text::GlyphCache::Get().Epoch() == latinEpoch_ && latinImages_[ch])
-        return latinImages_[ch];
     if (glyph.slot >= slots_.size()) return nullptr;
-    return text::GlyphCache::Get().Peek(text::GlyphCache::Key(slots_[glyph.slot].strike, glyph.glyph));
+    auto& cache = text::GlyphCache::Get();
+    uint64_t key = text::GlyphCache::Key(slots_[glyph.slot].strike, glyph.glyph);
+    if (ch < latinImages_.size()) {
+        // As Image: Latin text skips the hash lookup while nothing has been evicted.
+        if (cache.Epoch() != latinEpoch_) {
+            latinImages_.fill(nullptr);
+            latinEpoch_ = cache.Epoch();
+        }
+        if (!latinImages_[ch]) latinImages_[ch] = cache.Peek(key);  // a lookup never evicts
+        return latinImages_[ch];
+    }
+    return cache.Peek(key);
 }
 
 const text::GlyphBox* RealizedFont::Box(const GlyphInfo& glyph) {

@@ -57,6 +57,13 @@ RECT Intersect(const RECT& a, const RECT& b) {
                 std::min(a.bottom, b.bottom)};
 }
 
+// The bounding box of both; an empty `a` counts for nothing.
+RECT Union(const RECT& a, const RECT& b) {
+    if (a.left >= a.right) return b;
+    return RECT{std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+                std::max(a.bottom, b.bottom)};
+}
+
 }  // namespace
 
 int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* text, int count, const INT* dx,
@@ -92,13 +99,7 @@ int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* 
                 RECT r{left, top, left + box->width, top + box->height};
                 if (limit) r = Intersect(r, *limit);
                 if (r.left < r.right && r.top < r.bottom)
-                    dc.ForEachClipped(r, [&](const RECT& c) {
-                        visible = visible.left < visible.right ? RECT{std::min(visible.left, c.left),
-                                                                      std::min(visible.top, c.top),
-                                                                      std::max(visible.right, c.right),
-                                                                      std::max(visible.bottom, c.bottom)}
-                                                               : c;
-                    });
+                    dc.ForEachClipped(r, [&](const RECT& c) { visible = Union(visible, c); });
             }
             if (visible.left >= visible.right) {
                 penX += dx ? dx[i] : advance;
