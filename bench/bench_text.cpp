@@ -83,9 +83,10 @@ BENCHMARK(BM_DrawTextMono);
 BENCHMARK(BM_DrawTextAntialiased);
 BENCHMARK(BM_DrawTextCalcRect);
 
-// ExtTextOutW of 60 characters clipped to 100 x 30 pixels, at the argument's pixels per
-// em: at 2048 only the first glyph reaches the box, and it is too large for the cache, so
-// each call rasterises just its visible part; the rest are placed by their boxes.
+// ExtTextOutW of 60 different characters clipped to 100 x 30 pixels, at the argument's
+// pixels per em: at 2048 only the first glyph reaches the box, and the glyphs are too
+// large for the cache (60 of them would evict each other on every call), so each call
+// rasterises just the visible part of the first; the rest are placed by their boxes.
 void BM_ExtTextOutClipped(benchmark::State& state) {
     int ppem = static_cast<int>(state.range(0));
     HDC screen = GetDC(nullptr);
@@ -99,7 +100,7 @@ void BM_ExtTextOutClipped(benchmark::State& state) {
     HFONT font = CreateFontIndirectW(&lf);
     HGDIOBJ oldFont = SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
-    const std::wstring text(60, L'H');
+    const std::wstring text = L"HIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789ABCDE";
     RECT clip{0, 0, 100, 30};
     for (auto _ : state)
         benchmark::DoNotOptimize(ExtTextOutW(dc, -ppem / 10, -ppem * 3 / 4, ETO_CLIPPED, &clip, text.c_str(), 60, nullptr));

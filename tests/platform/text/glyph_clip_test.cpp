@@ -18,7 +18,8 @@ using zel::text::GlyphCache;
 using GlyphClipping = zel::test::LeakChecked;
 
 constexpr COLORREF kWhite = RGB(255, 255, 255);
-const std::wstring kSixty(60, L'H');
+// 60 different characters: at 2048 pixels per em they cannot all be cached at once.
+const std::wstring kSixty = L"HIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789ABCDE";
 
 // Counters of the shared cache, before and after some drawing.
 struct Counts {
