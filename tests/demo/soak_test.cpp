@@ -49,13 +49,16 @@ TEST_F(Soak, TheDefaultTourPlayedManyTimesKeepsHandlesWindowsAndMemoryFlat) {
     // not add to the resident size beyond allocator noise.
     constexpr int kWarmUp = 5;
     uint64_t warm = 0;
+    int shotsPerPlay = 0;
     for (int play = 1; play <= plays; ++play) {
         {
             DemoApp app;
             ASSERT_TRUE(app.LoadSkin(ZEL_DEMO_SKIN_DIR)) << "play " << play;
             QuietTarget target(app);
             ASSERT_TRUE(PlayTour(*tour, target, &error)) << "play " << play << ": " << error;
-            ASSERT_EQ(target.shots, 16) << "play " << play;
+            if (play == 1) shotsPerPlay = target.shots;
+            ASSERT_GT(target.shots, 0);
+            ASSERT_EQ(target.shots, shotsPerPlay) << "play " << play << " took other shots";
         }
         zel::Desktop::Get().RunUntilIdle();
         CWnd::DeleteTempMap();
