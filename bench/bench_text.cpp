@@ -9,6 +9,7 @@
 #include FT_FREETYPE_H
 
 #include <cstring>
+#include <string>
 
 #ifdef ZEL_HAVE_CAIRO
 #include <cairo-ft.h>
@@ -81,6 +82,36 @@ void BM_DrawTextCalcRect(benchmark::State& state) {
 BENCHMARK(BM_DrawTextMono);
 BENCHMARK(BM_DrawTextAntialiased);
 BENCHMARK(BM_DrawTextCalcRect);
+
+// ExtTextOutW of 60 different characters clipped to 100 x 30 pixels, at the argument's
+// pixels per em: at 2048 only the first glyph reaches the box, and the glyphs are too
+// large for the cache (60 of them would evict each other on every call), so each call
+// rasterises just the visible part of the first; the rest are placed by their boxes.
+void BM_ExtTextOutClipped(benchmark::State& state) {
+    int ppem = static_cast<int>(state.range(0));
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HBITMAP bmp = CreateCompatibleBitmap(screen, 120, 40);
+    ReleaseDC(nullptr, screen);
+    HGDIOBJ oldBmp = SelectObject(dc, bmp);
+    LOGFONTW lf{};
+    lf.lfHeight = -ppem;
+    std::wcscpy(lf.lfFaceName, L"Liberation Sans");
+    HFONT font = CreateFontIndirectW(&lf);
+    HGDIOBJ oldFont = SelectObject(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    const std::wstring text = L"HIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789ABCDE";
+    RECT clip{0, 0, 100, 30};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ExtTextOutW(dc, -ppem / 10, -ppem * 3 / 4, ETO_CLIPPED, &clip, text.c_str(), 60, nullptr));
+    state.SetItemsProcessed(state.iterations() * 60);
+    SelectObject(dc, oldFont);
+    SelectObject(dc, oldBmp);
+    DeleteObject(font);
+    DeleteObject(bmp);
+    DeleteDC(dc);
+}
+BENCHMARK(BM_ExtTextOutClipped)->Arg(20)->Arg(2048);
 
 // FreeType loading, hinting and rasterising every glyph each time (no cache).
 void FreeTypeUncached(benchmark::State& state, FT_Int32 load, FT_Render_Mode mode) {

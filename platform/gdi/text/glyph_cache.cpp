@@ -26,6 +26,11 @@ const GlyphImage* GlyphCache::Insert(uint64_t key, std::unique_ptr<GlyphImage> i
     return lru_.front().image.get();
 }
 
+const GlyphBox* GlyphCache::RememberBox(uint64_t key, const GlyphBox& box) {
+    if (boxes_.size() >= (1u << 16)) boxes_.clear();
+    return &(boxes_[key] = box);
+}
+
 void GlyphCache::SetLimit(size_t bytes) {
     limit_ = bytes;
     Trim();
@@ -54,6 +59,7 @@ void GlyphCache::Clear() {
     ++epoch_;
     lru_.clear();
     map_.clear();
+    boxes_.clear();
     bytes_ = 0;
 }
 

@@ -32,6 +32,17 @@ struct GlyphImage {
     }
 };
 
+// Where a glyph's image lies and how far the pen moves after it, as its rendering has
+// them, known from the loaded (hinted) glyph without rasterising it.
+struct GlyphBox {
+    int left = 0, top = 0, width = 0, height = 0, advance = 0;
+    // What the image would hold in the cache (coverage and row offsets; runs not counted).
+    size_t Bytes() const {
+        return static_cast<size_t>(width) * static_cast<size_t>(height) + (static_cast<size_t>(height) + 1) * 4 +
+               sizeof(GlyphImage) + 64;
+    }
+};
+
 class GlyphCache {
 public:
     static GlyphCache& Get();
@@ -49,6 +60,30 @@ public:
         std::unique_ptr<GlyphImage> image = render();
         return image ? Insert(key, std::move(image)) : nullptr;
     }
+
+    // The cached image without rendering it, or nullptr.
+    const GlyphImage* Peek(uint64_t key) { return Lookup(key); }
+
+    // A glyph whose image would take more than an eighth of the cache is drawn straight
+    // into its clipped target and never cached: one such glyph would evict most others,
+    // and a line of them would evict each other on every draw.
+    bool Fits(const GlyphBox& box) const { return box.Bytes() <= limit_ / 8; }
+
+    // Boxes of glyphs known so far (kept apart from the images: a few bytes each, dropped
+    // wholesale when there are many).
+    const GlyphBox* FindBox(uint64_t key) const {
+        auto it = boxes_.find(key);
+        return it == boxes_.end() ? nullptr : &it->second;
+    }
+    const GlyphBox* RememberBox(uint64_t key, const GlyphBox& box);
+
+    // Glyphs rasterised outside the cache, and the pixels they covered.
+    void CountUncached(size_t pixels) {
+        ++uncached_;
+        uncachedPixels_ += pixels;
+    }
+    uint64_t UncachedRenders() const { return uncached_; }
+    uint64_t UncachedPixels() const { return uncachedPixels_; }
 
     void SetLimit(size_t bytes);
     size_t Limit() const { return limit_; }
@@ -72,6 +107,9 @@ private:
     size_t limit_ = 8u << 20;
     size_t bytes_ = 0;
     uint64_t renders_ = 0;
+    uint64_t uncached_ = 0;
+    uint64_t uncachedPixels_ = 0;
+    std::unordered_map<uint64_t, GlyphBox> boxes_;
     uint64_t epoch_ = 1;
     std::list<Entry> lru_;  // most recently used first
     std::unordered_map<uint64_t, std::list<Entry>::iterator> map_;

@@ -145,22 +145,25 @@ BYTE PitchAndFamily(FT_Face face) {
     return static_cast<BYTE>(bits | family);
 }
 
-// Coverage bytes from a FreeType bitmap of any format, top-left aligned with the image
-// box; what lies outside the box is dropped.
-void CopyCoverage(const FT_Bitmap& bm, GlyphImage& image) {
-    unsigned cols = std::min<unsigned>(bm.width, static_cast<unsigned>(image.width));
-    unsigned rows = std::min<unsigned>(bm.rows, static_cast<unsigned>(image.height));
+// Coverage bytes from a FreeType bitmap of any format, from its column `fromX` and row
+// `fromY` on, top-left aligned with the image box; what lies outside the box is dropped.
+void CopyCoverage(const FT_Bitmap& bm, GlyphImage& image, int fromX, int fromY) {
+    if (fromX < 0 || fromY < 0) return;
+    unsigned cols = bm.width > static_cast<unsigned>(fromX) ? bm.width - fromX : 0;
+    unsigned rows = bm.rows > static_cast<unsigned>(fromY) ? bm.rows - fromY : 0;
+    cols = std::min<unsigned>(cols, static_cast<unsigned>(image.width));
+    rows = std::min<unsigned>(rows, static_cast<unsigned>(image.height));
     for (unsigned y = 0; y < rows; ++y) {
-        const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(y) * bm.pitch;
+        const unsigned char* src = bm.buffer + static_cast<ptrdiff_t>(y + fromY) * bm.pitch;
         uint8_t* dst = image.coverage.data() + static_cast<size_t>(y) * image.width;
-        for (unsigned x = 0; x < cols; ++x) {
+        for (unsigned sx = fromX, x = 0; x < cols; ++x, ++sx) {
             switch (bm.pixel_mode) {
-                case FT_PIXEL_MODE_MONO: dst[x] = (src[x >> 3] >> (7 - (x & 7))) & 1 ? 255 : 0; break;
+                case FT_PIXEL_MODE_MONO: dst[x] = (src[sx >> 3] >> (7 - (sx & 7))) & 1 ? 255 : 0; break;
                 case FT_PIXEL_MODE_GRAY:
-                    dst[x] = bm.num_grays == 256 ? src[x]
-                                                 : static_cast<uint8_t>(src[x] * 255 / std::max(1, bm.num_grays - 1));
+                    dst[x] = bm.num_grays == 256 ? src[sx]
+                                                 : static_cast<uint8_t>(src[sx] * 255 / std::max(1, bm.num_grays - 1));
                     break;
-                case FT_PIXEL_MODE_BGRA: dst[x] = src[x * 4 + 3]; break;
+                case FT_PIXEL_MODE_BGRA: dst[x] = src[sx * 4 + 3]; break;
                 default: dst[x] = 0; break;
             }
         }
@@ -457,14 +460,14 @@ const text::GlyphImage* RealizedFont::Image(const GlyphInfo& glyph) {
 // widened to whole pixels and clipped to the cell's ascent and descent, the outline drawn
 // into that box. Monochrome pixels are the ones whose centres the outline covers, with
 // the face's own dropout rules; the pen then moves by this rendering's own advance.
-std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_t glyph) {
+bool RealizedFont::Load(const Slot& slot, uint32_t glyph, Loaded& loaded) {
     FT_Face face = slot.file->face;
-    if (!Activate(slot)) return nullptr;
+    if (!Activate(slot)) return false;
     FT_Int32 flags = FT_LOAD_IGNORE_GLOBAL_ADVANCE_WIDTH | (gray_ ? FT_LOAD_TARGET_NORMAL | FT_LOAD_NO_BITMAP
                                                                   : FT_LOAD_TARGET_MONO);
     if (slot.embolden || slot.oblique || widthScale_ != 0x10000) flags |= FT_LOAD_NO_BITMAP;
     if (FT_Load_Glyph(face, glyph, flags) != 0 && FT_Load_Glyph(face, glyph, flags | FT_LOAD_NO_HINTING) != 0)
-        return nullptr;
+        return false;
     FT_GlyphSlot g = face->glyph;
     FT_Glyph_Metrics m = g->metrics;
     bool outline = g->format == FT_GLYPH_FORMAT_OUTLINE;
@@ -499,19 +502,26 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
         x1 = (hi + 63) & -64;
         if (outline) FT_Outline_Transform(&g->outline, &matrix);
     }
-    auto image = std::make_unique<GlyphImage>();
-    image->advance = CellAdvance(FT_MulFix(m.horiAdvance, matrix.xx), slot.embolden);
+    loaded = Loaded{x0, x1, y0, y1, outline, {}};
+    loaded.box.advance = CellAdvance(FT_MulFix(m.horiAdvance, matrix.xx), slot.embolden);
     int64_t width = (x1 - x0) >> 6, height = (y1 - y0) >> 6;
-    if (width <= 0 || height <= 0 || width > 0xFFFF || static_cast<size_t>(width * height) > kMaxGlyphPixels) {
-        image->BuildRuns();
-        return image;
-    }
-    image->left = static_cast<int>(x0 >> 6);
-    image->top = static_cast<int>(y1 >> 6);
-    image->width = static_cast<int>(width);
-    image->height = static_cast<int>(height);
-    image->coverage.assign(static_cast<size_t>(width * height), 0);
-    if (outline) {
+    if (width <= 0 || height <= 0 || width > 0xFFFF || static_cast<size_t>(width * height) > kMaxGlyphPixels)
+        return true;  // draws nothing
+    loaded.box.left = static_cast<int>(x0 >> 6);
+    loaded.box.top = static_cast<int>(y1 >> 6);
+    loaded.box.width = static_cast<int>(width);
+    loaded.box.height = static_cast<int>(height);
+    return true;
+}
+
+// Draws the loaded glyph into `image`, whose box is all or part of the glyph's box: the
+// outline moved by whole pixels so the part's bottom-left corner is the origin, which
+// leaves every pixel as the whole image has it.
+void RealizedFont::Rasterise(const Slot& slot, const Loaded& loaded, GlyphImage& image) {
+    FT_GlyphSlot g = slot.file->face->glyph;
+    size_t width = static_cast<size_t>(image.width), height = static_cast<size_t>(image.height);
+    image.coverage.assign(width * height, 0);
+    if (loaded.outline) {
         FT_Bitmap target;
         FT_Bitmap_Init(&target);
         target.width = static_cast<unsigned>(width);
@@ -519,23 +529,86 @@ std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_
         target.pixel_mode = gray_ ? FT_PIXEL_MODE_GRAY : FT_PIXEL_MODE_MONO;
         target.num_grays = gray_ ? 256 : 2;
         target.pitch = gray_ ? static_cast<int>(width) : static_cast<int>((width + 31) >> 5 << 2);
-        std::vector<unsigned char> bits(static_cast<size_t>(target.pitch) * static_cast<size_t>(height), 0);
+        std::vector<unsigned char> bits(static_cast<size_t>(target.pitch) * height, 0);
         target.buffer = bits.data();
-        FT_Outline_Translate(&g->outline, -x0, -y0);
+        FT_Pos dx = FT_Pos{image.left} * 64, dy = (FT_Pos{image.top} - image.height) * 64;
+        FT_Outline_Translate(&g->outline, -dx, -dy);
         FT_Outline_Get_Bitmap(text::Library(), &g->outline, &target);
-        CopyCoverage(target, *image);
+        FT_Outline_Translate(&g->outline, dx, dy);
+        CopyCoverage(target, image, 0, 0);
     } else {
-        // An embedded bitmap: its rows from the top, as far as the box reaches.
-        CopyCoverage(g->bitmap, *image);
+        // An embedded bitmap: its rows from the top of the glyph's box, as far as it reaches.
+        CopyCoverage(g->bitmap, image, image.left - loaded.box.left, loaded.box.top - image.top);
     }
     if (!gray_) {
-        for (uint8_t& c : image->coverage) c = c >= 128 ? 255 : 0;
+        for (uint8_t& c : image.coverage) c = c >= 128 ? 255 : 0;
     } else {
         // GDI smooths with 17 levels of coverage (0..16), so the faintest edge pixels vanish.
-        for (uint8_t& c : image->coverage) c = static_cast<uint8_t>((c * 17 / 256) * 255 / 16);
+        for (uint8_t& c : image.coverage) c = static_cast<uint8_t>((c * 17 / 256) * 255 / 16);
     }
-    image->BuildRuns();
+    image.BuildRuns();
+}
+
+std::unique_ptr<text::GlyphImage> RealizedFont::Render(const Slot& slot, uint32_t glyph) {
+    Loaded loaded;
+    if (!Load(slot, glyph, loaded)) return nullptr;
+    auto image = std::make_unique<GlyphImage>();
+    image->advance = loaded.box.advance;
+    if (loaded.box.width == 0) {
+        image->BuildRuns();
+        return image;
+    }
+    image->left = loaded.box.left;
+    image->top = loaded.box.top;
+    image->width = loaded.box.width;
+    image->height = loaded.box.height;
+    Rasterise(slot, loaded, *image);
     return image;
+}
+
+const text::GlyphImage* RealizedFont::CachedImage(char32_t ch, const GlyphInfo& glyph) {
+    if (glyph.slot >= slots_.size()) return nullptr;
+    auto& cache = text::GlyphCache::Get();
+    uint64_t key = text::GlyphCache::Key(slots_[glyph.slot].strike, glyph.glyph);
+    if (ch < latinImages_.size()) {
+        // As Image: Latin text skips the hash lookup while nothing has been evicted.
+        if (cache.Epoch() != latinEpoch_) {
+            latinImages_.fill(nullptr);
+            latinEpoch_ = cache.Epoch();
+        }
+        if (!latinImages_[ch]) latinImages_[ch] = cache.Peek(key);  // a lookup never evicts
+        return latinImages_[ch];
+    }
+    return cache.Peek(key);
+}
+
+const text::GlyphBox* RealizedFont::Box(const GlyphInfo& glyph) {
+    if (glyph.slot >= slots_.size()) return nullptr;
+    auto& cache = text::GlyphCache::Get();
+    uint64_t key = text::GlyphCache::Key(slots_[glyph.slot].strike, glyph.glyph);
+    if (const text::GlyphBox* box = cache.FindBox(key)) return box;
+    Loaded loaded;
+    if (!Load(slots_[glyph.slot], glyph.glyph, loaded)) return nullptr;
+    return cache.RememberBox(key, loaded.box);
+}
+
+bool RealizedFont::RenderPart(const GlyphInfo& glyph, const text::GlyphBox& part, GlyphImage& out) {
+    if (glyph.slot >= slots_.size()) return false;
+    const Slot& slot = slots_[glyph.slot];
+    Loaded loaded;
+    if (!Load(slot, glyph.glyph, loaded)) return false;
+    const text::GlyphBox& whole = loaded.box;
+    if (part.width <= 0 || part.height <= 0 || part.left < whole.left || part.top > whole.top ||
+        part.left + part.width > whole.left + whole.width || part.top - part.height < whole.top - whole.height)
+        return false;
+    out.left = part.left;
+    out.top = part.top;
+    out.width = part.width;
+    out.height = part.height;
+    out.advance = whole.advance;
+    Rasterise(slot, loaded, out);
+    text::GlyphCache::Get().CountUncached(static_cast<size_t>(part.width) * static_cast<size_t>(part.height));
+    return true;
 }
 
 std::string RealizedFont::FileFor(char32_t ch) {

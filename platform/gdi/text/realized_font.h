@@ -61,6 +61,16 @@ public:
     // nullptr when the face cannot load it. `ch` is the character `glyph` was found for.
     const text::GlyphImage* Image(char32_t ch, const GlyphInfo& glyph);
     const text::GlyphImage* Image(const GlyphInfo& glyph);
+    // The image of `ch` if the cache holds it; never rasterises.
+    const text::GlyphImage* CachedImage(char32_t ch, const GlyphInfo& glyph);
+    // Where the glyph's image lies and its advance as drawn, from the loaded glyph without
+    // rasterising (an empty box when it draws nothing); nullptr when the face cannot load it.
+    // Valid until the next call.
+    const text::GlyphBox* Box(const GlyphInfo& glyph);
+    // Rasterises only the part of the glyph's image given by `part` (left, top, width and
+    // height as in GlyphImage, inside the glyph's box) into `out`, bypassing the cache;
+    // the pixels are those the whole image has there.
+    bool RenderPart(const GlyphInfo& glyph, const text::GlyphBox& part, text::GlyphImage& out);
 
     bool Antialiased() const { return gray_; }
     int Ppem() const { return ppem_; }
@@ -94,6 +104,15 @@ private:
     bool Activate(const Slot& slot);
     const GlyphInfo& GlyphSlow(char32_t ch);
     GlyphInfo LookUp(char32_t ch);
+    // A glyph loaded into its face's slot, hinted (and emboldened, stretched, slanted) for
+    // this rendering, with its image box in 26.6 pixels.
+    struct Loaded {
+        FT_Pos x0 = 0, x1 = 0, y0 = 0, y1 = 0;
+        bool outline = false;
+        text::GlyphBox box;  // whole pixels; empty when the glyph draws nothing
+    };
+    bool Load(const Slot& slot, uint32_t glyph, Loaded& loaded);
+    void Rasterise(const Slot& slot, const Loaded& loaded, text::GlyphImage& image);
     std::unique_ptr<text::GlyphImage> Render(const Slot& slot, uint32_t glyph);
     int CellAdvance(FT_Pos advance, bool embolden) const;
     FT_Matrix Transform(const Slot& slot) const;

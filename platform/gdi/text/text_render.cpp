@@ -57,6 +57,13 @@ RECT Intersect(const RECT& a, const RECT& b) {
                 std::min(a.bottom, b.bottom)};
 }
 
+// The bounding box of both; an empty `a` counts for nothing.
+RECT Union(const RECT& a, const RECT& b) {
+    if (a.left >= a.right) return b;
+    return RECT{std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+                std::max(a.bottom, b.bottom)};
+}
+
 }  // namespace
 
 int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* text, int count, const INT* dx,
@@ -70,10 +77,42 @@ int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* 
     // A monochrome surface has no shades: antialiased coverage thresholds at one half.
     GlyphBlit blit = font.Antialiased() && !target->mono() ? BlitBlend : BlitRuns;
     uint32_t pixel = ColorToPixel(*target, dc.state.textColor);
+    auto& cache = text::GlyphCache::Get();
+    text::GlyphImage part;  // glyphs too large for the cache, rasterised only where visible
     for (int i = 0; i < count; ++i) {
         char32_t ch = static_cast<char32_t>(text[i]);
         const GlyphInfo& g = font.Glyph(ch);
-        const text::GlyphImage* image = font.Image(ch, g);
+        const text::GlyphImage* image = font.CachedImage(ch, g);
+        int advance = g.advance;
+        if (!image) {
+            // Not rasterised yet: where it would land comes from the loaded glyph alone, and
+            // a glyph wholly outside the limit and the clip costs no rasterising at all.
+            const text::GlyphBox* box = font.Box(g);
+            if (!box) {
+                penX += dx ? dx[i] : advance;
+                continue;
+            }
+            advance = box->advance;
+            RECT visible{0, 0, 0, 0};
+            if (box->width > 0) {
+                int left = penX + box->left, top = baseline - box->top;
+                RECT r{left, top, left + box->width, top + box->height};
+                if (limit) r = Intersect(r, *limit);
+                if (r.left < r.right && r.top < r.bottom)
+                    dc.ForEachClipped(r, [&](const RECT& c) { visible = Union(visible, c); });
+            }
+            if (visible.left >= visible.right) {
+                penX += dx ? dx[i] : advance;
+                continue;
+            }
+            if (cache.Fits(*box)) {
+                image = font.Image(ch, g);
+            } else {
+                text::GlyphBox wanted{visible.left - penX, baseline - visible.top, visible.right - visible.left,
+                                      visible.bottom - visible.top, box->advance};
+                image = font.RenderPart(g, wanted, part) ? &part : nullptr;
+            }
+        }
         if (image && !image->coverage.empty()) {
             int left = penX + image->left, top = baseline - image->top;
             RECT box{left, top, left + image->width, top + image->height};
@@ -81,7 +120,7 @@ int DrawGlyphs(DC& dc, RealizedFont& font, int penX, int baseline, const WCHAR* 
             if (box.left < box.right && box.top < box.bottom)
                 dc.ForEachClipped(box, [&](const RECT& r) { blit(*target, *image, left, top, r, pixel); });
         }
-        penX += dx ? dx[i] : image ? image->advance : g.advance;
+        penX += dx ? dx[i] : image ? image->advance : advance;
     }
     return penX - start;
 }
