@@ -19,7 +19,6 @@ namespace {
 constexpr UINT kScrollBarId = 9001;
 constexpr UINT_PTR kAutoScrollTimer = 1;
 constexpr UINT kAutoScrollMs = 100;   // one row per tick while the stylus is past an edge
-constexpr UINT kVkF4 = 0x73;  // the drop-down key of the framework combo box
 constexpr int kDefaultRows = 5;
 constexpr int kDefaultRowHeight = 24;  // without a row piece
 constexpr int kDefaultFontHeight = 18;
@@ -489,7 +488,7 @@ BOOL CZELComBox::PreTranslateMessage(MSG* pMsg) {
             else
                 DropDown();
             return TRUE;
-        case kVkF4:
+        case VK_F4:
             if (m_bDropped)
                 CloseUp(FALSE, -1, FALSE);
             else

@@ -26,13 +26,4 @@ DropLayout PlanDropList(const RECT& box, int screenHeight, int count, int droppe
     return plan;
 }
 
-int ScrollToShow(int row, int top, int rows, int count) {
-    const int lastTop = std::max(0, count - std::max(rows, 1));
-    if (rows > 0 && row >= 0) {
-        if (row < top) top = row;
-        else if (row >= top + rows) top = row - rows + 1;
-    }
-    return std::clamp(top, 0, lastTop);
-}
-
 }  // namespace zelctl

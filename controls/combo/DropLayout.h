@@ -18,9 +18,4 @@ struct DropLayout {
 // `count` the items, `droppedRows` the rows wanted at most (>= 1), `rowHeight` > 0.
 DropLayout PlanDropList(const RECT& box, int screenHeight, int count, int droppedRows, int rowHeight);
 
-// The first visible row that shows `row` in a window of `rows` rows starting at `top`,
-// moving as little as possible; the result stays in 0 .. count - rows. Any list that moves
-// a selection by keys needs it.  // candidate for common/ (RowGeometry)
-int ScrollToShow(int row, int top, int rows, int count);
-
 }  // namespace zelctl

@@ -1,5 +1,7 @@
 #include "RowGeometry.h"
 
+#include <algorithm>
+
 namespace zelctl {
 
 int RowGeometry::RowAt(POINT pt) const {
@@ -16,6 +18,15 @@ RECT RowGeometry::RowRect(int row) const {
 int RowGeometry::LastFirstRow() const {
     const int excess = count - VisibleRows();
     return excess > 0 ? excess : 0;
+}
+
+int ScrollToShow(int row, int top, int rows, int count) {
+    const int lastTop = std::max(0, count - std::max(rows, 1));
+    if (rows > 0 && row >= 0) {
+        if (row < top) top = row;
+        else if (row >= top + rows) top = row - rows + 1;
+    }
+    return std::clamp(top, 0, lastTop);
 }
 
 }  // namespace zelctl

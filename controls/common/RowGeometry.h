@@ -27,4 +27,10 @@ struct RowGeometry {
     int LastFirstRow() const;
 };
 
+// The first visible row that shows `row` in a window of `rows` rows starting at `top`,
+// moving as little as possible; the result stays in 0 .. count - rows. A row of -1 (no
+// selection) or a window of no rows only clamps `top`. Any list that moves a selection by
+// keys needs it.
+int ScrollToShow(int row, int top, int rows, int count);
+
 }  // namespace zelctl

@@ -35,4 +35,19 @@ void ShortenWithEllipsis(HDC dc, CString& text, int width);
 OwnedFont ShrinkFontToFit(HDC dc, const CString& text, const RECT& rc, UINT format, int height,
                           LONG weight = FW_NORMAL, const wchar_t* face = L"Tahoma", int floor = 12);
 
+// Draws `text` into `rc` with `format`, transparent, in `colour`: in `font` (NULL: the DC's)
+// when the DT_CALCRECT size is no larger than `rc` in both directions, otherwise in the font
+// ShrinkFontToFit recreates from `shrinkFrom` (drawn at the floor of 12 even when it still
+// does not fit; the window clips it). A start that cannot fit `rc` is first brought down to
+// the heights that might, keeping its parity, so a host's absurd height neither hangs the
+// loop nor overflows it. The shrunk font dies here; the DC's font, colour and mode are
+// restored. DT_MODIFYSTRING is dropped (see WithoutModifyString).
+void DrawShrunkText(HDC dc, const CString& text, const RECT& rc, UINT format, COLORREF colour, HFONT font,
+                    int shrinkFrom);
+
+// DT_MODIFYSTRING would write the shortened text back into the CString's buffer, which has
+// no room for the "..." it appends: controls draw a copy of their window text and never
+// need the shortened form, so they drop the flag from a host's format.
+constexpr UINT WithoutModifyString(UINT format) { return format & ~static_cast<UINT>(DT_MODIFYSTRING); }
+
 }  // namespace zelctl

@@ -1,6 +1,7 @@
 #include "CZELBkLable.h"
 
 #include "ControlFont.h"
+#include "LabelPaint.h"
 #include "OffscreenCanvas.h"
 #include "SkinText.h"
 
@@ -32,12 +33,7 @@ HBITMAP CZELBkLable::SetBitmap(HBITMAP hBitmap) {
 }
 
 void CZELBkLable::SetFont(int nHeight, DWORD crText, UINT nFormat, CRect rcText) {
-    zelctl::ReleaseFont(m_hFont);
-    m_hFont = zelctl::CreateControlFont(nHeight);
-    m_crText = crText;
-    m_nFormat = nFormat;
-    m_rcText = rcText;
-    m_nFontHeight = nHeight;
+    zelctl::LabelText{m_hFont, m_crText, m_nFormat, m_rcText, m_nFontHeight}.Set(nHeight, crText, nFormat, rcText);
 }
 
 void CZELBkLable::OnPaint() {
@@ -55,7 +51,6 @@ void CZELBkLable::OnPaint() {
     GetWindowText(text);
     CRect rc = client;
     rc.DeflateRect(kTextInset, 0, kTextInset, 0);
-    // The text is a copy of the window's: DT_MODIFYSTRING would write past its end.
-    zelctl::DrawSkinText(canvas.dc(), text, rc, m_nFormat & ~static_cast<UINT>(DT_MODIFYSTRING), m_crText, m_hFont);
+    zelctl::DrawSkinText(canvas.dc(), text, rc, zelctl::WithoutModifyString(m_nFormat), m_crText, m_hFont);
     canvas.Present();
 }

@@ -3,6 +3,7 @@
 #include "ControlFont.h"
 #include "LabelPaint.h"
 #include "SkinList.h"
+#include "SkinText.h"
 
 namespace {
 
@@ -35,12 +36,7 @@ void CZELLable::LoadBitmap(CString strLeft, CString strMiddle, CString strRight)
 }
 
 void CZELLable::SetFont(int nHeight, DWORD crText, UINT nFormat, CRect rcText) {
-    zelctl::ReleaseFont(m_hFont);
-    m_hFont = zelctl::CreateControlFont(nHeight);
-    m_crText = crText;
-    m_nFormat = nFormat;
-    m_nFontHeight = nHeight;
-    m_rcText = rcText;
+    zelctl::LabelText{m_hFont, m_crText, m_nFormat, m_rcText, m_nFontHeight}.Set(nHeight, crText, nFormat, rcText);
 }
 
 void CZELLable::LoadSkin(CString strSkin, CString) {

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr int kDefaultFontHeight = 18;
-constexpr BYTE kAntialiased = 4;  // ANTIALIASED_QUALITY: only the constructor's fonts
 constexpr int kNumberInset = 5;   // pixels kept clear left and right of the number
 constexpr UINT kNumberFormat = DT_SINGLELINE | DT_VCENTER | DT_CENTER;
 constexpr UINT kStatusFormat = DT_VCENTER | DT_SINGLELINE;
@@ -24,8 +23,9 @@ END_MESSAGE_MAP()
 
 CZELTelLCD::CZELTelLCD()
     : m_indicators(std::make_unique<zelctl::SkinSet>(kIndicators)),
-      m_hNumberFont(zelctl::CreateControlFontQ(kDefaultFontHeight, kAntialiased)),
-      m_hTimeFont(zelctl::CreateControlFontQ(kDefaultFontHeight, kAntialiased)),
+      // Only these first fonts are antialiased; the ones InitCtrl makes are the device default.
+      m_hNumberFont(zelctl::CreateControlFont(kDefaultFontHeight, FW_NORMAL, L"Tahoma", ANTIALIASED_QUALITY)),
+      m_hTimeFont(zelctl::CreateControlFont(kDefaultFontHeight, FW_NORMAL, L"Tahoma", ANTIALIASED_QUALITY)),
       m_crNumber(RGB(0, 0, 0)),
       m_crTime(RGB(255, 255, 255)),
       m_nMode(0) {}

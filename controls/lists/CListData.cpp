@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ListClick.h"
 #include "ListRowStore.h"
 #include "Notify.h"
 #include "RowGeometry.h"
@@ -174,8 +175,7 @@ int CListData::FinishInsert(int result, bool wasEmpty, bool update) {
 int CListData::InsertItem(const LVITEMW* pItem) {
     if (!pItem) return -1;
     bool wasEmpty = false;
-    const int result = Rows().InsertRow(pItem->iItem, pItem->pszText ? pItem->pszText : L"", wasEmpty);
-    if (result >= 0 && wasEmpty) m_ppRows[0]->nMark = 1;
+    const int result = Rows().InsertItem(*pItem, wasEmpty);
     return FinishInsert(result, wasEmpty, true);
 }
 
@@ -204,20 +204,13 @@ int CListData::InsertItem(int nItem, LPCTSTR lpszText, int nImage) {
 }
 
 int CListData::SetItemText(int nItem, int nSubItem, LPCTSTR lpszText) {
-    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem > m_nColumnCount) return 0;
-    ListCell* cell = Rows().Cell(nItem, nSubItem);
-    if (!cell) return 0;
-    cell->strText = lpszText ? lpszText : L"";
+    if (!Rows().SetText(nItem, nSubItem, lpszText)) return 0;
     if (::IsWindow(m_hWnd)) Invalidate();
     return 1;
 }
 
 // The last cell of a row (index m_nColumnCount) is writable but not readable here.
-CString CListData::GetItemText(int nItem, int nSubItem) {
-    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem >= m_nColumnCount) return CString();
-    ListCell* cell = Rows().Cell(nItem, nSubItem);
-    return cell ? cell->strText : CString();
-}
+CString CListData::GetItemText(int nItem, int nSubItem) { return Rows().Text(nItem, nSubItem); }
 
 int CListData::GetItemCount() { return m_nItemCount; }
 
@@ -231,20 +224,7 @@ int CListData::DeleteItem(int nItem) {
 }
 
 int CListData::DeleteAllItems() {
-    const int rows = m_nItemCount;
-    for (int i = rows - 1; i >= 0; --i) DelOneItem(i);
-    // DelOneItem refuses every row once all columns are gone; those rows are freed here so
-    // the count of 0 below is true and nothing is lost.
-    for (int i = 0; i <= rows && m_ppRows; ++i) {
-        for (ListCell* cell = m_ppRows[i]; cell;) {
-            ListCell* next = cell->pNextCell;
-            delete cell;
-            cell = next;
-        }
-        m_ppRows[i] = nullptr;
-    }
-    if (rows > 0 && m_nColumnCount < 1) m_pFirstRow = nullptr;
-    m_nItemCount = 0;
+    Rows().DeleteAllRows(m_nCurSel);
     UpdataScrollBar();
     if (::IsWindow(m_hWnd)) Invalidate();
     return 1;
@@ -254,21 +234,11 @@ int CListData::DeleteAllItems() {
 
 int CListData::InsertColumn(int nCol, const LVCOLUMNW* pColumn) {
     if (!pColumn) return -1;
-    ++m_nColumnCount;
-    return Rows().LinkColumn(nCol, pColumn->pszText ? pColumn->pszText : L"", pColumn->cx);
+    return Rows().InsertColumn(nCol, *pColumn);
 }
 
 int CListData::InsertColumn(int nCol, LPCTSTR lpszHeading, int, int nWidth, int) {
-    NKDbgPrintfW(L"col11= %d\n", m_nColumnCount);
-    if (nCol < 0 || nCol > m_nColumnCount) return -1;
-    ++m_nColumnCount;
-    auto rows = Rows();
-    rows.LinkColumn(nCol, lpszHeading ? lpszHeading : L"", nWidth);
-    // On a filled list the device cuts every row at the new column instead of adding a
-    // cell to it. Kept so: hosts create their columns before their rows.
-    if (!rows.Empty()) rows.CutRowsAtColumn(nCol);
-    NKDbgPrintfW(L"col= %d\n", m_nColumnCount);
-    return nCol;
+    return Rows().InsertColumnCuttingRows(nCol, lpszHeading, nWidth);
 }
 
 int CListData::DeleteColumn(int nCol) {
@@ -280,19 +250,12 @@ int CListData::DeleteColumn(int nCol) {
 
 // A negative column is not refused: the walk stays at the first column.
 int CListData::SetColumnWidth(int nCol, int cx) {
-    if (nCol >= m_nColumnCount) return 0;
-    ListColumn* column = Rows().Column(nCol);
-    if (!column || column->nWidth == cx) return 0;
-    column->nWidth = cx;
+    if (!Rows().SetColumnWidth(nCol, cx)) return 0;
     if (::IsWindow(m_hWnd)) Invalidate();
     return 1;
 }
 
-int CListData::GetColumnWidth(int nCol) {
-    if (nCol >= m_nColumnCount || nCol < 0) return -1;
-    ListColumn* column = Rows().Column(nCol);
-    return column ? column->nWidth : -1;
-}
+int CListData::GetColumnWidth(int nCol) { return Rows().ColumnWidth(nCol); }
 
 // ---- selection -------------------------------------------------------------------------------
 
@@ -304,18 +267,12 @@ int CListData::SetCurSel(long n) {
 int CListData::GetCurSel() { return m_nCurSel; }
 
 int CListData::SetSelectionMark(int n) {
-    for (int i = 0; i < m_nItemCount; ++i)
-        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) m_ppRows[i]->nMark = 0;
-    if (ListCell* head = Rows().Head(n)) head->nMark = 1;
+    Rows().MoveMark(n);
     if (::IsWindow(m_hWnd)) Invalidate();
     return 0;
 }
 
-int CListData::GetSelect() {
-    for (int i = 0; i < m_nItemCount; ++i)
-        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) return i;
-    return -1;
-}
+int CListData::GetSelect() { return Rows().MarkedRow(); }
 
 // ---- scrolling -------------------------------------------------------------------------------
 
@@ -396,15 +353,7 @@ void CListData::OnLButtonDown(UINT nFlags, CPoint point) {
         m_bClickArmed = 0;
         return;
     }
-    const UINT doubleClickMs = CachedDoubleClickTime();
-    if (m_bClickArmed && m_rcClick.PtInRect(point)) {
-        SendMessage(WM_LBUTTONDBLCLK, nFlags, MAKELPARAM(point.x, point.y));
-        return;
-    }
-    KillTimer(kClickTimer);
-    SetTimer(kClickTimer, doubleClickMs, nullptr);
-    m_bClickArmed = 1;
-    zelctl::NotifyNmhdr(*this, NM_CLICK);
+    zelctl::lists::PressRow(*this, m_bClickArmed, m_rcClick, kClickTimer, CachedDoubleClickTime(), nFlags, point);
 }
 
 // The release leaves the arm set: with the timer gone, the next press inside m_rcClick is

@@ -1,8 +1,10 @@
 #include "CZELList.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 
+#include "ListClick.h"
 #include "ListRowStore.h"
 #include "Notify.h"
 #include "OffscreenCanvas.h"
@@ -25,6 +27,12 @@ constexpr int kDefaultFontHeights[4] = {30, 28, 17, 13};
 UINT ListDoubleClickTime() {
     static const UINT ms = ::GetDoubleClickTime();
     return ms;
+}
+
+// The list's own pieces of a row, selected or not: left cap, middle, right cap.
+std::array<HBITMAP, 3> SkinRow(const zelctl::SkinSet& skin, bool selected) {
+    const size_t first = selected ? CZELList::kSelLeft : CZELList::kNormalLeft;
+    return {skin[first], skin[first + 1], skin[first + 2]};
 }
 
 // DrawTextW with a transparent background into `rc` (the DC's font and colour).
@@ -136,9 +144,7 @@ int CZELList::FinishInsert(int result) {
 int CZELList::InsertItem(const LVITEMW* pItem) {
     if (!pItem) return -1;
     bool wasEmpty = false;
-    const int result = Rows().InsertRow(pItem->iItem, pItem->pszText ? pItem->pszText : L"", wasEmpty);
-    if (result >= 0 && wasEmpty) m_ppRows[0]->nMark = 1;
-    return FinishInsert(result);
+    return FinishInsert(Rows().InsertItem(*pItem, wasEmpty));
 }
 
 int CZELList::InsertItem(int nItem, LPCTSTR lpszText) {
@@ -162,19 +168,12 @@ int CZELList::AddItem(CArray<CString, CString>& texts, int nImage) {
 }
 
 int CZELList::SetItemText(int nItem, int nSubItem, LPCTSTR lpszText) {
-    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem > m_nColumnCount) return 0;
-    ListCell* cell = Rows().Cell(nItem, nSubItem);
-    if (!cell) return 0;
-    cell->strText = lpszText ? lpszText : L"";
+    if (!Rows().SetText(nItem, nSubItem, lpszText)) return 0;
     Repaint();
     return 1;
 }
 
-CString CZELList::GetItemText(int nItem, int nSubItem) {
-    if (nItem < 0 || nItem >= m_nItemCount || nSubItem < 0 || nSubItem >= m_nColumnCount) return CString();
-    ListCell* cell = Rows().Cell(nItem, nSubItem);
-    return cell ? cell->strText : CString();
-}
+CString CZELList::GetItemText(int nItem, int nSubItem) { return Rows().Text(nItem, nSubItem); }
 
 int CZELList::GetItemText(int, int, LPTSTR, int) { return 1; }
 
@@ -188,19 +187,7 @@ int CZELList::DeleteItem(int nItem) {
 }
 
 int CZELList::DeleteAllItems() {
-    const int rows = m_nItemCount;
-    for (int i = rows - 1; i >= 0; --i) DelOneItem(i);
-    // Rows DelOneItem refused (no columns left) are freed here, so the count of 0 is true.
-    for (int i = 0; i <= rows && m_ppRows; ++i) {
-        for (ListCell* cell = m_ppRows[i]; cell;) {
-            ListCell* next = cell->pNextCell;
-            delete cell;
-            cell = next;
-        }
-        m_ppRows[i] = nullptr;
-    }
-    if (rows > 0 && m_nColumnCount < 1) m_pFirstRow = nullptr;
-    m_nItemCount = 0;
+    Rows().DeleteAllRows(m_nCurSel);
     UpdataScrollBar();
     Repaint();
     return 1;
@@ -214,19 +201,11 @@ int CZELList::GetItemHeight() { return m_nItemHeight; }
 
 int CZELList::InsertColumn(int nCol, const LVCOLUMNW* pColumn) {
     if (!pColumn) return -1;
-    ++m_nColumnCount;
-    return Rows().LinkColumn(nCol, pColumn->pszText ? pColumn->pszText : L"", pColumn->cx);
+    return Rows().InsertColumn(nCol, *pColumn);
 }
 
 int CZELList::InsertColumn(int nCol, LPCTSTR lpszHeading, int, int nWidth, int) {
-    NKDbgPrintfW(L"col11= %d\n", m_nColumnCount);
-    if (nCol < 0 || nCol > m_nColumnCount) return -1;
-    ++m_nColumnCount;
-    auto rows = Rows();
-    rows.LinkColumn(nCol, lpszHeading ? lpszHeading : L"", nWidth);
-    if (!rows.Empty()) rows.CutRowsAtColumn(nCol);  // as CListData: hosts add columns first
-    NKDbgPrintfW(L"col= %d\n", m_nColumnCount);
-    return nCol;
+    return Rows().InsertColumnCuttingRows(nCol, lpszHeading, nWidth);
 }
 
 int CZELList::DeleteColumn(int nCol) {
@@ -238,19 +217,12 @@ int CZELList::DeleteColumn(int nCol) {
 }
 
 int CZELList::SetColumnWidth(int nCol, int cx) {
-    if (nCol >= m_nColumnCount) return 0;
-    ListColumn* column = Rows().Column(nCol);
-    if (!column || column->nWidth == cx) return 0;
-    column->nWidth = cx;
+    if (!Rows().SetColumnWidth(nCol, cx)) return 0;
     Repaint();
     return 1;
 }
 
-int CZELList::GetColumnWidth(int nCol) {
-    if (nCol >= m_nColumnCount || nCol < 0) return -1;
-    ListColumn* column = Rows().Column(nCol);
-    return column ? column->nWidth : -1;
-}
+int CZELList::GetColumnWidth(int nCol) { return Rows().ColumnWidth(nCol); }
 
 // The style setters reshape the column set whatever the style guards of DeleteColumn say.
 void CZELList::TrimColumns(int keep) {
@@ -309,18 +281,12 @@ int CZELList::GetSelectedCount() {
 }
 
 int CZELList::SetSelectionMark(int n) {
-    for (int i = 0; i < m_nItemCount; ++i)
-        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) m_ppRows[i]->nMark = 0;
-    if (ListCell* head = Rows().Head(n)) head->nMark = 1;
+    Rows().MoveMark(n);
     Repaint();
     return 0;
 }
 
-int CZELList::GetSelect() {
-    for (int i = 0; i < m_nItemCount; ++i)
-        if (m_ppRows[i] && m_ppRows[i]->nMark == 1) return i;
-    return -1;
-}
+int CZELList::GetSelect() { return Rows().MarkedRow(); }
 
 // ---- styles and geometry ---------------------------------------------------------------------
 
@@ -600,15 +566,7 @@ void CZELList::OnLButtonDown(UINT nFlags, CPoint point) {
         m_bClickArmed = 0;
         return;
     }
-    const UINT doubleClickMs = ListDoubleClickTime();
-    if (m_bClickArmed && m_rcClick.PtInRect(point)) {
-        SendMessage(WM_LBUTTONDBLCLK, nFlags, MAKELPARAM(point.x, point.y));
-        return;
-    }
-    KillTimer(kClickTimer);
-    SetTimer(kClickTimer, doubleClickMs, nullptr);
-    m_bClickArmed = 1;
-    zelctl::NotifyNmhdr(*this, NM_CLICK);
+    zelctl::lists::PressRow(*this, m_bClickArmed, m_rcClick, kClickTimer, ListDoubleClickTime(), nFlags, point);
 }
 
 void CZELList::OnLButtonDblClk(UINT, CPoint) {
@@ -695,12 +653,8 @@ void CZELList::RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const {
         entry = m_pImages;
         for (int i = 0; i < image && entry; ++i) entry = entry->pNext;
     }
-    for (int p = 0; p < 3; ++p) {
-        if (entry)
-            pieces[p] = (*entry->pieces)[(selected ? 3 : 0) + p];
-        else
-            pieces[p] = (*m_skin)[(selected ? kSelLeft : kNormalLeft) + p];
-    }
+    const std::array<HBITMAP, 3> own = SkinRow(*m_skin, selected);
+    for (int p = 0; p < 3; ++p) pieces[p] = entry ? (*entry->pieces)[(selected ? 3 : 0) + p] : own[p];
 }
 
 namespace {
@@ -732,6 +686,17 @@ COLORREF PanelBackground(HDC panel, HDC reference, HBITMAP back, int panelWidth)
     }
     ::DeleteDC(source);
     return sampled;
+}
+
+// Styles 2 and 3: the background colour, the panel bitmap at its size with its next-to-last
+// column stretched over the rest, the background colour then taken from its last column at
+// half height, and the list area inside fixed insets.
+void LayPanel(zelctl::OffscreenCanvas& panel, HDC hdc, HBITMAP back, const CRect& client, int marginX,
+              COLORREF& background, CRect& listArea) {
+    panel.Fill(client, background);
+    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+    if (sampled != CLR_INVALID) background = sampled;
+    listArea.SetRect(client.left + marginX, client.top + 6, client.right - marginX, client.bottom - 4);
 }
 
 }  // namespace
@@ -769,9 +734,7 @@ void CZELList::Draw1(HDC hdc) {
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         if (i != m_nItemCount - 1)
@@ -797,13 +760,7 @@ void CZELList::Draw2(HDC hdc) {
     CRect client;
     GetClientRect(&client);
     zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    panel.Fill(client, m_clrBack);
-    // The panel bitmap at its size, its next-to-last column stretched over the rest, and
-    // the background colour taken from its last column at half height.
-    const HBITMAP back = (*m_skin)[kPanel];
-    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
-    if (sampled != CLR_INVALID) m_clrBack = sampled;
-    m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
+    LayPanel(panel, hdc, (*m_skin)[kPanel], client, m_nMarginX, m_clrBack, m_rcList);
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);
     list.Fill(CRect(0, 0, listW, listH), m_clrBack);
@@ -822,9 +779,7 @@ void CZELList::Draw2(HDC hdc) {
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
         if (m_ppRows[i]->nMark == 1) {
@@ -907,11 +862,7 @@ void CZELList::Draw3(HDC hdc) {
     CRect client;
     GetClientRect(&client);
     zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    panel.Fill(client, m_clrBack);
-    const HBITMAP back = (*m_skin)[kPanel];
-    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
-    if (sampled != CLR_INVALID) m_clrBack = sampled;
-    m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
+    LayPanel(panel, hdc, (*m_skin)[kPanel], client, m_nMarginX, m_clrBack, m_rcList);
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);
     list.Fill(CRect(0, 0, listW, listH), m_clrBack);
@@ -927,9 +878,7 @@ void CZELList::Draw3(HDC hdc) {
         const int top = k * m_nItemHeight + (2 * m_nRowInterval) / 5;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
-        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
+        const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;

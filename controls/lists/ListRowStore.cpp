@@ -102,6 +102,82 @@ int RowStore::DeleteRow(int index, int& curSel) {
     return 1;
 }
 
+int RowStore::InsertItem(const LVITEMW& item, bool& wasEmpty) {
+    const int result = InsertRow(item.iItem, item.pszText ? item.pszText : L"", wasEmpty);
+    if (result >= 0 && wasEmpty) rows[0]->nMark = 1;
+    return result;
+}
+
+void RowStore::DeleteAllRows(int& curSel) {
+    const int count = itemCount;
+    for (int i = count - 1; i >= 0; --i) DeleteRow(i, curSel);
+    // DeleteRow refuses every row once all columns are gone; those rows are freed here so
+    // the count of 0 below is true and nothing is lost.
+    for (int i = 0; i <= count && rows; ++i) {
+        FreeChain(rows[i]);
+        rows[i] = nullptr;
+    }
+    if (count > 0 && columnCount < 1) firstRow = nullptr;
+    itemCount = 0;
+}
+
+bool RowStore::SetText(int row, int col, LPCTSTR text) {
+    if (row < 0 || row >= itemCount || col < 0 || col > columnCount) return false;
+    ListCell* cell = Cell(row, col);
+    if (!cell) return false;
+    cell->strText = text ? text : L"";
+    return true;
+}
+
+CString RowStore::Text(int row, int col) const {
+    if (row < 0 || row >= itemCount || col < 0 || col >= columnCount) return CString();
+    ListCell* cell = Cell(row, col);
+    return cell ? cell->strText : CString();
+}
+
+void RowStore::MoveMark(int row) {
+    for (int i = 0; i < itemCount; ++i)
+        if (rows[i] && rows[i]->nMark == 1) rows[i]->nMark = 0;
+    if (ListCell* head = Head(row)) head->nMark = 1;
+}
+
+int RowStore::MarkedRow() const {
+    for (int i = 0; i < itemCount; ++i)
+        if (rows[i] && rows[i]->nMark == 1) return i;
+    return -1;
+}
+
+int RowStore::InsertColumn(int col, const LVCOLUMNW& column) {
+    ++columnCount;
+    return LinkColumn(col, column.pszText ? column.pszText : L"", column.cx);
+}
+
+int RowStore::InsertColumnCuttingRows(int col, LPCTSTR heading, int width) {
+    NKDbgPrintfW(L"col11= %d\n", columnCount);
+    if (col < 0 || col > columnCount) return -1;
+    ++columnCount;
+    LinkColumn(col, heading ? heading : L"", width);
+    // On a filled list the device cuts every row at the new column instead of adding a
+    // cell to it. Kept so: hosts create their columns before their rows.
+    if (!Empty()) CutRowsAtColumn(col);
+    NKDbgPrintfW(L"col= %d\n", columnCount);
+    return col;
+}
+
+int RowStore::ColumnWidth(int col) const {
+    if (col >= columnCount || col < 0) return -1;
+    ListColumn* column = Column(col);
+    return column ? column->nWidth : -1;
+}
+
+bool RowStore::SetColumnWidth(int col, int cx) {
+    if (col >= columnCount) return false;
+    ListColumn* column = Column(col);
+    if (!column || column->nWidth == cx) return false;
+    column->nWidth = cx;
+    return true;
+}
+
 int RowStore::LinkColumn(int col, const CString& heading, int width) {
     auto* column = new ListColumn;
     column->strHeading = heading;

@@ -46,11 +46,38 @@ struct RowStore {
     // Removes row `index` and frees its cells; a selection then at or past the new count
     // becomes -1 (one below the deleted row is not moved). 0 when refused, else 1.
     int DeleteRow(int index, int& curSel);
+    // The LVITEMW form: pszText (NULL: empty) at iItem; the first row of an empty list
+    // carries the selection mark.
+    int InsertItem(const LVITEMW& item, bool& wasEmpty);
+    // Deletes every row as DeleteRow would, last first; rows it refuses (no columns left)
+    // are freed too, so the count ends at 0.
+    void DeleteAllRows(int& curSel);
+
+    // Cell texts: SetText reaches cells 0..columnCount, one more than Text reads (a row
+    // has columnCount + 1 cells). SetText stores "" for NULL and is false for a cell that
+    // does not exist; Text is empty for one it cannot read.
+    bool SetText(int row, int col, LPCTSTR text);
+    CString Text(int row, int col) const;
+
+    // The selection mark: MoveMark clears every marked row and marks `row` if it exists;
+    // MarkedRow is the first marked row, or -1.
+    void MoveMark(int row);
+    int MarkedRow() const;
 
     // The first insertion form's placement: the descriptor becomes the head of an empty
     // chain (returns 0), else it goes after the descriptor reached by at most `col` steps
     // (returns the steps taken), so a column inserted "at" col lands one place after it.
     int LinkColumn(int col, const CString& heading, int width);
+    // The LVCOLUMNW insertion form: counts the column and links it as LinkColumn does.
+    int InsertColumn(int col, const LVCOLUMNW& column);
+    // The second insertion form: -1 unless 0 <= col <= columnCount; on a list with rows,
+    // every row is cut after its first col cells (CutRowsAtColumn). Returns col.
+    int InsertColumnCuttingRows(int col, LPCTSTR heading, int width);
+    // Width of descriptor `col` (-1 outside 0..columnCount - 1). SetColumnWidth does not
+    // refuse a negative column (the walk stays at the first) and is false when nothing
+    // changed.
+    int ColumnWidth(int col) const;
+    bool SetColumnWidth(int col, int cx);
     // What the second insertion form does to existing rows: each row is cut after its
     // first `col` cells (after the head for col 0); the new empty cell points at the cut
     // part but joins nothing. Both the cut cells and the new cell are orphaned.

@@ -468,16 +468,4 @@ TEST(DropLayout, OpensWhereTheListFits) {
     EXPECT_EQ(zelctl::PlanDropList(RECT{0, 0, 10, 10}, 480, 5, 5, 0).rows, 0) << "no row height, no rows";
 }
 
-TEST(DropLayout, ScrollToShowMovesAsLittleAsPossible) {
-    const struct {
-        int row, top, rows, count, expected;
-    } cases[] = {
-        {3, 0, 5, 20, 0}, {7, 0, 5, 20, 3}, {2, 6, 5, 20, 2}, {19, 0, 5, 20, 15},
-        {-1, 9, 5, 20, 9}, {-1, 30, 5, 20, 15}, {0, 4, 5, 3, 0}, {4, 0, 0, 10, 0},
-    };
-    for (const auto& k : cases)
-        EXPECT_EQ(zelctl::ScrollToShow(k.row, k.top, k.rows, k.count), k.expected)
-            << k.row << " " << k.top << " " << k.rows << " " << k.count;
-}
-
 }  // namespace

@@ -3,22 +3,25 @@
 // row geometry.
 #include <afxwin.h>
 #include <commctrl.h>
-#include <unistd.h>
 #include <zel/desktop.h>
 #include <zel/gdi_extras.h>
 
-#include <filesystem>
+#include <climits>
 #include <string>
 
+#include "DateMath.h"
 #include "Notify.h"
 #include "OffscreenCanvas.h"
 #include "RowGeometry.h"
 #include "SkinList.h"
 #include "SkinSet.h"
 #include "SkinText.h"
+#include "StrokeDigits.h"
 #include "ThreePiece.h"
 #include "TransparentBlit.h"
 #include "support/leak_check.h"
+#include "support/memory_surface.h"
+#include "support/skin_folder.h"
 
 namespace {
 
@@ -42,13 +45,8 @@ TEST(SkinList, PiecesBeforeEachBarAreTrimmedAndTheTailIsDropped) {
 class TransparentBlitTest : public zel::test::LeakChecked {};
 
 TEST_F(TransparentBlitTest, KeyPixelsKeepTheDestination) {
-    HDC screen = GetDC(nullptr);
-    HDC dst = CreateCompatibleDC(screen);
-    HDC src = CreateCompatibleDC(screen);
-    HBITMAP dstBmp = CreateCompatibleBitmap(screen, 6, 3);
-    HBITMAP srcBmp = CreateCompatibleBitmap(screen, 2, 1);
-    ReleaseDC(nullptr, screen);
-    HGDIOBJ od = SelectObject(dst, dstBmp), os = SelectObject(src, srcBmp);
+    zel::test::MemorySurface dstSurface(6, 3, false), srcSurface(2, 1, false);
+    HDC dst = dstSurface.dc(), src = srcSurface.dc();
     const COLORREF bg = RGB(0xAA, 0xAA, 0xAA), key = RGB(255, 0, 255), ink = RGB(10, 200, 30);
     for (int y = 0; y < 3; ++y)
         for (int x = 0; x < 6; ++x) SetPixel(dst, x, y, bg);
@@ -63,13 +61,6 @@ TEST_F(TransparentBlitTest, KeyPixelsKeepTheDestination) {
         EXPECT_EQ(GetPixel(dst, x, 2), bg) << x;
     }
     EXPECT_EQ(GetTextColor(dst), RGB(0, 0, 0));
-
-    SelectObject(dst, od);
-    SelectObject(src, os);
-    DeleteObject(dstBmp);
-    DeleteObject(srcBmp);
-    DeleteDC(dst);
-    DeleteDC(src);
 }
 
 
@@ -78,38 +69,15 @@ TEST_F(TransparentBlitTest, KeyPixelsKeepTheDestination) {
 // Solid-colour .bmp files in a folder of their own.
 class SkinSetTest : public zel::test::LeakChecked {
 protected:
-    void SetUp() override {
-        LeakChecked::SetUp();
-        dir_ = std::filesystem::temp_directory_path() / ("zel_common_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(dir_);
-    }
-    void TearDown() override {
-        std::filesystem::remove_all(dir_);
-        LeakChecked::TearDown();
-    }
     CString Solid(const char* name, int w, int h, COLORREF colour) {
-        HDC screen = GetDC(nullptr);
-        HDC dc = CreateCompatibleDC(screen);
-        HBITMAP bmp = CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        HGDIOBJ old = SelectObject(dc, bmp);
-        RECT rc{0, 0, w, h};
-        HBRUSH brush = CreateSolidBrush(colour);
-        FillRect(dc, &rc, brush);
-        DeleteObject(brush);
-        SelectObject(dc, old);
-        DeleteDC(dc);
-        const std::string path = (dir_ / (std::string(name) + ".bmp")).string();
-        EXPECT_TRUE(zel::SaveBitmap(bmp, path.c_str()));
-        DeleteObject(bmp);
-        return CString(path.c_str());
+        return CString(skins_.Solid(name, w, h, colour).c_str());
     }
     static std::string Widths(const zelctl::SkinSet& set) {
         std::string out;
         for (size_t i = 0; i < set.size(); ++i) out += std::to_string(set.Size(i).cx) + " ";
         return out;
     }
-    std::filesystem::path dir_;
+    zel::test::SkinFolder skins_;
 };
 
 TEST_F(SkinSetTest, SkinStringsFollowTheMissingPiecePolicy) {
@@ -191,30 +159,10 @@ TEST(SkinList, PathsThroughAFixedBufferAreCut) {
 // ---- canvas and frames ----------------------------------------------------------------------
 
 // A bitmap-backed DC standing for a paint DC, filled with one colour.
-class TargetDC {
+class TargetDC : public zel::test::MemorySurface {
 public:
-    TargetDC(int w, int h, COLORREF fill) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bmp_ = CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        old_ = SelectObject(dc_, bmp_);
-        RECT rc{0, 0, w, h};
-        HBRUSH brush = CreateSolidBrush(fill);
-        FillRect(dc_, &rc, brush);
-        DeleteObject(brush);
-    }
-    ~TargetDC() {
-        SelectObject(dc_, old_);
-        DeleteObject(bmp_);
-        DeleteDC(dc_);
-    }
-    operator HDC() const { return dc_; }
-
-private:
-    HDC dc_;
-    HBITMAP bmp_;
-    HGDIOBJ old_;
+    TargetDC(int w, int h, COLORREF fill) : MemorySurface(w, h, false) { zel::test::FillBox(dc(), 0, 0, w, h, fill); }
+    operator HDC() const { return dc(); }
 };
 
 TEST_F(SkinSetTest, APieceIsPresentedStraightAtTheCanvasSize) {
@@ -410,6 +358,88 @@ TEST_F(TextTest, ShrinkingStepsTwoPixelsDownToTheFloor) {
     }
 }
 
+TEST_F(TextTest, FontsCarryTheirQualityAndReplaceTheirPredecessor) {
+    const struct {
+        BYTE quality;
+    } cases[] = {{DEFAULT_QUALITY}, {ANTIALIASED_QUALITY}};
+    for (const auto& c : cases) {
+        zelctl::OwnedFont font;
+        ASSERT_TRUE(font.Create(22, FW_BOLD, L"Tahoma", c.quality));
+        LOGFONTW lf{};
+        ASSERT_EQ(GetObjectW(font, sizeof lf, &lf), static_cast<int>(sizeof lf));
+        EXPECT_EQ(lf.lfQuality, c.quality);
+        EXPECT_EQ(lf.lfHeight, 22);
+        EXPECT_EQ(lf.lfWeight, FW_BOLD);
+        EXPECT_EQ(lf.lfCharSet, DEFAULT_CHARSET);
+    }
+    HFONT raw = zelctl::CreateControlFont(18, FW_NORMAL, L"Tahoma", ANTIALIASED_QUALITY);
+    zelctl::RecreateFont(raw, 30);
+    LOGFONTW lf{};
+    ASSERT_EQ(GetObjectW(raw, sizeof lf, &lf), static_cast<int>(sizeof lf));
+    EXPECT_EQ(lf.lfHeight, 30);
+    EXPECT_EQ(lf.lfQuality, DEFAULT_QUALITY) << "a recreated font is of the plain description";
+    zelctl::ReleaseFont(raw);
+    EXPECT_EQ(raw, nullptr);
+}
+
+TEST_F(TextTest, ShrunkTextRestoresTheDcWhateverTheStartAndRoom) {
+    const CString text(L"A long caller name");
+    const struct {
+        RECT room;
+        int start;
+    } cases[] = {
+        {{0, 0, 400, 40}, 18},           {{0, 0, 5, 40}, 40},
+        {{0, 0, 5, 40}, INT_MAX},        {{0, 0, 5, 40}, INT_MIN},
+        {{0, -0x40000000, 5, 0x3FFFFFFF}, 40}, {{0, 0, 5, 40}, -7},
+    };
+    for (const auto& c : cases) {
+        zelctl::DrawShrunkText(dc_, text, c.room, DT_SINGLELINE | DT_MODIFYSTRING, RGB(1, 2, 3), nullptr, c.start);
+        EXPECT_EQ(GetCurrentObject(dc_, OBJ_FONT), static_cast<HGDIOBJ>(font_.get())) << c.start;
+        EXPECT_EQ(GetTextColor(dc_), RGB(0, 0, 0)) << c.start;
+        EXPECT_EQ(GetBkMode(dc_), OPAQUE) << c.start;
+    }
+    EXPECT_EQ(zelctl::WithoutModifyString(DT_SINGLELINE | DT_MODIFYSTRING | DT_END_ELLIPSIS),
+              static_cast<UINT>(DT_SINGLELINE | DT_END_ELLIPSIS));
+}
+
+// ---- stroke digits and dates -------------------------------------------------------------
+
+TEST(StrokeDigits, WidthsFollowTheGlyph) {
+    const struct {
+        wchar_t ch;
+        int w, width;
+    } cases[] = {{L'0', 8, 8}, {L'9', 6, 6}, {L'-', 8, 8}, {L'1', 8, 6}, {L'1', 20, 6},
+                 {L':', 8, 1}, {L'.', 8, 0}, {L'/', 8, 0}, {L'a', 8, 0}, {L' ', 8, 0}};
+    for (const auto& c : cases) EXPECT_EQ(zelctl::StrokeGlyphWidth(c.ch, c.w), c.width) << char(c.ch) << " " << c.w;
+}
+
+class StrokeDigitsTest : public zel::test::LeakChecked {};
+
+TEST_F(StrokeDigitsTest, ZeroIsTheBoxOutlineWithItsCornerClearAndOthersDrawNothing) {
+    zel::test::MemorySurface s(12, 14, false);
+    zel::test::FillBox(s.dc(), 0, 0, 12, 14, RGB(255, 255, 255));
+    EXPECT_EQ(zelctl::DrawStrokeGlyph(s.dc(), L'0', 1, 1, 6, 11), 6);
+    EXPECT_EQ(GetPixel(s.dc(), 1, 1), RGB(255, 255, 255)) << "the top-left corner stays clear";
+    EXPECT_EQ(GetPixel(s.dc(), 2, 1), RGB(0, 0, 0));
+    EXPECT_EQ(GetPixel(s.dc(), 7, 12), RGB(0, 0, 0));
+    EXPECT_EQ(GetPixel(s.dc(), 1, 12), RGB(0, 0, 0));
+    EXPECT_EQ(GetPixel(s.dc(), 4, 6), RGB(255, 255, 255)) << "an outline, not a fill";
+    EXPECT_EQ(GetPixel(s.dc(), 8, 1), RGB(255, 255, 255)) << "nothing right of the box";
+    zel::test::MemorySurface blank(12, 14, false);
+    zel::test::FillBox(blank.dc(), 0, 0, 12, 14, RGB(255, 255, 255));
+    EXPECT_EQ(zelctl::DrawStrokeGlyph(blank.dc(), L'x', 1, 1, 6, 11), 0);
+    for (int y = 0; y < 14; ++y)
+        for (int x = 0; x < 12; ++x) ASSERT_EQ(GetPixel(blank.dc(), x, y), RGB(255, 255, 255)) << x << "," << y;
+}
+
+TEST(DateMath, MonthLengthsFollowTheGregorianRule) {
+    const struct {
+        UINT year, month, days;
+    } cases[] = {{2026, 1, 31}, {2026, 4, 30}, {2026, 12, 31}, {2026, 2, 28}, {2024, 2, 29},
+                 {1900, 2, 28}, {2000, 2, 29}, {2100, 2, 28}, {2026, 0, 30}, {2026, 13, 30}};
+    for (const auto& c : cases) EXPECT_EQ(zelctl::DaysInMonth(c.year, c.month), c.days) << c.year << "-" << c.month;
+}
+
 // ---- rows -----------------------------------------------------------------------------------
 
 TEST(RowGeometry, HitTestsRowsFromTheScrollPosition) {
@@ -425,6 +455,18 @@ TEST(RowGeometry, HitTestsRowsFromTheScrollPosition) {
     EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 24, 0, 4}).LastFirstRow(), 0) << "all fit";
     EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 24, 3, 4}).RowAt(POINT{1, 30}), -1) << "past the rows";
     EXPECT_EQ((zelctl::RowGeometry{RECT{0, 0, 10, 100}, 0, 0, 4}).RowAtY(5), -1);
+}
+
+TEST(RowGeometry, ScrollToShowMovesAsLittleAsPossible) {
+    const struct {
+        int row, top, rows, count, expected;
+    } cases[] = {
+        {3, 0, 5, 20, 0}, {7, 0, 5, 20, 3}, {2, 6, 5, 20, 2}, {19, 0, 5, 20, 15},
+        {-1, 9, 5, 20, 9}, {-1, 30, 5, 20, 15}, {0, 4, 5, 3, 0}, {4, 0, 0, 10, 0},
+    };
+    for (const auto& k : cases)
+        EXPECT_EQ(zelctl::ScrollToShow(k.row, k.top, k.rows, k.count), k.expected)
+            << k.row << " " << k.top << " " << k.rows << " " << k.count;
 }
 
 }  // namespace

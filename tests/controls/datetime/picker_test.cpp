@@ -72,13 +72,16 @@ protected:
     }
 };
 
+// A key pressed on one field of a picker showing `from`, and the time it then holds.
+struct StepCase {
+    SYSTEMTIME from;
+    int field;
+    UINT key;
+    const char* expected;
+};
+
 TEST_F(Picker, DateStepsKeepTheirQuirksAndClampTheDay) {
-    struct Case {
-        SYSTEMTIME from;
-        int field;
-        UINT key;
-        const char* expected;
-    } cases[] = {
+    const StepCase cases[] = {
         {Date(2026, 11, 15), 1, VK_UP, "2026-0-15"},  // November steps up to 0
         {Date(2026, 0, 15), 1, VK_UP, "2026-1-15"},
         {Date(2026, 1, 15), 1, VK_DOWN, "2026-12-15"},
@@ -95,25 +98,20 @@ TEST_F(Picker, DateStepsKeepTheirQuirksAndClampTheDay) {
         {Date(2024, 1, 31), 1, VK_UP, "2024-2-29"},
         {Date(2026, 11, 31), 1, VK_UP, "2026-0-30"},  // month 0 counts 30 days
     };
-    for (const Case& c : cases) {
+    for (const StepCase& c : cases) {
         Make(0, c.from);
         EXPECT_EQ(Ymd(Step(c.field, c.key)), c.expected) << Ymd(c.from) << " field " << c.field;
     }
 }
 
 TEST_F(Picker, TimeFieldsWrapBothWays) {
-    struct Case {
-        SYSTEMTIME from;
-        int field;
-        UINT key;
-        const char* expected;
-    } cases[] = {
+    const StepCase cases[] = {
         {Clock(0, 0, 0), 0, VK_DOWN, "23:0:0"}, {Clock(23, 0, 0), 0, VK_UP, "0:0:0"},
         {Clock(0, 59, 0), 1, VK_UP, "0:0:0"},   {Clock(0, 0, 0), 1, VK_DOWN, "0:59:0"},
         {Clock(0, 0, 59), 2, VK_UP, "0:0:0"},   {Clock(0, 0, 0), 2, VK_DOWN, "0:0:59"},
         {Clock(23, 59, 59), 2, VK_UP, "23:59:0"},  // fields step alone: no carry
     };
-    for (const Case& c : cases) {
+    for (const StepCase& c : cases) {
         Make(1, c.from);
         EXPECT_EQ(Hms(Step(c.field, c.key)), c.expected) << Hms(c.from) << " field " << c.field;
     }

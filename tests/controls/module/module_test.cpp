@@ -61,7 +61,7 @@ TEST(Module, LoadsAndResolvesOnlyPublicNames) {
     EXPECT_NE(dlsym(library, "_ZN10CZELButton8LoadSkinE7CStringS0_"), nullptr);
     EXPECT_NE(dlsym(library, "_ZN10CZELChkBoxC1Ev"), nullptr);
     EXPECT_EQ(dlsym(library, "_ZN6zelctl13SplitSkinListERK7CStringR12CStringArray"), nullptr);
-    EXPECT_EQ(dlsym(library, "_ZN6zelctl17CreateControlFontEiiPKw"), nullptr);
+    EXPECT_EQ(dlsym(library, "_ZN6zelctl17CreateControlFontEiiPKwh"), nullptr);
     dlclose(library);
 }
 

@@ -1,9 +1,8 @@
-// Stroke digits: the date and time controls draw "0"-"9", "-" and ":" as line strokes
+// Stroke digits: the library's controls that show numbers without a font (the date-time
+// picker, the up-down value control) draw "0"-"9", "-" and ":" as line strokes
 // (MoveToEx/LineTo in the DC's current pen) inside a w x h box instead of as text, so the
 // digits scale with the box and need no font. Characters outside "-" (45) to ":" (58) draw
 // nothing and are 0 wide; so are "." and "/", which lie inside that range.
-//
-// candidate for common/: the picker and the spinner share it.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-// Calendar arithmetic shared by the date controls.
+// Calendar arithmetic: the month lengths every control that steps a date needs.
 #pragma once
 
 #include <windows.h>
