@@ -1,0 +1,111 @@
+// The skinned combo box in the message storm: contents and selection changed under it
+// with wild indices, the list opened and closed by call, tap, key and focus, and the
+// promises of its two states checked after every step.
+#include "CZELComBox.h"
+#include "storm_family.h"
+
+namespace {
+
+using namespace storm;
+
+class Combo : public CZELComBox {
+public:
+    bool SelectionValid() const {
+        const int sel = GetCurSel();
+        return sel == CB_ERR || (sel >= 0 && sel < GetCount());
+    }
+    bool TopRowValid() const {
+        const int top = GetTopIndex();
+        return top >= 0 && top <= GetCount();
+    }
+    // Closed, the window is the box the host placed (no row of the list left on it), the
+    // box fills it, the bar is hidden and nothing is held. Where the box stands is the
+    // host's: a move that keeps the size is not told to the box (no WM_SIZE), and the box
+    // takes its place afresh each time it opens.
+    bool ClosedWindowIsTheBox() const {
+        if (!::IsWindow(m_hWnd) || GetDroppedState()) return true;
+        CRect window, client;
+        ::GetWindowRect(m_hWnd, &window);
+        ::GetClientRect(m_hWnd, &client);
+        return window.Width() == m_rcClosed.Width() && window.Height() == m_rcClosed.Height() &&
+               m_rcBox.top == 0 && m_rcBox.bottom == client.bottom && m_rcBox.right == client.right && m_rcList.IsRectEmpty();
+    }
+    bool ClosedBarHidden() const {
+        return !::IsWindow(m_hWnd) || GetDroppedState() || !::IsWindow(m_ScrollBar.m_hWnd) ||
+               !(::GetWindowLongW(m_ScrollBar.m_hWnd, GWL_STYLE) & WS_VISIBLE);
+    }
+    // Except between a press that closed the list and its release: the box keeps that
+    // release from the window beneath, which never saw the press.
+    bool ClosedHoldsNoCapture() const {
+        if (!::IsWindow(m_hWnd) || GetDroppedState() || m_nDrag == kSwallowUp) return true;
+        const HWND capture = ::GetCapture();
+        return !capture || (capture != m_hWnd && capture != m_ScrollBar.m_hWnd);
+    }
+};
+
+const CString& ComboSkin() {
+    static const CString skin = JoinSkin({kSlLeft, kSlFill, kSlRight, kBarDown, kBarDownDown, kBtnNormal, kBtnFocus,
+                                          kBarUp, kBarUpDown, kBarTrack, kBarThumb, kBarThumbDown, kBarDown,
+                                          kBarDownDown});
+    return skin;
+}
+
+// An item's text: the script's, empty, one far wider than the box, or none at all.
+template <class F>
+int WithText(ScriptReader& in, F f) {
+    switch (in.Pick(4)) {
+        case 0: return f(static_cast<LPCTSTR>(nullptr));
+        case 1: return f(L"");
+        case 2: return f(static_cast<LPCTSTR>(CString(L'W', 200) + L" item"));
+        default: return f(static_cast<LPCTSTR>(FromUtf8(in.Text())));
+    }
+}
+
+StormControl ComboControl() {
+    StormControl c = MakeControl<Combo>(kCombo, "combo box", {150, 82, 310, 106});
+    c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
+        Combo& box = As<Combo>(w);
+        box.Create(WS_CHILD | WS_VISIBLE, rc, &host, id);
+        for (const wchar_t* item : {L"Alpha", L"Bravo", L"Charlie", L"Delta", L"Echo", L"Foxtrot", L"Golf"})
+            box.AddString(item);
+    };
+    c.skin = [](CWnd& w) { As<Combo>(w).LoadSkin(ComboSkin(), L""); };
+    c.loadSkin = SkinLoader<Combo>();
+    c.calls = {
+        Call<Combo>([](Combo& b, ScriptReader& in) { WithText(in, [&](LPCTSTR s) { return b.AddString(s); }); }),
+        Call<Combo>([](Combo& b, ScriptReader& in) {
+            const int index = static_cast<int>(ReadValue(in));
+            WithText(in, [&](LPCTSTR s) { return b.InsertString(index, s); });
+        }),
+        Call<Combo>([](Combo& b, ScriptReader& in) { b.DeleteString(static_cast<UINT>(ReadValue(in))); }),
+        Call<Combo>([](Combo& b, ScriptReader& in) { b.SetCurSel(static_cast<int>(in.U8() % 44) - 3); }),
+        Call<Combo>([](Combo& b, ScriptReader& in) { b.SetDroppedHeight(static_cast<int>(in.U8() % 64) - 3); }),
+        Call<Combo>([](Combo& b, ScriptReader& in) { b.ShowDropDown(in.U8() & 1); }),
+        Call<Combo>([](Combo& b, ScriptReader&) { b.ResetContent(); }),
+        Call<Combo>([](Combo& b, ScriptReader& in) {
+            const int index = static_cast<int>(ReadValue(in));
+            CString text;
+            b.GetLBText(index, text);
+            wchar_t buffer[512];
+            if (b.GetLBTextLen(index) >= 0 && b.GetLBTextLen(index) < 512) b.GetLBText(index, buffer);
+            b.SetItemData(index, static_cast<DWORD_PTR>(index));
+            (void)b.GetItemData(index);
+            (void)b.FindStringExact(index, L"delta");
+            RECT dropped;
+            b.GetDroppedControlRect(&dropped);
+            (void)b.GetDroppedHeight();
+        }),
+    };
+    c.invariants = {
+        Promise<Combo>("the selection is neither CB_ERR nor an item", &Combo::SelectionValid),
+        Promise<Combo>("the first visible row left 0..count", &Combo::TopRowValid),
+        Promise<Combo>("closed, the window is not the box the host placed", &Combo::ClosedWindowIsTheBox),
+        Promise<Combo>("closed, the scroll bar shows", &Combo::ClosedBarHidden),
+        Promise<Combo>("closed, the box holds the capture", &Combo::ClosedHoldsNoCapture),
+    };
+    return c;
+}
+
+}  // namespace
+
+STORM_FAMILY("combo", ComboControl());
