@@ -484,7 +484,7 @@ void DateTimeSeeds(Seeds& out) {
 
     Storm spin;
     spin.Call(kSpinner, kSpinRange).V(10).V(5).Call(kSpinner, kSpinRange).V(INT_MIN).V(INT_MAX)
-        .Call(kSpinner, kSpinPos).V(INT_MAX).Call(kSpinner, kSpinAdd).Call(kSpinner, kSpinDef).Call(kSpinner, kSpinDef)
+        .Call(kSpinner, kSpinPos).V(INT_MAX).Call(kSpinner, kSpinInsert).T("no room").Call(kSpinner, kSpinAdd).Call(kSpinner, kSpinDef).Call(kSpinner, kSpinDef)
         .Call(kSpinner, kSpinRange).V(1).V(3).Call(kSpinner, kSpinCurValue).V(7).Call(kSpinner, kSpinCurValue).V(2)
         .Tap(kSpinner, 128, 30).Down(kSpinner, 128, 225).Wait(1500).Up(kSpinner, 128, 225);
     spin.Call(kSpinner, kSpinInsert).T("").Call(kSpinner, kSpinInsert).T("North").Call(kSpinner, kSpinInsert).T("South")
