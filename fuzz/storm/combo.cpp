@@ -18,17 +18,20 @@ public:
         const int top = GetTopIndex();
         return top >= 0 && top <= GetCount();
     }
-    // Closed, the window is the box the host placed (no row of the list left on it), the
-    // box fills it, the bar is hidden and nothing is held. Where the box stands is the
-    // host's: a move that keeps the size is not told to the box (no WM_SIZE), and the box
-    // takes its place afresh each time it opens.
+    // Closed, the window is the box again: closing put it back exactly where it stood when
+    // the list opened (whatever the host did to it meanwhile), no list is laid out and the
+    // box fills the window.
     bool ClosedWindowIsTheBox() const {
         if (!::IsWindow(m_hWnd) || GetDroppedState()) return true;
-        CRect window, client;
-        ::GetWindowRect(m_hWnd, &window);
+        if (opened_) {
+            // No move came since the list closed: the window must already stand there.
+            opened_ = false;
+            if (!::EqualRect(InParent(), &boxAtOpen_)) restoredElsewhere_ = true;
+        }
+        CRect client;
         ::GetClientRect(m_hWnd, &client);
-        return window.Width() == m_rcClosed.Width() && window.Height() == m_rcClosed.Height() &&
-               m_rcBox.top == 0 && m_rcBox.bottom == client.bottom && m_rcBox.right == client.right && m_rcList.IsRectEmpty();
+        return !restoredElsewhere_ && m_rcList.IsRectEmpty() && m_rcBox.top == 0 && m_rcBox.bottom == client.bottom &&
+               m_rcBox.right == client.right;
     }
     bool ClosedBarHidden() const {
         return !::IsWindow(m_hWnd) || GetDroppedState() || !::IsWindow(m_ScrollBar.m_hWnd) ||
@@ -41,6 +44,37 @@ public:
         const HWND capture = ::GetCapture();
         return !capture || (capture != m_hWnd && capture != m_ScrollBar.m_hWnd);
     }
+
+protected:
+    // The box notes where it stands as it starts to grow, and where the first move after
+    // it closes (the restore, which comes before the closing notifications) asks to put it.
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_NCDESTROY) opened_ = false;
+        if (message == WM_WINDOWPOSCHANGING && opened_ && !m_bDropped) {
+            opened_ = false;
+            const WINDOWPOS* pos = reinterpret_cast<const WINDOWPOS*>(lParam);
+            if (pos && !(pos->flags & (SWP_NOMOVE | SWP_NOSIZE))) {
+                const CRect target(pos->x, pos->y, pos->x + pos->cx, pos->y + pos->cy);
+                if (!::EqualRect(&target, &boxAtOpen_)) restoredElsewhere_ = true;
+            }
+        }
+        if (message == WM_WINDOWPOSCHANGING && m_bDropped && !opened_) {
+            opened_ = true;
+            boxAtOpen_ = InParent();
+        }
+        return CZELComBox::WindowProc(message, wParam, lParam);
+    }
+
+private:
+    CRect InParent() const {
+        CRect window;
+        ::GetWindowRect(m_hWnd, &window);
+        if (HWND parent = ::GetParent(m_hWnd)) ::MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&window), 2);
+        return window;
+    }
+    mutable bool opened_ = false;
+    CRect boxAtOpen_;
+    mutable bool restoredElsewhere_ = false;
 };
 
 const CString& ComboSkin() {
@@ -99,7 +133,7 @@ StormControl ComboControl() {
     c.invariants = {
         Promise<Combo>("the selection is neither CB_ERR nor an item", &Combo::SelectionValid),
         Promise<Combo>("the first visible row left 0..count", &Combo::TopRowValid),
-        Promise<Combo>("closed, the window is not the box the host placed", &Combo::ClosedWindowIsTheBox),
+        Promise<Combo>("closed, the window is not the box where the list opened from", &Combo::ClosedWindowIsTheBox),
         Promise<Combo>("closed, the scroll bar shows", &Combo::ClosedBarHidden),
         Promise<Combo>("closed, the box holds the capture", &Combo::ClosedHoldsNoCapture),
     };
