@@ -217,7 +217,9 @@ StormControl PickerControl(uint8_t slot, const char* name, RECT place, bool subc
 
 StormControl SpinnerControl() {
     StormControl c = MakeControl<Spinner>(kSpinner, "spinner", {270, 110, 330, 240});
-    c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) { As<Spinner>(w).Create(L"spin", kVisibleChild, rc, &host, id); };
+    c.create = [](CWnd& w, CWnd& host, const RECT& rc, UINT id) {
+        As<Spinner>(w).Create(L"spin", kVisibleChild, rc, &host, id);
+    };
     c.skin = [](CWnd& w) { As<Spinner>(w).LoadSkin(Folder(), Names(9)); };
     c.loadSkin = NamesLoader<Spinner>();
     c.calls = {
