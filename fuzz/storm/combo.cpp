@@ -19,8 +19,9 @@ public:
         return top >= 0 && top <= GetCount();
     }
     // Closed, the window is the box again: closing put it back exactly where it stood when
-    // the list opened (whatever the host did to it meanwhile), no list is laid out and the
-    // box fills the window.
+    // the list opened (whatever the host did to it meanwhile), and the box fills the window.
+    // (The list's rectangles may outlive a box destroyed while open; nothing reads them
+    // while closed.)
     bool ClosedWindowIsTheBox() const {
         if (!::IsWindow(m_hWnd) || GetDroppedState()) return true;
         if (opened_) {
@@ -30,8 +31,7 @@ public:
         }
         CRect client;
         ::GetClientRect(m_hWnd, &client);
-        return !restoredElsewhere_ && m_rcList.IsRectEmpty() && m_rcBox.top == 0 && m_rcBox.bottom == client.bottom &&
-               m_rcBox.right == client.right;
+        return !restoredElsewhere_ && m_rcBox.top == 0 && m_rcBox.bottom == client.bottom && m_rcBox.right == client.right;
     }
     bool ClosedBarHidden() const {
         return !::IsWindow(m_hWnd) || GetDroppedState() || !::IsWindow(m_ScrollBar.m_hWnd) ||
