@@ -1,5 +1,6 @@
 // Drives a host window holding the registered controls (storm_family.h: every button,
-// check box, scroll bar and slider today) through a script decoded from the input
+// check box, scroll bar, slider, date and time control, label and the combo box today)
+// through a script decoded from the input
 // (storm_script.h): pointer presses, drags and taps anywhere (off the screen too), keys,
 // time, and API calls with hostile arguments: extreme and inverted ranges, odd skin
 // strings, missing and malformed skin files, sizes of zero, negative or huge, destruction
@@ -274,6 +275,7 @@ void Storm::DoMove(ScriptReader& in) {
     move.repaint = in.U8() & 1;
     move.asRect = in.U8() & 1;
     move.rect.SetRect(move.x / 4, move.y / 4, move.x / 4 + move.width / 4, move.y / 4 + move.height / 4);
+    Trace("  move control %ld to %ld x %ld", control, move.width, move.height);
     if (const StormControl* kind = Kind(control)) kind->move(*Wnd(control), move);
 }
 

@@ -317,6 +317,42 @@ public:
         Call(kCheckBox, kCheckSet).Value(value).w_.U8(autoClick);
         return *this;
     }
+    // A call's arguments, one by one: an extreme value, a byte, a 16-bit word, a 32-bit
+    // word, a text.
+    Storm& V(int64_t v) { return Value(v); }
+    Storm& B(uint8_t v) {
+        w_.U8(v);
+        return *this;
+    }
+    Storm& W(uint16_t v) {
+        w_.U16(v);
+        return *this;
+    }
+    Storm& I(int32_t v) {
+        w_.I32(v);
+        return *this;
+    }
+    Storm& T(const std::string& text) {
+        w_.Text(text);
+        return *this;
+    }
+    // SYSTEMTIME's eight fields in order (year, month, day of week, day, hour, minute,
+    // second, milliseconds).
+    Storm& Time(std::initializer_list<uint16_t> fields) {
+        for (uint16_t f : fields) w_.U16(f);
+        return *this;
+    }
+    // A font height, raw.
+    Storm& H(int32_t height) {
+        w_.U8(kRawValue).I32(height);
+        return *this;
+    }
+    // A plain skin string of generated files, each followed by "|" (for calls that read one).
+    Storm& SkinText(std::initializer_list<int> files) {
+        for (int f : files) w_.U8(kTokenFile).U8(static_cast<uint8_t>(f)).U8(kTokenBar);
+        w_.U8(kTokenEnd);
+        return *this;
+    }
     const std::vector<uint8_t>& Bytes() const { return w_.Bytes(); }
 
 private:
@@ -341,6 +377,10 @@ std::string CallInput(std::initializer_list<int64_t> values, std::initializer_li
 
 // Key indices in the fuzzer's key table.
 enum : uint8_t { kUp, kDown, kLeft, kRight, kPrior, kNext, kHome, kEnd, kReturn, kSpace, kEscape };
+
+void DateTimeSeeds(Seeds& out);
+void LabelSeeds(Seeds& out);
+void ComboSeeds(Seeds& out);
 
 // Points are fractions (of 255) across a control's rectangle widened by 8 pixels on each
 // side: on the 70-pixel scroll bar, 45 is its up arrow, 100 the thumb at the top of the
@@ -427,6 +467,178 @@ void StormSeeds(Seeds& out) {
     for (uint8_t c = 0; c < kControlCount; ++c)
         for (uint8_t what = 0; what < 9; ++what) raw.Raw(c, 5, 5, what, what);
     write("raw_messages", raw);
+
+    DateTimeSeeds(out);
+    LabelSeeds(out);
+    ComboSeeds(out);
+}
+
+// The date and time controls. On the 110-pixel picker the year's digits start 4 pixels
+// in, so 20/255 of its width (with the margin) is the year, 110 the month and 170 the day.
+void DateTimeSeeds(Seeds& out) {
+    auto write = [&](const std::string& name, const Storm& s) {
+        out.Write("datetime_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
+    };
+    Storm keys;
+    keys.Call(kPicker, kPickerSetTime).Time({2024, 2, 0, 29, 10, 30, 59, 0}).B(0).B(1).Wait(20);
+    keys.Tap(kPicker, 20, 128).Focus(kPicker).Key(kUp).Key(kDown, 3).Key(kRight).Key(kUp).Key(kDown).Key(kRight)
+        .Key(kUp, 3).Key(kLeft).Key(kLeft).Key(kLeft).Key(kDown);
+    keys.Call(kPicker, kPickerSetTime).Time({2023, 11, 0, 30, 0, 0, 0, 0}).B(0).B(0);
+    keys.Call(kPicker, kPickerKeys).B(6).B(1).B(1).B(2).B(2).B(3).B(3);  // month up twice: 0, 1
+    keys.Call(kPickerSub, kPickerStyle).V(1).Tap(kPickerSub, 170, 128).Focus(kPickerSub).Key(kDown).Key(kUp, 2)
+        .Tap(kPickerSub, 250, 128).Tap(kPickerSub, 20, 128).Focus(kCheckBox).Key(kUp);
+    write("picker_keys", keys);
+
+    Storm odd;
+    odd.Call(kPicker, kPickerSetTime).Time({65535, 65535, 65535, 65535, 65535, 65535, 65535, 65535}).B(0).B(1)
+        .Wait(10).Call(kPicker, kPickerSetTime).Time({}).B(1).B(1).Call(kPicker, kPickerKeys).B(4).B(2).B(3).B(1).B(3);
+    odd.Call(kPicker, kPickerSetTime).Time({0, 0, 0, 0, 0, 0, 0, 0}).B(0).B(1).Call(kPicker, kPickerStyle).V(INT_MIN)
+        .Call(kPicker, kPickerKeys).B(9).B(1).B(3).B(1).B(3).B(1).B(3).B(0).B(2).B(2);
+    odd.Call(kPickerSub, kPickerAutoUpdate).B(1).Wait(2000).Call(kPickerSub, kPickerGetTime).B(0)
+        .Call(kPickerSub, kPickerGetTime).B(1).Destroy(kPickerSub).Wait(1500).Recreate(kPickerSub)
+        .Call(kPickerSub, kPickerAutoUpdate).B(1).Wait(1200).Call(kPickerSub, kPickerAutoUpdate).B(0);
+    write("picker_odd_values", odd);
+
+    Storm field;
+    field.Tap(kTimeField, 30, 128).Tap(kTimeField, 200, 128).Call(kTimeField, kPickerFieldSkin).B(0).B(1)
+        .Call(kTimeField, kPickerFieldSkin).B(1).B(2).B(7).Call(kTimeFieldSub, kPickerFieldEdit).V(-1).V(INT_MAX)
+        .Call(kTimeFieldSub, kPickerFieldSkin).B(1).B(0).Tap(kTimeFieldSub, 100, 128).Focus(kTimeFieldSub)
+        .Key(kRight).Key(kUp).Call(kTimeFieldSub, kPickerStyle).V(1).Key(kDown, 3).MoveTo(kTimeFieldSub, 5, 5, 0, 0)
+        .Tap(kTimeFieldSub).MoveTo(kTimeFieldSub, 120, 185, 90, 20).Recreate(kTimeField);
+    write("time_field", field);
+
+    Storm spin;
+    spin.Call(kSpinner, kSpinRange).V(10).V(5).Call(kSpinner, kSpinRange).V(INT_MIN).V(INT_MAX)
+        .Call(kSpinner, kSpinPos).V(INT_MAX).Call(kSpinner, kSpinInsert).T("no room").Call(kSpinner, kSpinAdd).Call(kSpinner, kSpinDef).Call(kSpinner, kSpinDef)
+        .Call(kSpinner, kSpinRange).V(1).V(3).Call(kSpinner, kSpinCurValue).V(7).Call(kSpinner, kSpinCurValue).V(2)
+        .Tap(kSpinner, 128, 30).Down(kSpinner, 128, 225).Wait(1500).Up(kSpinner, 128, 225);
+    spin.Call(kSpinner, kSpinInsert).T("").Call(kSpinner, kSpinInsert).T("North").Call(kSpinner, kSpinInsert).T("South")
+        .Call(kSpinner, kSpinVStyle).B(0).Call(kSpinner, kSpinRange).V(0).V(9).Call(kSpinner, kSpinAdd)
+        .Call(kSpinner, kSpinAdd).Call(kSpinner, kSpinAdd).Call(kSpinner, kSpinQuery).Call(kSpinner, kSpinPos).V(-1)
+        .Call(kSpinner, kSpinVStyle).B(1).Call(kSpinner, kSpinDef).Call(kSpinner, kSpinQuery);
+    spin.Call(kSpinner, kSpinSkin).B(1).B(9).Call(kSpinner, kSpinSkin).B(2).B(9).Call(kSpinner, kSpinSkin).B(0).B(5)
+        .Call(kSpinner, kSpinSkin).B(3).B(12).OddSkin(kSpinner, "||").MoveTo(kSpinner, 270, 110, 20, 300)
+        .Tap(kSpinner, 128, 20).MoveTo(kSpinner, 270, 110, -5, 0).Arm(kOnCommand, kDestroySender, 0)
+        .Tap(kSpinner, 128, 30).Recreate(kSpinner);
+    write("spinner", spin);
+
+    Storm td;
+    td.Call(kTimeDate, kTdStyle).V(0).Call(kTimeDate, kTdSetTime).Time({2024, 1, 0, 31, 0, 0, 0, 0})
+        .Call(kTimeDate, kTdStepOne).B(1).B(1).Call(kTimeDate, kTdGetTime).B(0).Call(kTimeDate, kTdStepOne).B(0).B(1)
+        .Call(kTimeDate, kTdStepOne).B(1).B(0).Call(kTimeDate, kTdStepOne).B(2).B(0).Call(kTimeDate, kTdStepOne).B(2).B(1);
+    td.Call(kTimeDate, kTdSetTime).Time({2999, 12, 0, 31, 23, 59, 58, 0}).Call(kTimeDate, kTdStepOne).B(0).B(1)
+        .Call(kTimeDate, kTdStepOne).B(1).B(1).Call(kTimeDate, kTdSetTime).Time({2001, 2, 0, 31, 0, 0, 0, 0})
+        .Call(kTimeDate, kTdStepOne).B(1).B(0);
+    td.Call(kTimeDate, kTdStyle).V(1).Call(kTimeDate, kTdSetTime).Time({0, 0, 0, 0, 23, 59, 59, 0}).Wait(2000)
+        .Wait(2000).Call(kTimeDate, kTdGetTime).B(1).Call(kTimeDate, kTdSetTime).Time({0, 0, 0, 0, 24, 60, 60, 0})
+        .Call(kTimeDate, kTdStepOne).B(0).B(1).Call(kTimeDate, kTdStyle).V(0).Wait(1000).Call(kTimeDate, kTdMoveCtrls);
+    td.Call(kTimeDate, kTdSkin).B(0).B(11).Call(kTimeDate, kTdSkin).B(2).B(11).Call(kTimeDate, kTdSkin).B(0).B(10)
+        .Call(kTimeDate, kTdSkin).B(1).B(13).Tap(kTimeDate, 40, 30).Tap(kTimeDate, 128, 230).Focus(kTimeDate)
+        .Key(kReturn).MoveTo(kTimeDate, 0, 0, 10, 10).Arm(kOnCommand, kDestroyTarget, kTimeDate)
+        .Call(kTimeDate, kTdStepOne).B(1).B(1).Recreate(kTimeDate).Tap(kTimeDate, 128, 40);
+    write("timedate", td);
+}
+
+// DrawTextW's format flags (the seed writer does without the platform's headers).
+enum : int32_t { kDtCenter = 0x1, kDtRight = 0x2, kDtVCenter = 0x4, kDtBottom = 0x8, kDtWordBreak = 0x10, kDtSingleLine = 0x20 };
+
+void LabelSeeds(Seeds& out) {
+    auto write = [&](const std::string& name, const Storm& s) {
+        out.Write("labels_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
+    };
+    auto font = [](Storm& s, uint8_t c, uint8_t call, int32_t height, int32_t format, int32_t l, int32_t t, int32_t r,
+                   int32_t b) {
+        s.Call(c, call).H(height).I(0x00FF00).I(format);
+        for (int32_t v : {l, t, r, b}) s.B(kRawValue).I(v);
+    };
+    Storm fonts;
+    for (int32_t h : {40, 0, -1, -200, 200, 12})
+        for (uint8_t c : {kLabel, kTelLcd}) {
+            font(fonts, c, kLabelFont, h, kDtCenter | kDtVCenter | kDtSingleLine, 0, 0, 0, 0);
+            fonts.Call(c, kLabelText).T("0123456789 0123456789").B(h & 1).B(1);
+        }
+    font(fonts, kLabel, kLabelFont, 30, kDtWordBreak, 10, 10, -10, -10);
+    font(fonts, kBkLabel, kBitmapFont, -60, kDtRight | kDtBottom | kDtSingleLine, INT_MIN, 0, INT_MAX, 5);
+    fonts.Call(kBkLabel, kBitmapText).T("\xe4\xb8\xad\xe6\x96\x87 label").B(1).B(1)
+        .Call(kLabel, kLabelBitmaps).SkinText({kMissing, kMalformed, kWide}).Call(kLabel, kLabelBitmaps).SkinText({})
+        .Call(kLabel, kLabelBitmaps).SkinText({kTiny, kFolder}).OddSkin(kLabel, "nope.bmp").Skin(kLabel, {kEmptyPath})
+        .Caption(kLabel, "A label text far wider than its frame", 4).MoveTo(kLabel, 10, 210, 3, 3).Tap(kLabel);
+    write("fonts_and_pieces", fonts);
+
+    Storm lcd;
+    auto ids = [&](uint8_t missing, uint8_t mode, int32_t h0, int32_t h1) {
+        lcd.Call(kTelLcd, kLcdInitIds).B(missing).B(kSlFill + 1).B(kChkOn + 1).B(kChkOff + 1).I(0).I(0xFFFFFF).H(h0)
+            .H(h1).V(mode).B(1);
+    };
+    auto status = [&](const std::string& text) { lcd.Call(kTelLcd, kLcdTime).T(text).B(0); };
+    status("00:01");
+    ids(0, 2, 30, 10);
+    status("ignored in mode 2");
+    ids(0, 3, 20, 12);
+    status("still ignored");
+    ids(0, 1, -200, 200);
+    status("00:02");
+    ids(5, 2, 10, 10);
+    status("00:03");
+    lcd.Call(kTelLcd, kLcdInitFiles).B(2).B(kSlLeft).B(kSlChannel).B(2).B(kChkOn).B(kChkOff).I(0).I(0).H(20).H(10).V(2);
+    status("short frame: nothing changes");
+    lcd.Call(kTelLcd, kLcdInitFiles).B(3).B(kSlLeft).B(kMissing).B(kSlRight).B(1).B(kChkOn).I(0).I(0).H(20).H(10).V(2);
+    lcd.Call(kTelLcd, kLcdInitFiles).B(4).B(kSlLeft).B(kMalformed).B(kSlRight).B(kTiny).B(3).B(kChkOn).B(kFolder)
+        .B(kChkOff).I(0).I(0).H(20).H(10).V(INT_MIN);
+    status("odd mode");
+    lcd.Call(kTelLcd, kLcdInitFiles).B(3).B(kSlLeft).B(kSlChannel).B(kSlRight).B(2).B(kChkOn).B(kChkOff).I(0).I(0)
+        .H(0).H(-1).V(1);
+    status("");
+    lcd.OddSkin(kTelLcd, " | ").Caption(kTelLcd, "+49 89 1234 5678 90 12 34 56", 2).Tap(kTelLcd).Destroy(kTelLcd);
+    status("00:04");
+    lcd.Recreate(kTelLcd);
+    ids(0, 1, 18, 18);
+    status("00:05");
+    write("tel_lcd_modes", lcd);
+
+    Storm bitmaps;
+    for (uint8_t kind : {0, 1, 2, 3, 4, 5, 5, 0, 3})
+        bitmaps.Call(kBkLabel, kBitmapSet).B(kind).B(1).Call(kPicture, kBitmapSet).B(kind).Tap(kPicture, 128, 128);
+    bitmaps.MoveTo(kBkLabel, -50, -50, 500, 400).MoveTo(kPicture, 0, 0, 0, 0).Call(kPicture, kBitmapSet).B(4)
+        .Destroy(kPicture).Call(kPicture, kBitmapSet).B(2).Recreate(kPicture).Call(kPicture, kBitmapText).T("x").B(0).B(1)
+        .Destroy(kBkLabel).Call(kBkLabel, kBitmapSet).B(4).B(1).Recreate(kBkLabel).Call(kBkLabel, kBitmapSet).B(1).B(1);
+    write("bitmaps", bitmaps);
+}
+
+// The combo box, 160 x 24 with seven items; its list of five 24-pixel rows opens below.
+void ComboSeeds(Seeds& out) {
+    auto write = [&](const std::string& name, const Storm& s) {
+        out.Write("combo_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
+    };
+    Storm contents;
+    contents.Call(kCombo, kComboSetCurSel).B(3 + 6).Call(kCombo, kComboDelete).V(6).Call(kCombo, kComboDelete).V(-1)
+        .Call(kCombo, kComboInsert).V(-1).B(3).T("last").Call(kCombo, kComboInsert).V(100).B(1)
+        .Call(kCombo, kComboInsert).V(0).B(0).Call(kCombo, kComboInsert).V(0).B(2).Call(kCombo, kComboAdd).B(0)
+        .Call(kCombo, kComboAdd).B(3).T("").Call(kCombo, kComboSetCurSel).B(0).Call(kCombo, kComboSetCurSel).B(43)
+        .Call(kCombo, kComboSetCurSel).B(3 + 2).Call(kCombo, kComboDelete).V(2).Call(kCombo, kComboQuery).V(INT_MAX)
+        .Call(kCombo, kComboQuery).V(0).Call(kCombo, kComboReset).Call(kCombo, kComboSetCurSel).B(3)
+        .Call(kCombo, kComboQuery).V(-1).Tap(kCombo).Tap(kCombo);
+    write("contents", contents);
+
+    Storm open;
+    open.Tap(kCombo).Tap(kCombo, 128, 255).Tap(kCombo).Call(kCombo, kComboDroppedHeight).B(3 + 60)
+        .Call(kCombo, kComboDroppedHeight).B(0).Call(kCombo, kComboDroppedHeight).B(3 + 2).Call(kCombo, kComboShowDropDown)
+        .B(1).Call(kCombo, kComboAdd).B(3).T("added while open").Call(kCombo, kComboDelete).V(0).Call(kCombo, kComboReset)
+        .Call(kCombo, kComboShowDropDown).B(0).Call(kCombo, kComboShowDropDown).B(0).Focus(kCombo).Key(kDown).Key(kUp)
+        .Key(kReturn).Key(kDown).Key(kReturn).Key(kEscape).TapAnywhere(390, 290).Tap(kCombo).TapAnywhere(5, 5)
+        .Tap(kCombo).Focus(kCheckBox).Tap(kCombo).MoveTo(kCombo, 150, 260, 160, 24).Tap(kCombo).Tap(kCombo, 128, 20)
+        .MoveTo(kCombo, 200, 82, 160, 24).Tap(kCombo).Key(kEscape);
+    write("open_close", open);
+
+    Storm drag;
+    for (int i = 0; i < 12; ++i) drag.Call(kCombo, kComboAdd).B(3).T("more " + std::to_string(i));
+    drag.Down(kCombo).Move(kCombo, 128, 255).Wait(50).Up(kCombo, 128, 255).Down(kCombo, 128, 40).TapAnywhere(5, 5)
+        .Down(kCombo).Move(kCombo, 100, 200).Move(kCombo, 100, 255).Wait(500).Move(kCombo, 100, 0).Wait(500)
+        .Up(kCombo, 100, 0).Down(kCombo, 250, 128).Wait(300).Up(kCombo, 250, 128).Destroy(kCombo).Wait(200)
+        .Recreate(kCombo).Arm(kOnCommand, kDestroySender, 0, 2).Tap(kCombo).Recreate(kCombo)
+        .Arm(kOnCommand, kCallTarget, kCombo, 3, 0, kComboReset).Tap(kCombo).Tap(kCombo, 128, 200)
+        .Arm(kOnCommand, kPump, 0, 3, 300).Tap(kCombo).Key(kDown).Key(kReturn).Raw(kCombo, 5, 5, 1).Raw(kCombo, 5, 5, 5);
+    write("drag_and_reactions", drag);
 }
 
 // ---- fuzz_skin_strings: a mode byte, then the string (see the fuzzer) ---------------------------

@@ -45,6 +45,7 @@
 
 #include <afxwin.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
@@ -254,12 +255,16 @@ inline CString JoinSkin(std::initializer_list<int> files) {
 // Window sizes whose off-screen frame would need more than this many pixels are cut down:
 // each paint allocates and fills one, and a gigabyte frame per paint would only measure
 // the machine. Sizes beyond the platform's bitmap limit stay, since they test how the
-// controls live with a failed allocation.
-inline constexpr int64_t kMaxFramePixels = int64_t{4} << 20;
+// controls live with a failed allocation. The size counted is the one the window gets:
+// the platform keeps window sizes within 32767, so INT_MAX x 300 is a real 32767 x 300
+// frame (40 MB a paint), not a failed one.
+inline constexpr int64_t kMaxFramePixels = int64_t{1} << 20;
 inline constexpr int64_t kBitmapLimitPixels = int64_t{1} << 28;
+inline constexpr int64_t kMaxWindowExtent = 32767;
 
 inline void BoundFrame(int& width, int& height) {
-    const int64_t w = std::llabs(static_cast<int64_t>(width)), h = std::llabs(static_cast<int64_t>(height));
+    const int64_t w = std::min<int64_t>(std::llabs(width), kMaxWindowExtent);
+    const int64_t h = std::min<int64_t>(std::llabs(height), kMaxWindowExtent);
     if (w * h > kMaxFramePixels && w * h <= kBitmapLimitPixels) height = static_cast<int>(kMaxFramePixels / w);
 }
 

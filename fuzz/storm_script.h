@@ -36,6 +36,17 @@ enum Control : uint8_t {
     kSlider,        // CZELSlider, nine-piece skin
     kVSlider,       // CZELSlider, vertical
     kProgress,      // CZELSlider, progress style
+    kPicker,        // CDataTimectrl made with CWnd::Create
+    kPickerSub,     // CDataTimectrl over a plain child (SubclassWindow)
+    kTimeField,     // CTimeData made with CWnd::Create
+    kTimeFieldSub,  // CTimeData over a plain child, with a resource skin
+    kSpinner,       // CZELDate
+    kTimeDate,      // CZELTimeDate with its three spinners
+    kLabel,         // CZELLable
+    kTelLcd,        // CZELTelLCD
+    kBkLabel,       // CZELBkLable
+    kPicture,       // CZELStatic on a STATIC window
+    kCombo,         // CZELComBox
     kControlCount
 };
 
@@ -116,6 +127,71 @@ enum SliderCall : uint8_t {
     kSliderResources,    // module, 9 identifiers, missing-arrays bits
     kSliderProgressResources,  // module, 2 identifiers
     kSliderCalls
+};
+// CDataTimectrl and CTimeData (the four picker slots); the field calls do nothing for a
+// plain picker.
+enum PickerCall : uint8_t {
+    kPickerSetTime,      // 8 u16 fields, null flag
+    kPickerStyle,        // value
+    kPickerAutoUpdate,   // flag
+    kPickerKeys,         // count, then that many key bytes (0 left, 1 right, 2 up, 3 down)
+    kPickerGetTime,      // null flag
+    kPickerFieldSkin,    // good/missing flag, module
+    kPickerFieldEdit,    // Add, Def, Setcur(value, value)
+    kPickerCalls
+};
+// CZELDate.
+enum SpinnerCall : uint8_t {
+    kSpinRange,          // 2 values
+    kSpinPos,            // value
+    kSpinCurValue,       // value
+    kSpinInsert,         // text ("" as well)
+    kSpinVStyle,         // flag
+    kSpinAdd,
+    kSpinDef,
+    kSpinQuery,
+    kSpinSkin,           // folder flag, count of names (0..12)
+    kSpinnerCalls
+};
+// CZELTimeDate.
+enum TimeDateCall : uint8_t {
+    kTdSetTime,          // 8 u16 fields
+    kTdStyle,            // value
+    kTdGetTime,          // null flag
+    kTdMoveCtrls,
+    kTdStepOne,          // which spinner (0..2), up flag: a step as its button makes it
+    kTdSkin,             // folder flag, count of names (0..13)
+    kTimeDateCalls
+};
+// CZELLable and CZELTelLCD (the display takes the label's calls first).
+enum LabelCall : uint8_t {
+    kLabelFont,          // height, colour (i32), format (i32), 4 coordinates
+    kLabelBitmaps,       // skin string, cut at "|" into the three paths
+    kLabelText,          // text, then Invalidate
+    kLabelCalls,
+    kLcdInitIds = kLabelCalls,  // null bits, 3 identifiers, 2 colours, 2 heights, mode value, module
+    kLcdInitFiles,       // frame count, indicator count, 2 colours, 2 heights, mode value
+    kLcdTime,            // text
+    kTelLcdCalls
+};
+// CZELBkLable and CZELStatic.
+enum BitmapLabelCall : uint8_t {
+    kBitmapSet,          // which bitmap: 0 null, 1 stale, 2 monochrome, 3 all key, 4 colour, 5 wide
+    kBitmapFont,         // CZELBkLable only: height, colour, format, 4 coordinates
+    kBitmapText,         // text, then Invalidate
+    kBitmapLabelCalls
+};
+// CZELComBox.
+enum ComboCall : uint8_t {
+    kComboAdd,           // text (empty, long, or null for a zero length and flag)
+    kComboInsert,        // index value, text
+    kComboDelete,        // index value
+    kComboSetCurSel,     // byte: -3..40
+    kComboDroppedHeight, // byte: -3..60
+    kComboShowDropDown,  // flag
+    kComboReset,
+    kComboQuery,         // index value
+    kComboCalls
 };
 
 // Point targets: a control's window rectangle with 8 pixels around it, the whole plane,

@@ -37,9 +37,13 @@ int TextWidth(HDC dc, const CString& text) {
     return calc.right - calc.left;
 }
 
+// A host's rectangle may span any ints (a label's SetFont takes it as given): the extents
+// are compared in 64 bits.
 bool TextFits(HDC dc, const CString& text, const RECT& rc, UINT format) {
     const RECT calc = MeasureText(dc, text, rc, format);
-    return calc.right - calc.left <= rc.right - rc.left && calc.bottom - calc.top <= rc.bottom - rc.top;
+    using Wide = long long;
+    return Wide{calc.right} - calc.left <= Wide{rc.right} - rc.left &&
+           Wide{calc.bottom} - calc.top <= Wide{rc.bottom} - rc.top;
 }
 
 void DrawSkinText(HDC dc, const CString& text, const RECT& rc, UINT format, COLORREF colour, HFONT font) {

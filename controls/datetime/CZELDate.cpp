@@ -200,10 +200,12 @@ void CZELDate::GetCurValue(CString& s) {
     s = m_nCurIndex >= 0 && m_nCurIndex < m_strings.GetSize() ? m_strings[m_nCurIndex] : CString();
 }
 
+// A range already ending at INT_MAX (set in value style) keeps its end: the string is
+// added all the same.
 void CZELDate::InsertStr(CString s) {
     if (!s.IsEmpty()) {
         m_strings.Add(s);
-        ++m_nMax;
+        if (m_nMax < INT_MAX) ++m_nMax;
     }
     if (m_nCurIndex == -1) m_nCurIndex = 0;
 }

@@ -49,7 +49,7 @@ public:
     int GetCurValue();
     // The current string; empty when the index names none.
     void GetCurValue(CString& s);
-    // Appends a non-empty string (and grows the range by one); the index becomes 0 if it
+    // Appends a non-empty string (and grows the range by one, up to INT_MAX); the index becomes 0 if it
     // was -1, even for an empty string. No repaint.
     void InsertStr(CString s);
     // true: value style, false: string style. Neither relays out nor repaints.

@@ -126,6 +126,17 @@ TEST_F(Spinner, RangesPositionsAndStrings) {
     odd.OnBtnAdd();
     odd.OnBtnDef();
     EXPECT_EQ(odd.GetCurValue(), INT_MIN);
+
+    // A range that already ends at INT_MAX has no room to grow: the string is still
+    // added and the range keeps its end.
+    CZELDate full;
+    EXPECT_TRUE(full.SetRang(0, INT_MAX));
+    full.InsertStr(L"extra");
+    EXPECT_TRUE(full.SetPos(INT_MAX));
+    EXPECT_EQ(full.GetCurValue(), INT_MAX);
+    full.SetVStyle(false);
+    full.GetCurValue(text);
+    EXPECT_EQ(text, CString(L"extra"));
 }
 
 TEST_F(Spinner, HeldButtonRepeatsAtTheButtonsRate) {

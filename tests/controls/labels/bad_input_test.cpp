@@ -42,6 +42,25 @@ TEST_F(BadInput, LabelsPaintAnywhereWithAnyFont) {
         }
 }
 
+// A text rectangle spanning from INT_MIN: its height does not fit an int (the sanitizer
+// build reports the overflow in the fit test), and the text, far smaller, fits it and is
+// drawn in the font given rather than shrunk to the floor.
+TEST_F(BadInput, TextRectangleFromIntMinFitsAtTheGivenHeight) {
+    const COLORREF ink = RGB(255, 0, 0);
+    CZELLable label;
+    ASSERT_TRUE(label.Create(nullptr, L"8888", WS_CHILD | WS_VISIBLE, CRect(10, 10, 210, 60), &parent, 1));
+    label.SetFont(40, ink, DT_SINGLELINE | DT_BOTTOM, CRect(0, INT_MIN, 200, 50));
+    label.Invalidate();
+    desktop.RunUntilIdle();
+    int inkedRows = 0;
+    for (int y = 10; y < 60; ++y) {
+        bool inked = false;
+        for (int x = 10; x < 210 && !inked; ++x) inked = zel::test::ScreenPixel(x, y) == ink;
+        inkedRows += inked;
+    }
+    EXPECT_GT(inkedRows, 20) << "a 40-pixel font, not the 12-pixel floor";
+}
+
 TEST_F(BadInput, StaleMonochromeAndTinyPictures) {
     HBITMAP stale = nullptr;
     {
