@@ -10,3 +10,7 @@
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
 #include "CListData.h"
+#include "CDataTimectrl.h"
+#include "CTimeData.h"
+#include "CZELDate.h"
+#include "CZELTimeDate.h"

@@ -1,6 +1,7 @@
 #include "host/screens.h"
 
 #include "screens/buttons_screen.h"
+#include "screens/clock_screen.h"
 #include "screens/home_screen.h"
 #include "screens/player_screen.h"
 
@@ -22,6 +23,8 @@ const std::vector<ScreenInfo>& Screens() {
          L"Volume and seek sliders, a play list with its scroll bar, transport keys.", Make<PlayerScreen>},
         {"buttons", L"Button gallery", L"Buttons",
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
+        {"clock", L"Clock settings", L"Clock",
+         L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
     };
     return screens;
 }

@@ -13,6 +13,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddScreenPieces(all);
         AddButtonPieces(all);
         AddBarPieces(all);
+        AddClockPieces(all);
         return all;
     }();
     return pieces;

@@ -11,5 +11,6 @@ namespace zel::demo {
 void AddScreenPieces(std::vector<SkinPiece>& out);  // the whole-screen background
 void AddButtonPieces(std::vector<SkinPiece>& out);  // push, shaped and text buttons, check box
 void AddBarPieces(std::vector<SkinPiece>& out);     // scroll bar, slider, progress
+void AddClockPieces(std::vector<SkinPiece>& out);   // spinner buttons, colour samples, separators
 
 }  // namespace zel::demo

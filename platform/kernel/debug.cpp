@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "kernel/debug_format.h"
+#include "kernel/utf.h"
 #include "zel/debug.h"
 
 namespace zel::kernel {
@@ -120,35 +121,11 @@ std::wstring FormatDebug(const wchar_t* f, va_list ap) {
     return out;
 }
 
-std::string ToUtf8(const std::wstring& text) {
-    std::string o;
-    for (wchar_t wc : text) {
-        auto c = static_cast<uint32_t>(wc);
-        if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) c = 0xFFFD;
-        if (c < 0x80) {
-            o += static_cast<char>(c);
-        } else if (c < 0x800) {
-            o += static_cast<char>(0xC0 | (c >> 6));
-            o += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            o += static_cast<char>(0xE0 | (c >> 12));
-            o += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            o += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            o += static_cast<char>(0xF0 | (c >> 18));
-            o += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            o += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            o += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return o;
-}
-
 // One debug line: stderr always, the sink when set. Trailing line breaks belong to the
 // caller's format ("...\r\n" is the CE habit) and are not part of the line.
 void EmitDebugLine(std::wstring line) {
     while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.pop_back();
-    std::fprintf(stderr, "%s\n", ToUtf8(line).c_str());
+    std::fprintf(stderr, "%s\n", WideToUtf8(line).c_str());
     if (Sink()) Sink()(line);
 }
 

@@ -15,7 +15,4 @@ std::wstring FormatDebug(const wchar_t* format, va_list args);
 // Writes one debug line to stderr and to the sink set with zel::SetDebugSink.
 void EmitDebugLine(std::wstring line);
 
-// Wide text as UTF-8 for the terminal.
-std::string ToUtf8(const std::wstring& text);
-
 }  // namespace zel::kernel

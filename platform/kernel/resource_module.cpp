@@ -10,7 +10,7 @@
 
 #include "gdi/handle_table.h"
 #include "kernel/resource_script.h"
-#include "mfc/utf8.h"
+#include "kernel/utf.h"
 #include "zel/resources.h"
 
 namespace zel::detail {
@@ -127,7 +127,7 @@ HBITMAP LoadBitmapW(HINSTANCE instance, LPCWSTR name) {
         SetLastError(zel::detail::kErrorResourceNameNotFound);
         return nullptr;
     }
-    return SHLoadDIBitmap(zel::mfc::Utf8ToWide(*path).c_str());
+    return SHLoadDIBitmap(zel::kernel::Utf8ToWide(*path).c_str());
 }
 
 }  // extern "C"

@@ -6,8 +6,8 @@
 #include <cwchar>
 #include <cwctype>
 
+#include "kernel/utf.h"
 #include "mfc/format.h"
-#include "mfc/utf8.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ bool InSet(wchar_t c, LPCWSTR set) { return set && c && std::wcschr(set, c); }
 
 std::wstring FromNarrow(LPCSTR text, size_t length) {
     if (!text) return {};
-    return zel::mfc::Utf8ToWide(std::string_view(text, length));
+    return zel::kernel::Utf8ToWide(std::string_view(text, length));
 }
 
 // A pointer below 64K is a resource identifier, not text.
@@ -307,7 +307,7 @@ void CString::Preallocate(int length) {
 
 BOOL CString::LoadString(UINT) { return FALSE; }
 
-std::string CString::ToUtf8() const { return zel::mfc::WideToUtf8(s_); }
+std::string CString::ToUtf8() const { return zel::kernel::WideToUtf8(s_); }
 
 CString operator+(const CString& a, const CString& b) {
     CString r(a);

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <cwchar>
 
-#include "mfc/utf8.h"
+#include "kernel/utf.h"
 
 namespace zel::mfc {
 
@@ -217,7 +217,7 @@ private:
             const char* s = va_arg(*args_, const char*);
             if (s) {
                 size_t n = spec.precision >= 0 ? strnlen(s, static_cast<size_t>(spec.precision)) : std::strlen(s);
-                text = Utf8ToWide(std::string_view(s, n));
+                text = kernel::Utf8ToWide(std::string_view(s, n));
             } else {
                 text = L"(null)";
             }

@@ -2,7 +2,7 @@
 // with its default (first) button, so a headless host never blocks.
 #include <cstdio>
 
-#include "kernel/debug_format.h"
+#include "kernel/utf.h"
 #include "zel/debug.h"
 
 namespace zel {
@@ -25,7 +25,8 @@ int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type) {
     std::wstring t = text ? text : L"";
     std::wstring c = caption ? caption : L"Error";  // Windows' caption when none is given
     zel::Records().push_back(zel::MessageBoxRecord{owner, t, c, type});
-    std::fprintf(stderr, "[MessageBox] %s: %s\n", zel::kernel::ToUtf8(c).c_str(), zel::kernel::ToUtf8(t).c_str());
+    std::fprintf(stderr, "[MessageBox] %s: %s\n", zel::kernel::WideToUtf8(c).c_str(),
+                 zel::kernel::WideToUtf8(t).c_str());
     switch (type & 0xF) {
         case MB_YESNO:
         case 0x3:  // MB_YESNOCANCEL

@@ -82,7 +82,8 @@ TEST_F(DefaultTour, HostHearsTheExpectedNotificationsAndTheScreensMatchTheirGold
     GoldenShots target(app);
     ASSERT_TRUE(PlayTour(*tour, target, &error)) << error;
     EXPECT_EQ(target.names, (std::vector<std::string>{"home-start", "player-playing", "player-paused",
-                                                       "buttons-holding", "buttons-pressed"}));
+                                                       "buttons-holding", "buttons-pressed", "clock-date",
+                                                       "clock-picker", "clock-running"}));
     for (const std::string& failure : target.failures) ADD_FAILURE() << failure;
     EXPECT_TRUE(LogMatches(app.log().Lines()));
 }

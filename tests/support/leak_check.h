@@ -1,10 +1,14 @@
-// Test fixture that proves a test releases every GDI object it created.
+// Test fixture that proves a test releases every GDI object it created; LiveWindows()
+// counts the windows that exist, for fixtures that also prove every window went.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <zel/platform.h>
 
 namespace zel::test {
+
+// Every window below the desktop window, children included.
+int LiveWindows();
 
 class LeakChecked : public ::testing::Test {
 protected:

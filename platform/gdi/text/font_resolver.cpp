@@ -7,37 +7,15 @@
 #include <sstream>
 #include <utility>
 
+#include "kernel/strings.h"
+#include "kernel/utf.h"
+
 namespace zel::text {
 
 namespace {
 
-std::string Lower(std::string s) {
-    std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return s;
-}
-
-std::string Trim(const std::string& s) {
-    size_t b = s.find_first_not_of(" \t"), e = s.find_last_not_of(" \t");
-    return b == std::string::npos ? std::string() : s.substr(b, e - b + 1);
-}
-
-void AppendUtf8(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x110000) {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
+using kernel::Lower;
+using kernel::Trim;
 
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
@@ -137,9 +115,9 @@ bool HasFile(const FaceChoice& choice, const std::string& family) {
 }  // namespace
 
 std::string FaceNameUtf8(const LOGFONTW& lf) {
-    std::string out;
-    for (int i = 0; i < LF_FACESIZE && lf.lfFaceName[i]; ++i) AppendUtf8(out, static_cast<char32_t>(lf.lfFaceName[i]));
-    return out;
+    size_t n = 0;
+    while (n < LF_FACESIZE && lf.lfFaceName[n]) ++n;
+    return kernel::WideToUtf8(std::wstring_view(lf.lfFaceName, n));
 }
 
 FaceChoice ResolveFace(const LOGFONTW& lf) {

@@ -5,11 +5,12 @@
 
 #include <memory>
 
-#include "button_host.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
-namespace buttons_test {
 namespace {
+
+using namespace zel::test;
 
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
@@ -54,30 +55,19 @@ int ReferenceInkHeight(const wchar_t* text, int height) {
     return bottom - top;
 }
 
-class BmpTextButton : public ButtonsTest {
+class BmpTextButton : public ControlTest {
 protected:
     void SetUp() override {
-        ButtonsTest::SetUp();
-        module = zel::LoadResourceModule(skins
-                                             .Script({{kNormal, skins.Solid("normal", 30, 10, kNormalFace)},
-                                                      {kFocus, skins.Solid("focus", 30, 10, kFocusFace)},
-                                                      {kDown, skins.Solid("down", 30, 10, kDownFace)},
-                                                      {kCellsSkin, skins.Draw("cells", 4, 2,
-                                                                              [](HDC dc) {
-                                                                                  for (int x = 0; x < 4; ++x)
-                                                                                      for (int y = 0; y < 2; ++y)
-                                                                                          SetPixel(dc, x, y, kCells[x][y]);
-                                                                              })}})
-                                             .c_str());
+        ControlTest::SetUp();
+        skins.Solid("normal", 30, 10, kNormalFace);
+        skins.Solid("focus", 30, 10, kFocusFace);
+        skins.Solid("down", 30, 10, kDownFace);
+        skins.Pixels("cells", 4, 2, [](int x, int y) { return kCells[x][y]; });
+        module = skins.Module({{kNormal, "normal"}, {kFocus, "focus"}, {kDown, "down"}, {kCellsSkin, "cells"}});
         ASSERT_NE(module, nullptr);
     }
-    void TearDown() override {
-        zel::FreeResourceModule(module);
-        ButtonsTest::TearDown();
-    }
 
-    std::unique_ptr<CBmpTextButton> Make(const wchar_t* caption, const CRect& rect = kPlace,
-                                         UINT normal = kNormal) {
+    std::unique_ptr<CBmpTextButton> Make(const wchar_t* caption, const CRect& rect = kPlace, UINT normal = kNormal) {
         auto button = std::make_unique<CBmpTextButton>();
         EXPECT_TRUE(button->Create(caption, WS_VISIBLE | BS_PUSHBUTTON, rect, &parent, kId));
         parent.Name(button->m_hWnd, "btn");
@@ -188,4 +178,3 @@ TEST_F(BmpTextButton, GoldenStates) {
 }
 
 }  // namespace
-}  // namespace buttons_test

@@ -8,11 +8,12 @@
 #include <fstream>
 #include <memory>
 
-#include "button_host.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
-namespace buttons_test {
 namespace {
+
+using namespace zel::test;
 
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kBlue = RGB(0, 0, 255);
@@ -28,13 +29,13 @@ public:
     using CZELChkBox::m_hFont;
 };
 
-class ChkBox : public ButtonsTest {
+class ChkBox : public ControlTest {
 protected:
     std::unique_ptr<ChkProbe> Make(const wchar_t* caption, const CRect& rect = kPlace) {
         auto box = std::make_unique<ChkProbe>();
         EXPECT_TRUE(box->Create(nullptr, caption, WS_VISIBLE, rect, &parent, kId));
         parent.Name(box->m_hWnd, "chk");
-        box->LoadSkin(CString((checked + "|" + unchecked + "|" + back + "|").c_str()), CString());
+        box->LoadSkin(skins.Skin({"checked", "unchecked", "back"}), CString());
         desktop.RunUntilIdle();
         return box;
     }
@@ -48,10 +49,7 @@ protected:
 
     std::string checked = Mark("checked", 20, 20, kChecked);
     std::string unchecked = Mark("unchecked", 20, 20, kUnchecked);
-    std::string back = skins.Draw("back", 2, 1, [](HDC dc) {
-        SetPixel(dc, 0, 0, kBack);
-        SetPixel(dc, 1, 0, kBackRight);
-    });
+    std::string back = skins.Striped("back", 2, 1, kBack, kBackRight, 1, true);
 };
 
 TEST_F(ChkBox, TapOnTheBoxTogglesAndTellsTheParent) {
@@ -280,4 +278,3 @@ TEST_F(ChkBox, GoldenStates) {
 }
 
 }  // namespace
-}  // namespace buttons_test

@@ -7,11 +7,12 @@
 #include <fstream>
 #include <memory>
 
-#include "button_host.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
-namespace buttons_test {
 namespace {
+
+using namespace zel::test;
 
 constexpr COLORREF kRed = RGB(200, 40, 40);
 constexpr COLORREF kGreen = RGB(40, 200, 40);
@@ -24,7 +25,7 @@ constexpr UINT kId = 7;
 // button is screen (x + 30, y + 40).
 const CRect kPlace(10, 10, 88, 86);  // 78 x 76
 
-class ZelButton : public ButtonsTest {
+class ZelButton : public ControlTest {
 protected:
     std::unique_ptr<CZELButton> Make(const CRect& rect = kPlace, DWORD style = WS_VISIBLE | BS_OWNERDRAW,
                                      bool strip = false) {
@@ -39,22 +40,8 @@ protected:
     // disabled.
     std::array<COLORREF, 4> Shown(CZELButton& button) {
         std::array<COLORREF, 4> shown{};
-        const HWND hwnd = button.m_hWnd;
-        parent.SetFocus();
-        desktop.RunUntilIdle();
-        shown[0] = ShownAt(hwnd, 39, 38);
-        button.SetFocus();
-        desktop.RunUntilIdle();
-        shown[1] = ShownAt(hwnd, 39, 38);
-        DownAt(hwnd, 39, 38);
-        shown[2] = ShownAt(hwnd, 39, 38);
-        UpAt(hwnd, 39, 38);
-        parent.SetFocus();
-        button.EnableWindow(FALSE);
-        desktop.RunUntilIdle();
-        shown[3] = ShownAt(hwnd, 39, 38);
-        button.EnableWindow(TRUE);
-        desktop.RunUntilIdle();
+        size_t i = 0;
+        ForEachLook(button, {39, 38}, [&](const char*) { shown[i++] = ShownAt(button.m_hWnd, 39, 38); });
         parent.Take();
         return shown;
     }
@@ -110,8 +97,11 @@ TEST_F(ZelButton, LoadingSkinsMakesTheButtonOwnerDrawn) {
 TEST_F(ZelButton, CreateTurnsStylesSharingOwnerDrawBitsIntoOwnerDraw) {
     const struct {
         DWORD style, type;
-    } cases[] = {{BS_PUSHBUTTON, BS_PUSHBUTTON}, {BS_DEFPUSHBUTTON, BS_OWNERDRAW}, {BS_CHECKBOX, BS_OWNERDRAW},
-                 {BS_RADIOBUTTON, BS_RADIOBUTTON}, {BS_OWNERDRAW, BS_OWNERDRAW}};
+    } cases[] = {{BS_PUSHBUTTON, BS_PUSHBUTTON},
+                 {BS_DEFPUSHBUTTON, BS_OWNERDRAW},
+                 {BS_CHECKBOX, BS_OWNERDRAW},
+                 {BS_RADIOBUTTON, BS_RADIOBUTTON},
+                 {BS_OWNERDRAW, BS_OWNERDRAW}};
     for (const auto& c : cases) {
         auto button = Make(kPlace, WS_VISIBLE | c.style);
         EXPECT_EQ(button->GetStyle() & 0x0F, c.type) << "style " << c.style;
@@ -119,39 +109,32 @@ TEST_F(ZelButton, CreateTurnsStylesSharingOwnerDrawBitsIntoOwnerDraw) {
     }
 }
 
-TEST_F(ZelButton, TapClicksAndForwardsPressAndReleaseInScreenCoordinates) {
-    auto button = Make();
-    button->LoadSkin(CString((red + "|").c_str()), CString());
-    TapAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
-    EXPECT_EQ(GetCapture(), nullptr);
-    EXPECT_EQ(GetFocus(), button->m_hWnd);
-}
-
-TEST_F(ZelButton, ReleaseAfterDraggingOffSendsTheUpButNoClick) {
-    auto button = Make();
-    button->LoadSkin(CString((red + "|" + green + "|" + blue + "|").c_str()), CString());
-    const HWND hwnd = button->m_hWnd;
-    DownAt(hwnd, 5, 6);
-    EXPECT_EQ(ShownAt(hwnd, 39, 38), kBlue);
-    MoveTo(hwnd, 200, 6);
-    EXPECT_EQ(ShownAt(hwnd, 39, 38), kGreen) << "dragged off, the button pops up";
-    EXPECT_EQ(GetCapture(), hwnd);
-    UpAt(hwnd, 200, 6);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);LBUTTONUP(0,230,46)");
-    EXPECT_EQ(GetCapture(), nullptr);
-}
-
-TEST_F(ZelButton, DraggingBackInAndReleasingClicks) {
-    auto button = Make();
-    button->LoadSkin(CString((red + "|" + green + "|" + blue + "|").c_str()), CString());
-    const HWND hwnd = button->m_hWnd;
-    DownAt(hwnd, 5, 6);
-    MoveTo(hwnd, -20, 6);
-    MoveTo(hwnd, 30, 30);
-    EXPECT_EQ(ShownAt(hwnd, 39, 38), kBlue);
-    UpAt(hwnd, 30, 30);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,60,70)");
+// Press at (5, 6), move along the path, release at its end: the parent hears the forwarded
+// press and release (in its own coordinates) and a click only for a release over the button.
+TEST_F(ZelButton, ClickOnReleaseInsideAndForwardedPressAndRelease) {
+    const struct {
+        std::vector<POINT> path;
+        COLORREF held;  // shown just before the release
+        const char* log;
+    } cases[] = {
+        {{{5, 6}}, kBlue, "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,35,46)"},
+        {{{200, 6}}, kGreen, "LBUTTONDOWN(1,35,46);LBUTTONUP(0,230,46)"},  // dragged off, it pops up
+        {{{-20, 6}, {30, 30}}, kBlue, "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,60,70)"},
+    };
+    for (const auto& c : cases) {
+        auto button = Make();
+        button->LoadSkin(skins.Skin({"red", "green", "blue"}), CString());
+        const HWND hwnd = button->m_hWnd;
+        DownAt(hwnd, 5, 6);
+        EXPECT_EQ(GetCapture(), hwnd);
+        for (POINT pt : c.path) MoveTo(hwnd, pt.x, pt.y);
+        EXPECT_EQ(ShownAt(hwnd, 39, 38), c.held);
+        UpAt(hwnd, c.path.back().x, c.path.back().y);
+        EXPECT_EQ(parent.Take(), c.log);
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(GetFocus(), hwnd);
+        desktop.Advance(1000);
+    }
 }
 
 TEST_F(ZelButton, DoubleTapIsASecondClick) {
@@ -168,16 +151,12 @@ TEST_F(ZelButton, DoubleTapIsASecondClick) {
 TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
     auto button = Make();
     button->SetAutoClick(true);
-    const DWORD t0 = desktop.Now();
+    parent.timed = true;
     DownAt(button->m_hWnd, 5, 6);
-    parent.Take();
     desktop.Advance(1000);
-    std::vector<DWORD> expected;
-    for (DWORD t = 300; t <= 1000; t += 100) expected.push_back(t0 + t);
-    EXPECT_EQ(parent.CommandTimes(), expected);
-    parent.Take();
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46)@0;" + Repeats("COMMAND(7,0,btn)", 300, 100, 8));
     UpAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@1000;LBUTTONUP(0,35,46)@1000");
     desktop.Advance(1000);
     EXPECT_EQ(parent.Take(), "-") << "the release stops the repeat";
 }
@@ -186,7 +165,7 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     auto button = Make();
     button->SetAutoClick(true);
     const HWND hwnd = button->m_hWnd;
-    const DWORD t0 = desktop.Now();
+    parent.timed = true;
     DownAt(hwnd, 5, 6);
     desktop.Advance(300);
     MoveTo(hwnd, 120, 6);
@@ -195,7 +174,7 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     EXPECT_EQ(parent.Take(), "-");
     MoveTo(hwnd, 5, 6);
     desktop.Advance(100);
-    EXPECT_EQ(parent.CommandTimes(), std::vector<DWORD>{t0 + 600});
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@600");
     UpAt(hwnd, 5, 6);
 }
 
@@ -223,11 +202,9 @@ TEST_F(ZelButton, LosingTheFocusStopsTheRepeatAndTheClick) {
 TEST_F(ZelButton, EnterClicksTheFocusedButton) {
     auto button = Make();
     button->SetFocus();
-    desktop.KeyDown(VK_RETURN);
-    desktop.KeyUp(VK_RETURN);
+    Press(VK_RETURN);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
-    desktop.KeyDown(VK_SPACE);
-    desktop.KeyUp(VK_SPACE);
+    Press(VK_SPACE);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << "space is the BUTTON class's own click";
 }
 
@@ -240,11 +217,11 @@ TEST_F(ZelButton, The78By76ButtonHasSteppedCorners) {
         int x, y;
         bool in;
     } points[] = {
-        {0, 0, false},  {3, 0, false},  {4, 0, true},   {73, 0, true},  {74, 0, false}, {77, 0, false},
-        {1, 1, false},  {2, 1, true},   {75, 1, true},  {76, 1, false}, {0, 2, false},  {1, 2, true},
-        {76, 3, true},  {77, 3, false}, {0, 4, true},   {77, 4, true},  {0, 71, true},  {77, 71, true},
-        {0, 72, false}, {1, 72, true},  {76, 73, true}, {1, 74, false}, {2, 74, true},  {75, 74, true},
-        {3, 75, false}, {4, 75, true},  {73, 75, true}, {74, 75, false}, {0, 75, false}, {77, 75, false},
+        {0, 0, false},  {3, 0, false},   {4, 0, true},    {73, 0, true},   {74, 0, false}, {77, 0, false},
+        {1, 1, false},  {2, 1, true},    {75, 1, true},   {76, 1, false},  {0, 2, false},  {1, 2, true},
+        {76, 3, true},  {77, 3, false},  {0, 4, true},    {77, 4, true},   {0, 71, true},  {77, 71, true},
+        {0, 72, false}, {1, 72, true},   {76, 73, true},  {1, 74, false},  {2, 74, true},  {75, 74, true},
+        {3, 75, false}, {4, 75, true},   {73, 75, true},  {74, 75, false}, {0, 75, false}, {77, 75, false},
         {39, 38, true}, {78, 38, false}, {39, 76, false},
     };
     for (const auto& p : points) EXPECT_EQ(region.PtInRegion(p.x, p.y) != FALSE, p.in) << p.x << "," << p.y;
@@ -382,21 +359,8 @@ TEST_F(ZelButton, GoldenStates) {
     std::string skin = FramedSkin(skins, "n", kRed) + "|" + FramedSkin(skins, "f", kGreen) + "|" +
                        FramedSkin(skins, "d", kBlue) + "|" + FramedSkin(skins, "x", kGrey) + "|";
     button->LoadSkin(CString(skin.c_str()), CString());
-    const HWND hwnd = button->m_hWnd;
-    parent.SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "normal", zel::test::CaptureWindow(hwnd, 2));
-    button->SetFocus();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "focus", zel::test::CaptureWindow(hwnd, 2));
-    DownAt(hwnd, 39, 38);
-    EXPECT_GOLDEN("CZELButton", "down", zel::test::CaptureWindow(hwnd, 2));
-    UpAt(hwnd, 39, 38);
-    parent.SetFocus();
-    button->EnableWindow(FALSE);
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELButton", "disabled", zel::test::CaptureWindow(hwnd, 2));
+    ForEachLook(*button, {39, 38},
+                [&](const char* look) { EXPECT_GOLDEN("CZELButton", look, CaptureWindow(button->m_hWnd, 2)); });
 }
 
 }  // namespace
-}  // namespace buttons_test

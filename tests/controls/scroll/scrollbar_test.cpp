@@ -1,22 +1,15 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
-#include <zel/desktop.h>
-
 #include <climits>
 #include <memory>
 
 #include "CZELScrollbar.h"
-#include "scroll_fixture.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
 namespace {
 
-using scrolltest::Column;
-using scrolltest::Hex;
-using scrolltest::kSentinel;
-using scrolltest::ScreenPixel;
-
-zel::Desktop& D() { return zel::Desktop::Get(); }
+using namespace zel::test;
 
 // The skin: 8-pixel arrows with a dark outer row, a 12 x 24 track with a dark left column
 // and bands of 4 rows, an 8 x 6 framed thumb. The bar is 12 x 40 at (10, 10) of the parent
@@ -25,7 +18,8 @@ const COLORREF kUp = RGB(200, 60, 60), kUpPressed = RGB(255, 140, 140), kUpEdge 
 const COLORREF kDown = RGB(60, 60, 200), kDownPressed = RGB(140, 140, 255), kDownEdge = RGB(30, 30, 120);
 const COLORREF kTrackA = RGB(220, 220, 220), kTrackB = RGB(190, 190, 190), kTrackEdge = RGB(100, 100, 100);
 const COLORREF kThumb = RGB(40, 160, 40), kThumbPressed = RGB(120, 230, 120), kThumbFrame = RGB(0, 90, 0);
-constexpr int kX = 10, kY = 10;  // the bar's origin on the screen
+constexpr int kX = 10, kY = 10;                        // the bar's origin on the screen
+const CRect kFence(kX - 1, kY - 1, kX + 13, kY + 41);  // the bar and a pixel around it
 
 COLORREF TrackArt(int x, int y) { return x == 0 ? kTrackEdge : (y / 4) % 2 ? kTrackB : kTrackA; }
 
@@ -41,44 +35,46 @@ public:
     using CZELScrollbar::m_rcUpArrow;
 };
 
-class ScrollbarTest : public scrolltest::ControlTest {
+class ScrollbarTest : public ControlTest {
 protected:
+    ScrollbarTest() : ControlTest(CRect(0, 0, 120, 100)) {}
     void SetUp() override {
         ControlTest::SetUp();
-        parent = std::make_unique<scrolltest::Parent>();
-        skins = std::make_unique<scrolltest::SkinFolder>();
-        skins->Write("up", {12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUp; }});
-        skins->Write("up_down", {12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUpPressed; }});
-        skins->Write("down", {12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDown; }});
-        skins->Write("down_down", {12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDownPressed; }});
-        skins->Write("track", {12, 24, TrackArt});
-        skins->Write("thumb", scrolltest::Framed(8, 6, kThumb, kThumbFrame));
-        skins->Write("thumb_down", scrolltest::Framed(8, 6, kThumbPressed, kThumbFrame));
+        skins.Pixels("up", 12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUp; });
+        skins.Pixels("up_down", 12, 8, [](int, int y) { return y == 0 ? kUpEdge : kUpPressed; });
+        skins.Pixels("down", 12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDown; });
+        skins.Pixels("down_down", 12, 8, [](int, int y) { return y == 7 ? kDownEdge : kDownPressed; });
+        skins.Pixels("track", 12, 24, TrackArt);
+        skins.Framed("thumb", 8, 6, kThumb, kThumbFrame);
+        skins.Framed("thumb_down", 8, 6, kThumbPressed, kThumbFrame);
     }
     void TearDown() override {
         bar.reset();
-        parent.reset();
-        skins.reset();
         ControlTest::TearDown();
     }
 
     CString SkinString() const {
         CString s;
         for (const char* piece : {"up", "up_down", "track", "thumb", "thumb_down", "down", "down_down"})
-            s += L" " + skins->Path(piece) + L" |";
+            s += CString((" " + skins.Path(piece) + " |").c_str());
         return s;
     }
 
     ProbeBar& MakeBar(bool skinned = true) {
         bar = std::make_unique<ProbeBar>();
-        EXPECT_TRUE(bar->Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + 30, kY + 90), parent->wnd(),
-                                9001));
-        parent->Name(bar->m_hWnd, "bar");
+        EXPECT_TRUE(bar->Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + 30, kY + 90), &parent, 9001));
+        parent.Name(bar->m_hWnd, "bar");
         if (skinned) bar->LoadSkin(SkinString(), L"");
-        D().RunUntilIdle();
-        parent->Take();
+        desktop.RunUntilIdle();
+        parent.Take();
         return *bar;
     }
+
+    // The pointer on row y (bar coordinates) of the bar's middle column.
+    void Down(int y) { desktop.PointerDown(kX + 5, kY + y); }
+    void Move(int y) { desktop.PointerMove(kX + 5, kY + y); }
+    void Up(int y) { desktop.PointerUp(kX + 5, kY + y); }
+    void Tap(int y) { desktop.Tap(kX + 5, kY + y); }
 
     // The first row (bar coordinates) of the thumb's frame in the thumb's middle column.
     int ThumbTop() const {
@@ -87,8 +83,6 @@ protected:
         return -1;
     }
 
-    std::unique_ptr<scrolltest::Parent> parent;
-    std::unique_ptr<scrolltest::SkinFolder> skins;
     std::unique_ptr<ProbeBar> bar;
 };
 
@@ -118,7 +112,7 @@ TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
     EXPECT_EQ(ScreenPixel(kX - 1, kY + 20), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 12, kY + 20), kSentinel);
     EXPECT_EQ(ScreenPixel(kX, kY + 20), kTrackEdge);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
 }
 
 TEST_F(ScrollbarTest, ThumbTopFollowsThePositionWithTruncatingDivision) {
@@ -130,68 +124,66 @@ TEST_F(ScrollbarTest, ThumbTopFollowsThePositionWithTruncatingDivision) {
     // top = 8 + (24 - 6) x pos / 100
     for (Case c : {Case{0, 8}, Case{33, 13}, Case{50, 17}, Case{99, 25}, Case{100, 26}}) {
         bar->SetScrollPos(c.pos, TRUE);
-        D().RunUntilIdle();
+        desktop.RunUntilIdle();
         EXPECT_EQ(ThumbTop(), c.top) << "pos " << c.pos;
         EXPECT_EQ(bar->m_rcPageUp, CRect(0, 8, 12, c.top)) << "pos " << c.pos;
         EXPECT_EQ(bar->m_rcPageDown, CRect(0, c.top + 6, 12, 32)) << "pos " << c.pos;
     }
     bar->SetScrollRange(-50, 50);
     bar->SetScrollPos(-25, TRUE);
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     EXPECT_EQ(ThumbTop(), 8 + 18 * 25 / 100) << "measured from the minimum";
 }
 
 TEST_F(ScrollbarTest, GoldensAtMiddleAndMax) {
     MakeBar();
-    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
     bar->SetScrollPos(50, TRUE);
-    D().RunUntilIdle();
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "middle", fence));
+    desktop.RunUntilIdle();
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "middle", kFence));
     bar->SetScrollPos(100, TRUE);
-    D().RunUntilIdle();
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "max", fence));
+    desktop.RunUntilIdle();
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "max", kFence));
 }
 
 TEST_F(ScrollbarTest, PressedArrowAndPressedThumbShowTheirImages) {
     MakeBar();
-    const CRect fence(kX - 1, kY - 1, kX + 13, kY + 41);
-    D().PointerDown(kX + 5, kY + 35);
+    Down(35);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 3), kUp);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "pressed_arrow", fence));
-    D().PointerUp(kX + 5, kY + 35);
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_arrow", kFence));
+    Up(35);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown) << "the release clears the pressed part";
 
     bar->SetScrollPos(50, TRUE);
-    D().RunUntilIdle();
-    D().PointerDown(kX + 5, kY + 19);
+    desktop.RunUntilIdle();
+    Down(19);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumbPressed);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "pressed_thumb", fence));
-    D().PointerUp(kX + 5, kY + 19);
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "pressed_thumb", kFence));
+    Up(19);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 19), kThumb);
 }
 
 TEST_F(ScrollbarTest, ResourceSkinMatchesThePathSkin) {
-    HINSTANCE module = skins->Module({{101, "thumb"},
-                                      {102, "thumb_down"},
-                                      {103, "track"},
-                                      {104, "up"},
-                                      {105, "down"},
-                                      {106, "down_down"},
-                                      {107, "up_down"}});
+    HINSTANCE module = skins.Module({{101, "thumb"},
+                                     {102, "thumb_down"},
+                                     {103, "track"},
+                                     {104, "up"},
+                                     {105, "down"},
+                                     {106, "down_down"},
+                                     {107, "up_down"}});
     ProbeBar& b = MakeBar(false);
     HINSTANCE before = AfxGetResourceHandle();
     // Identifiers count by their low 16 bits.
     b.LoadBitmapW(101, 102, 0x10000 | 103, 104, 105, 106, 107, module);
     EXPECT_EQ(AfxGetResourceHandle(), before) << "the resource handle is restored";
-    D().RunUntilIdle();
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELScrollbar", "min", CRect(kX - 1, kY - 1, kX + 13, kY + 41)));
+    desktop.RunUntilIdle();
+    EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
 
     // Without a module the current resource handle is used.
     AfxSetResourceHandle(module);
     b.LoadBitmapW(101, 102, 103, 104, 105, 106, 107, nullptr);
     AfxSetResourceHandle(before);
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     EXPECT_EQ(ThumbTop(), 8);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 33), kDown);
 }
@@ -202,7 +194,7 @@ TEST_F(ScrollbarTest, MoveWindowStretchesTheTrackAndMovesTheDownArrow) {
     EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 12, 64));
     EXPECT_EQ(b.m_rcDownArrow, CRect(0, 64, 12, 72));
     b.SetScrollPos(100, TRUE);
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     EXPECT_EQ(ThumbTop(), 58) << "8 + 56 - 6";
     // The track's 24 rows stretched over 56: source row ceil((2i+1) x 24 / 112) - 1.
     for (int i = 0; i < 50; ++i) {
@@ -213,8 +205,8 @@ TEST_F(ScrollbarTest, MoveWindowStretchesTheTrackAndMovesTheDownArrow) {
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 71), kDownEdge);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 72), kSentinel);
 
-    D().Tap(kX + 5, kY + 68);
-    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBPOSITION,100,bar);VSCROLL(LINEDOWN,0,bar)");
+    Tap(68);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBPOSITION,100,bar);VSCROLL(SB_LINEDOWN,0,bar)");
 }
 
 // The window manager clamps an absurd size; the cells are laid out for what the window
@@ -227,9 +219,9 @@ TEST_F(ScrollbarTest, MoveWindowToAnAbsurdSizeLaysTheCellsForTheSizeTheWindowGot
     EXPECT_EQ(b.m_rcDownArrow, CRect(0, -8, 12, 0));
     b.MoveWindow(kX, kY, INT_MAX, 40, TRUE);
     EXPECT_EQ(b.m_rcTrack, CRect(0, 8, 32767, 32));
-    D().RunUntilIdle();
-    D().Tap(kX + 5, kY + 36);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)");
+    desktop.RunUntilIdle();
+    Tap(36);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)");
 
     ProbeBar windowless;
     windowless.LoadSkin(SkinString(), L"");
@@ -268,7 +260,7 @@ TEST_F(ScrollbarTest, RangeRules) {
     b.SetScrollPos(-7, FALSE);
     EXPECT_EQ(b.GetScrollPos(), 0);
 
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     RECT update;
     b.GetRange(lo, hi);
     EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE)) << "reading the range invalidates the bar";
@@ -326,12 +318,12 @@ TEST_F(ScrollbarTest, ScrollInfoTakesRangeAndPageAsGivenAndClampsThePosition) {
     b.GetRange(lo, hi);
     EXPECT_EQ(lo, 40);
     EXPECT_EQ(hi, 40);
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     EXPECT_EQ(ThumbTop(), 8);
 
     EXPECT_FALSE(b.SetScrollInfo(nullptr, TRUE));
     EXPECT_FALSE(b.GetScrollInfo(nullptr, SIF_ALL));
-    EXPECT_EQ(parent->Take(), "-") << "scroll info is silent";
+    EXPECT_EQ(parent.Take(), "-") << "scroll info is silent";
 }
 
 TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
@@ -339,8 +331,9 @@ TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
     b.SetScrollPos(40, TRUE);
     b.SetScrollPos(500, FALSE);
     b.SetScrollPos(100, FALSE);
-    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBPOSITION,40,bar);VSCROLL(THUMBPOSITION,100,bar);"
-                              "VSCROLL(THUMBPOSITION,100,bar)");
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_THUMBPOSITION,40,bar);VSCROLL(SB_THUMBPOSITION,100,bar);"
+              "VSCROLL(SB_THUMBPOSITION,100,bar)");
     EXPECT_EQ(b.GetScrollPos(), 100);
 }
 
@@ -348,8 +341,8 @@ TEST_F(ScrollbarTest, BeforeASkinTheBarIsHorizontalAndPaintsNothing) {
     ProbeBar& b = MakeBar(false);
     EXPECT_FALSE(b.m_bVertical);
     b.SetScrollPos(3, TRUE);
-    EXPECT_EQ(parent->Take(), "HSCROLL(THUMBPOSITION,3,bar)");
-    D().RunUntilIdle();
+    EXPECT_EQ(parent.Take(), "HSCROLL(SB_THUMBPOSITION,3,bar)");
+    desktop.RunUntilIdle();
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 5), kSentinel) << "no drawing of its own: what lies beneath shows";
 }
 
@@ -357,115 +350,115 @@ TEST_F(ScrollbarTest, BeforeASkinTheBarIsHorizontalAndPaintsNothing) {
 
 TEST_F(ScrollbarTest, LineStepAtTheMinimumStillNotifies) {
     ProbeBar& b = MakeBar();
-    D().Tap(kX + 5, kY + 3);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)");
+    Tap(3);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)");
     EXPECT_EQ(b.GetScrollPos(), 0);
 
-    D().Tap(kX + 5, kY + 35);
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 1);
     b.SetLineSize(30);
     b.SetScrollPos(90, FALSE);
-    D().Advance(600);  // apart by more than the double-click time
-    D().Tap(kX + 5, kY + 35);
+    desktop.Advance(600);  // apart by more than the double-click time
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 100) << "a line step stops at the maximum";
-    D().Advance(600);
-    D().Tap(kX + 5, kY + 35);
+    desktop.Advance(600);
+    Tap(35);
     EXPECT_EQ(b.GetScrollPos(), 100);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(THUMBPOSITION,90,bar);VSCROLL(LINEDOWN,0,bar);"
-                              "VSCROLL(LINEDOWN,0,bar)");
-    D().Advance(600);
-    D().Tap(kX + 5, kY + 3);
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_THUMBPOSITION,90,bar);VSCROLL(SB_LINEDOWN,0,bar);"
+              "VSCROLL(SB_LINEDOWN,0,bar)");
+    desktop.Advance(600);
+    Tap(3);
     EXPECT_EQ(b.GetScrollPos(), 70);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)") << "no pointer messages are forwarded";
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)") << "no pointer messages are forwarded";
 }
 
 // The bar's window class takes double clicks, and the bar has no use for them: of two quick
 // taps on an arrow only the first steps.
 TEST_F(ScrollbarTest, ASecondQuickTapIsADoubleClickTheBarIgnores) {
     ProbeBar& b = MakeBar();
-    D().Tap(kX + 5, kY + 35);
-    D().Advance(100);
-    D().Tap(kX + 5, kY + 35);
-    D().Advance(100);
-    D().Tap(kX + 5, kY + 35);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar)");
+    Tap(35);
+    desktop.Advance(100);
+    Tap(35);
+    desktop.Advance(100);
+    Tap(35);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
     EXPECT_EQ(b.GetScrollPos(), 2);
 }
 
 TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
     ProbeBar& b = MakeBar();
-    parent->timed = true;
-    D().PointerDown(kX + 5, kY + 35);
-    D().Advance(250);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)@0;VSCROLL(LINEDOWN,0,bar)@100;VSCROLL(LINEDOWN,0,bar)@200");
+    parent.timed = true;
+    Down(35);
+    desktop.Advance(250);
+    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_LINEDOWN,0,bar)", 0, 100, 3));
 
     // Off the arrow the repeat pauses and the arrow looks released; back on, it resumes.
-    D().PointerMove(kX + 5, kY + 20);
-    D().Advance(100);
-    EXPECT_EQ(parent->Take(), "-");
+    Move(20);
+    desktop.Advance(100);
+    EXPECT_EQ(parent.Take(), "-");
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDown);
-    D().PointerMove(kX + 5, kY + 36);
-    D().Advance(100);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)@400");
+    Move(36);
+    desktop.Advance(100);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)@400");
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 34), kDownPressed);
     EXPECT_EQ(b.GetScrollPos(), 4);
 
-    D().PointerUp(kX + 5, kY + 36);
-    D().Advance(500);
-    EXPECT_EQ(parent->Take(), "-") << "the release kills the timer";
+    Up(36);
+    desktop.Advance(500);
+    EXPECT_EQ(parent.Take(), "-") << "the release kills the timer";
 }
 
 TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
     ProbeBar& b = MakeBar();
-    parent->timed = true;
-    D().PointerDown(kX + 5, kY + 31);  // the track's last row, below the thumb all the way
-    D().Advance(1000);
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEDOWN,0,bar)@0;VSCROLL(PAGEDOWN,0,bar)@100;VSCROLL(PAGEDOWN,0,bar)@200;"
-                              "VSCROLL(PAGEDOWN,0,bar)@300;VSCROLL(PAGEDOWN,0,bar)@400");
+    parent.timed = true;
+    Down(31);  // the track's last row, below the thumb all the way
+    desktop.Advance(1000);
+    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEDOWN,0,bar)", 0, 100, 5));
     EXPECT_EQ(b.GetScrollPos(), 100);
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 4)) << "the page-down timer killed itself at the maximum";
-    D().PointerUp(kX + 5, kY + 31);
+    Up(31);
 }
 
 TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
     ProbeBar& b = MakeBar();
     b.SetScrollPos(100, TRUE);
     EXPECT_EQ(b.SetPagesize(30), 30);
-    D().RunUntilIdle();
-    parent->Take();
-    parent->timed = true;
-    D().PointerDown(kX + 5, kY + 8);  // the track's first row
-    D().Advance(600);
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,bar)@0;VSCROLL(PAGEUP,0,bar)@100;VSCROLL(PAGEUP,0,bar)@200;"
-                              "VSCROLL(PAGEUP,0,bar)@300");
+    desktop.RunUntilIdle();
+    parent.Take();
+    parent.timed = true;
+    Down(8);  // the track's first row
+    desktop.Advance(600);
+    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEUP,0,bar)", 0, 100, 4));
     EXPECT_EQ(b.GetScrollPos(), 0) << "100, 70, 40, 10, then the minimum";
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 3));
-    D().PointerUp(kX + 5, kY + 8);
+    Up(8);
 
     // Once the thumb reaches the pointer the repeat idles: at 70 the thumb covers rows 20-25.
     b.SetScrollPos(100, TRUE);
-    D().RunUntilIdle();
-    parent->Take();
-    D().PointerDown(kX + 5, kY + 22);
-    D().Advance(500);
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,bar)@600");
+    desktop.RunUntilIdle();
+    parent.Take();
+    Down(22);
+    desktop.Advance(500);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@600");
     EXPECT_EQ(b.GetScrollPos(), 70);
-    D().PointerUp(kX + 5, kY + 22);
+    Up(22);
 }
 
 TEST_F(ScrollbarTest, DragBeyondEitherEndGivesTheLimitsAndReleaseReportsThePosition) {
     MakeBar();
-    D().PointerDown(kX + 5, kY + 10);  // on the thumb, rows 8-13
-    D().PointerMove(kX + 5, kY - 30);
-    D().PointerMove(kX + 5, kY + 200);
-    D().PointerMove(kX + 5, kY + 20);  // (20 - 3 - 8) x 100 / 18
-    D().PointerMove(kX + 5, kY + 10);  // within half a thumb of the top
-    D().PointerMove(kX + 5, kY + 30);  // within half a thumb of the bottom
-    D().PointerMove(kX + 5, kY + 29);
-    D().PointerUp(kX + 5, kY + 29);
-    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,0,bar);VSCROLL(THUMBTRACK,100,bar);VSCROLL(THUMBTRACK,50,bar);"
-                              "VSCROLL(THUMBTRACK,0,bar);VSCROLL(THUMBTRACK,100,bar);VSCROLL(THUMBTRACK,100,bar);"
-                              "VSCROLL(THUMBPOSITION,100,bar)");
+    Down(10);  // on the thumb, rows 8-13
+    Move(-30);
+    Move(200);
+    Move(20);  // (20 - 3 - 8) x 100 / 18
+    Move(10);  // within half a thumb of the top
+    Move(30);  // within half a thumb of the bottom
+    Move(29);
+    Up(29);
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_THUMBTRACK,0,bar);VSCROLL(SB_THUMBTRACK,100,bar);VSCROLL(SB_THUMBTRACK,50,bar);"
+              "VSCROLL(SB_THUMBTRACK,0,bar);VSCROLL(SB_THUMBTRACK,100,bar);VSCROLL(SB_THUMBTRACK,100,bar);"
+              "VSCROLL(SB_THUMBPOSITION,100,bar)");
     EXPECT_EQ(bar->GetScrollPos(), 100);
     EXPECT_EQ(ThumbTop(), 26);
 }
@@ -473,48 +466,55 @@ TEST_F(ScrollbarTest, DragBeyondEitherEndGivesTheLimitsAndReleaseReportsThePosit
 TEST_F(ScrollbarTest, DraggedPositionsKeepTheOffsetOfANonZeroMinimum) {
     ProbeBar& b = MakeBar();
     b.SetScrollRange(50, 150);
-    D().RunUntilIdle();
-    parent->Take();
-    D().PointerDown(kX + 5, kY + 10);
-    D().PointerMove(kX + 5, kY + 20);  // the track's middle reports 50, not 100
-    D().PointerMove(kX + 5, kY - 5);
-    D().PointerMove(kX + 5, kY + 45);
-    D().PointerUp(kX + 5, kY + 45);
-    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,50,bar);VSCROLL(THUMBTRACK,50,bar);VSCROLL(THUMBTRACK,150,bar);"
-                              "VSCROLL(THUMBPOSITION,150,bar)");
+    desktop.RunUntilIdle();
+    parent.Take();
+    Down(10);
+    Move(20);  // the track's middle reports 50, not 100
+    Move(-5);
+    Move(45);
+    Up(45);
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_THUMBTRACK,50,bar);VSCROLL(SB_THUMBTRACK,50,bar);VSCROLL(SB_THUMBTRACK,150,bar);"
+              "VSCROLL(SB_THUMBPOSITION,150,bar)");
 }
 
 // ---- keys, focus, incoming scroll messages ---------------------------------------------------
 
+// Keys step along the bar only: left and right are not a vertical bar's keys, up and down
+// not a horizontal one's (an unskinned bar is horizontal).
 TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {
-    ProbeBar& b = MakeBar();
-    ::SetFocus(b.m_hWnd);
-    for (UINT key : {VK_NEXT, VK_DOWN, VK_UP, VK_PRIOR, VK_LEFT, VK_RIGHT}) {
-        D().KeyDown(key);
-        D().KeyUp(key);
+    const struct {
+        bool vertical;
+        std::initializer_list<UINT> keys;
+        const char* log;
+        long pos;
+    } cases[] = {
+        {true,
+         {VK_NEXT, VK_DOWN, VK_UP, VK_PRIOR, VK_LEFT, VK_RIGHT},
+         "VSCROLL(SB_PAGEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEUP,0,bar);VSCROLL(SB_PAGEUP,0,bar)",
+         0},
+        {false,
+         {VK_RIGHT, VK_RIGHT, VK_LEFT, VK_UP, VK_DOWN},
+         "HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEDOWN,0,bar);HSCROLL(SB_LINEUP,0,bar)",
+         1},
+    };
+    for (const auto& c : cases) {
+        ProbeBar& b = MakeBar(c.vertical);
+        ::SetFocus(b.m_hWnd);
+        for (UINT key : c.keys) Press(key);
+        EXPECT_EQ(parent.Take(), c.log);
+        EXPECT_EQ(b.GetScrollPos(), c.pos);
     }
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEUP,0,bar);"
-                              "VSCROLL(PAGEUP,0,bar)")
-        << "left and right are not a vertical bar's keys";
-    EXPECT_EQ(b.GetScrollPos(), 0);
-}
-
-TEST_F(ScrollbarTest, AHorizontalBarTakesLeftAndRight) {
-    ProbeBar& b = MakeBar(false);
-    ::SetFocus(b.m_hWnd);
-    for (UINT key : {VK_RIGHT, VK_RIGHT, VK_LEFT, VK_UP, VK_DOWN}) D().KeyDown(key);
-    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,bar);HSCROLL(LINEDOWN,0,bar);HSCROLL(LINEUP,0,bar)");
-    EXPECT_EQ(b.GetScrollPos(), 1);
 }
 
 TEST_F(ScrollbarTest, LosingTheFocusStopsTheRepeat) {
     ProbeBar& b = MakeBar();
-    D().PointerDown(kX + 5, kY + 35);
-    D().Advance(150);
-    ::SetFocus(parent->hwnd());
-    D().Advance(500);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);VSCROLL(LINEDOWN,0,bar)");
-    D().PointerUp(kX + 5, kY + 35);
+    Down(35);
+    desktop.Advance(150);
+    ::SetFocus(parent.m_hWnd);
+    desktop.Advance(500);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
+    Up(35);
     EXPECT_EQ(b.GetScrollPos(), 2);
 }
 
@@ -523,8 +523,8 @@ TEST_F(ScrollbarTest, AScrollMessageSentToTheBarOnlyRepaintsIt) {
     ::SendMessageW(b.m_hWnd, WM_VSCROLL, MAKEWPARAM(SB_LINEDOWN, 0), 0);
     RECT update;
     EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE));
-    D().RunUntilIdle();
-    EXPECT_EQ(parent->Take(), "-");
+    desktop.RunUntilIdle();
+    EXPECT_EQ(parent.Take(), "-");
     EXPECT_EQ(b.GetScrollPos(), 0);
 }
 
@@ -533,21 +533,21 @@ TEST_F(ScrollbarTest, AScrollMessageSentToTheBarOnlyRepaintsIt) {
 TEST_F(ScrollbarTest, MissingPiecesLoadNothingAndPaintAroundTheGaps) {
     ProbeBar& b = MakeBar(false);
     // Thumb pieces left out, a file that does not exist for the pressed up arrow.
-    b.LoadSkin(skins->Path("up") + L"|" + skins->Path("nowhere") + L"|" + skins->Path("track") + L"|", L"");
-    D().RunUntilIdle();
+    b.LoadSkin(skins.Skin({"up", "nowhere", "track"}), L"");
+    desktop.RunUntilIdle();
     CRect window;
     b.GetWindowRect(&window);
     EXPECT_EQ(window.Size(), CSize(12, 40)) << "the sizes that could be read";
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 9), TrackArt(5, 1)) << "no thumb";
-    D().Tap(kX + 5, kY + 3);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,bar)");
+    Tap(3);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEUP,0,bar)");
 
     b.LoadSkin(L"no bar at all", L"");
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     b.GetWindowRect(&window);
     EXPECT_EQ(window.Size(), CSize(0, 0)) << "nothing loaded: nothing to size by";
     b.LoadBitmapW(1, 2, 3, 4, 5, 6, 7, nullptr);  // identifiers nobody has
-    D().RunUntilIdle();
+    desktop.RunUntilIdle();
     EXPECT_EQ(ScreenPixel(kX, kY), kSentinel);
 }
 
@@ -557,30 +557,31 @@ TEST_F(ScrollbarTest, ReloadingAndDestroyingReleaseEveryBitmap) {
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7);
     b.LoadSkin(SkinString(), L"");
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 7) << "a load replaces the previous bitmaps";
-    D().PointerDown(kX + 5, kY + 35);
+    Down(35);
     ::DestroyWindow(b.m_hWnd);  // the window goes first, the object later
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
-    D().Advance(300);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar)");
+    desktop.Advance(300);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)");
 }
 
 TEST_F(ScrollbarTest, AParentMayDeleteTheBarFromItsNotification) {
     MakeBar();
-    parent->onScroll = [this](UINT, WPARAM wParam, LPARAM) {
-        if (LOWORD(wParam) == SB_LINEDOWN || LOWORD(wParam) == SB_THUMBTRACK) bar.reset();
+    parent.onMessage = [this](UINT message, WPARAM wParam, LPARAM) {
+        if (message == WM_VSCROLL && (LOWORD(wParam) == SB_LINEDOWN || LOWORD(wParam) == SB_THUMBTRACK)) bar.reset();
     };
-    D().PointerDown(kX + 5, kY + 35);
+    Down(35);
     EXPECT_EQ(bar, nullptr);
-    D().Advance(300);
-    D().PointerUp(kX + 5, kY + 35);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEDOWN,0,bar);LBUTTONUP(15,45)") << "no repeat; the release finds the parent";
+    desktop.Advance(300);
+    Up(35);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);LBUTTONUP(0,15,45)")
+        << "no repeat; the release finds the parent";
 
     MakeBar();
-    D().PointerDown(kX + 5, kY + 10);
-    D().PointerMove(kX + 5, kY + 20);
-    D().PointerUp(kX + 5, kY + 20);
+    Down(10);
+    Move(20);
+    Up(20);
     EXPECT_EQ(bar, nullptr);
-    EXPECT_EQ(parent->Take(), "VSCROLL(THUMBTRACK,50,bar);LBUTTONUP(15,30)");
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBTRACK,50,bar);LBUTTONUP(0,15,30)");
 }
 
 }  // namespace

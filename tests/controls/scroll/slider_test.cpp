@@ -1,21 +1,14 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
-#include <zel/desktop.h>
-
 #include <memory>
 
 #include "CZELSlider.h"
-#include "scroll_fixture.h"
+#include "support/control_test.h"
 #include "support/golden.h"
 
 namespace {
 
-using scrolltest::Hex;
-using scrolltest::kSentinel;
-using scrolltest::Row;
-using scrolltest::ScreenPixel;
-
-zel::Desktop& D() { return zel::Desktop::Get(); }
+using namespace zel::test;
 
 // The nine-piece skin: 6 x 16 caps, 3-pixel channel end pieces (the right one 5 wide, of
 // which only the left piece's 3 columns show), an empty channel dark at its top and bottom
@@ -27,13 +20,9 @@ const COLORREF kChannel = RGB(235, 235, 235), kChannelEdge = RGB(70, 70, 70), kF
 const COLORREF kThumb = RGB(30, 30, 30), kThumbReleased = RGB(30, 30, 200), kThumbPressed = RGB(200, 30, 30);
 const COLORREF kKey = RGB(255, 0, 255);
 constexpr int kX = 10, kY = 10;
+const CRect kFence(kX - 1, kY - 1, kX + 81, kY + 17);  // the nine-piece slider and a pixel around it
 
 COLORREF ChannelArt(int, int y) { return y < 4 || y >= 12 ? kChannelEdge : kChannel; }
-bool Notch(int x, int y) { return (x == 0 || x == 7) && (y < 3 || y >= 13); }
-
-scrolltest::Art ThumbArt(COLORREF body) {
-    return {8, 16, [body](int x, int y) { return Notch(x, y) ? kKey : body; }};
-}
 
 // Progress art: colours that encode their own coordinates, so an offset source shows.
 COLORREF HBack(int x, int y) { return RGB(20, 20 + y, 20 + x); }
@@ -50,50 +39,42 @@ public:
     using CZELSlider::m_rcThumb;
 };
 
-class SliderTest : public scrolltest::ControlTest {
+class SliderTest : public ControlTest {
 protected:
+    SliderTest() : ControlTest(CRect(0, 0, 120, 100)) {}
     void SetUp() override {
         ControlTest::SetUp();
-        parent = std::make_unique<scrolltest::Parent>();
-        skins = std::make_unique<scrolltest::SkinFolder>();
-        skins->Write("lcap", scrolltest::Solid(6, 16, kLeftCap));
-        skins->Write("rcap", scrolltest::Solid(6, 16, kRightCap));
-        skins->Write("lpiece", scrolltest::Solid(3, 16, kLeftPiece));
-        skins->Write("rpiece", {5, 16, [](int x, int) { return x < 3 ? kRightPiece : kRightPieceTail; }});
-        skins->Write("channel", {2, 16, ChannelArt});
-        skins->Write("fill", scrolltest::Solid(2, 6, kFill));
-        skins->Write("thumb", ThumbArt(kThumb));
-        skins->Write("thumb_up", ThumbArt(kThumbReleased));
-        skins->Write("thumb_down", ThumbArt(kThumbPressed));
-        skins->Write("hback", {40, 10, HBack});
-        skins->Write("hfill", {40, 10, HFill});
-        skins->Write("vback", {10, 40, VBack});
-        skins->Write("vfill", {10, 50, VFill});  // taller than the slider: its bottom is used
+        skins.Solid("lcap", 6, 16, kLeftCap);
+        skins.Solid("rcap", 6, 16, kRightCap);
+        skins.Solid("lpiece", 3, 16, kLeftPiece);
+        skins.Pixels("rpiece", 5, 16, [](int x, int) { return x < 3 ? kRightPiece : kRightPieceTail; });
+        skins.Pixels("channel", 2, 16, ChannelArt);
+        skins.Solid("fill", 2, 6, kFill);
+        for (auto [name, body] :
+             {std::pair{"thumb", kThumb}, {"thumb_up", kThumbReleased}, {"thumb_down", kThumbPressed}})
+            skins.Keyed(name, 8, 16, body, kKey, {{0, 0, 1, 3}, {7, 0, 8, 3}, {0, 13, 1, 16}, {7, 13, 8, 16}});
+        skins.Pixels("hback", 40, 10, HBack);
+        skins.Pixels("hfill", 40, 10, HFill);
+        skins.Pixels("vback", 10, 40, VBack);
+        skins.Pixels("vfill", 10, 50, VFill);  // taller than the slider: its bottom is used
     }
     void TearDown() override {
         slider.reset();
-        parent.reset();
-        skins.reset();
         ControlTest::TearDown();
     }
 
-    CString Skin(std::initializer_list<const char*> names) const {
-        CString s;
-        for (const char* name : names) s += skins->Path(name) + L"|";
-        return s;
-    }
     CString NinePieces() const {
-        return Skin({"lcap", "rcap", "thumb", "thumb_up", "thumb_down", "fill", "channel", "lpiece", "rpiece"});
+        return skins.Skin({"lcap", "rcap", "thumb", "thumb_up", "thumb_down", "fill", "channel", "lpiece", "rpiece"});
     }
 
     ProbeSlider& MakeSlider(int width, int height, const CString& skin) {
         slider = std::make_unique<ProbeSlider>();
-        EXPECT_TRUE(slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height),
-                                   parent->wnd(), 77));
-        parent->Name(slider->m_hWnd, "slider");
+        EXPECT_TRUE(
+            slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height), &parent, 77));
+        parent.Name(slider->m_hWnd, "slider");
         if (!skin.IsEmpty()) slider->LoadSkin(skin, L"");
-        D().RunUntilIdle();
-        parent->Take();
+        desktop.RunUntilIdle();
+        parent.Take();
         return *slider;
     }
     ProbeSlider& MakeNinePiece() { return MakeSlider(80, 30, NinePieces()); }
@@ -104,10 +85,8 @@ protected:
             if (ScreenPixel(kX + x, kY + 8) == body) return x;
         return -1;
     }
-    void Show() { D().RunUntilIdle(); }
+    void Show() { desktop.RunUntilIdle(); }
 
-    std::unique_ptr<scrolltest::Parent> parent;
-    std::unique_ptr<scrolltest::SkinFolder> skins;
     std::unique_ptr<ProbeSlider> slider;
 };
 
@@ -149,7 +128,7 @@ TEST_F(SliderTest, NinePieceSkinTakesTheCapHeightAndLaysTheChannelBetweenTheCaps
     EXPECT_EQ(ScreenPixel(kX + 37, kY + 0), kThumb);
     EXPECT_EQ(ScreenPixel(kX + 40, kY + 16), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 80, kY + 8), kSentinel);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
 }
 
 TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft) {
@@ -172,15 +151,15 @@ TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft
 }
 
 TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
-    HINSTANCE module = skins->Module({{201, "lcap"},
-                                      {202, "rcap"},
-                                      {203, "thumb"},
-                                      {204, "thumb_up"},
-                                      {205, "thumb_down"},
-                                      {206, "fill"},
-                                      {207, "channel"},
-                                      {208, "lpiece"},
-                                      {209, "rpiece"}});
+    HINSTANCE module = skins.Module({{201, "lcap"},
+                                     {202, "rcap"},
+                                     {203, "thumb"},
+                                     {204, "thumb_up"},
+                                     {205, "thumb_down"},
+                                     {206, "fill"},
+                                     {207, "channel"},
+                                     {208, "lpiece"},
+                                     {209, "rpiece"}});
     ProbeSlider& s = MakeSlider(80, 30, L"");
     const UINT ends[] = {201, 202}, thumb[] = {203, 204, 0x30000 | 205}, channel[] = {206, 207, 208, 209};
     HINSTANCE before = AfxGetResourceHandle();
@@ -188,7 +167,7 @@ TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
     EXPECT_EQ(AfxGetResourceHandle(), before);
     s.SetPos(50);
     Show();
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "normal", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
 
     s.LoadBitmapW(nullptr, nullptr, nullptr, module);  // no arrays: nothing to load
     Show();
@@ -250,28 +229,29 @@ TEST_F(SliderTest, SetRangeRestartsAtTheNewMinimumUnlessTheValueLandsOnTheNewMax
     EXPECT_EQ(s.GetPos(), 100);
     s.SetPos(-3);
     EXPECT_EQ(s.GetPos(), 0);
-    EXPECT_EQ(parent->Take(), "-") << "range and position changes from the host are silent";
+    EXPECT_EQ(parent.Take(), "-") << "range and position changes from the host are silent";
 }
 
 TEST_F(SliderTest, LineStepsNotifyOnlyWhenTheyMove) {
     ProbeSlider& s = MakeNinePiece();
     s.LineLeft();
     s.Linedown();
-    EXPECT_EQ(parent->Take(), "-") << "at the minimum nothing moves and nothing is sent";
+    EXPECT_EQ(parent.Take(), "-") << "at the minimum nothing moves and nothing is sent";
     s.LineRight();
     s.LineUp();
     EXPECT_EQ(s.GetPos(), 2) << "LineUp raises the value";
     s.Linedown();
     s.LineLeft();
     EXPECT_EQ(s.GetPos(), 0);
-    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider);VSCROLL(LINEUP,0,slider);VSCROLL(LINEDOWN,0,slider);"
-                              "HSCROLL(LINEUP,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_LINEDOWN,0,slider);VSCROLL(SB_LINEUP,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
+              "HSCROLL(SB_LINEUP,0,slider)");
     EXPECT_EQ(s.SetLineSize(30), 1) << "returns the previous line";
     s.SetPos(90);
     s.LineRight();
     EXPECT_EQ(s.GetPos(), 100);
     s.LineUp();
-    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider)");
+    EXPECT_EQ(parent.Take(), "HSCROLL(SB_LINEDOWN,0,slider)");
 }
 
 TEST_F(SliderTest, PageStepsAlwaysNotifyAsHorizontal) {
@@ -289,33 +269,30 @@ TEST_F(SliderTest, PageStepsAlwaysNotifyAsHorizontal) {
     s.Rightpage();
     s.Rightpage();
     EXPECT_EQ(s.GetPos(), 100);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider);HSCROLL(PAGEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider);"
-                              "HSCROLL(PAGEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider)");
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_PAGEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);"
+              "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider)");
 }
 
 // ---- pointer --------------------------------------------------------------------------------
 
 TEST_F(SliderTest, PressBesideTheThumbPagesEvery500msUntilTheThumbReachesThePointer) {
     ProbeSlider& s = MakeNinePiece();
-    parent->timed = true;
-    D().PointerDown(kX + 70, kY + 8);
-    D().Advance(3000);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider)@0;HSCROLL(PAGEDOWN,0,slider)@500;"
-                              "HSCROLL(PAGEDOWN,0,slider)@1000;HSCROLL(PAGEDOWN,0,slider)@1500;"
-                              "HSCROLL(PAGEDOWN,0,slider)@2000")
+    parent.timed = true;
+    desktop.PointerDown(kX + 70, kY + 8);
+    desktop.Advance(3000);
+    EXPECT_EQ(parent.Take(), Repeats("HSCROLL(SB_PAGEDOWN,0,slider)", 0, 500, 5))
         << "at 100 the thumb (66-73) covers x 70";
     EXPECT_EQ(s.GetPos(), 100);
-    D().PointerUp(kX + 70, kY + 8);
+    desktop.PointerUp(kX + 70, kY + 8);
 
     // Beside the thumb at the far end, the repeat goes on at the limit.
-    D().Advance(1000);
-    D().PointerDown(kX + 2, kY + 8);
-    D().Advance(2600);
-    D().PointerUp(kX + 2, kY + 8);
-    D().Advance(1000);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider)@4000;HSCROLL(PAGEUP,0,slider)@4500;"
-                              "HSCROLL(PAGEUP,0,slider)@5000;HSCROLL(PAGEUP,0,slider)@5500;"
-                              "HSCROLL(PAGEUP,0,slider)@6000;HSCROLL(PAGEUP,0,slider)@6500")
+    desktop.Advance(1000);
+    desktop.PointerDown(kX + 2, kY + 8);
+    desktop.Advance(2600);
+    desktop.PointerUp(kX + 2, kY + 8);
+    desktop.Advance(1000);
+    EXPECT_EQ(parent.Take(), Repeats("HSCROLL(SB_PAGEUP,0,slider)", 4000, 500, 6))
         << "the last at the minimum already";
     EXPECT_EQ(s.GetPos(), 0);
     EXPECT_EQ(s.m_nThumbState, 2) << "any release leaves the released thumb";
@@ -323,37 +300,38 @@ TEST_F(SliderTest, PressBesideTheThumbPagesEvery500msUntilTheThumbReachesThePoin
 
 TEST_F(SliderTest, RepeatStopsWhileThePointerIsAwayAndOnFocusLoss) {
     ProbeSlider& s = MakeNinePiece();
-    D().PointerDown(kX + 70, kY + 8);
-    D().PointerMove(kX + 70, kY + 40);  // below the slider: outside the client area
-    D().Advance(1000);
+    desktop.PointerDown(kX + 70, kY + 8);
+    desktop.PointerMove(kX + 70, kY + 40);  // below the slider: outside the client area
+    desktop.Advance(1000);
     EXPECT_EQ(s.GetPos(), 20);
-    D().PointerMove(kX + 70, kY + 8);
-    D().Advance(500);
+    desktop.PointerMove(kX + 70, kY + 8);
+    desktop.Advance(500);
     EXPECT_EQ(s.GetPos(), 40);
-    ::SetFocus(parent->hwnd());
+    ::SetFocus(parent.m_hWnd);
     EXPECT_EQ(s.m_nThumbState, 0);
-    D().Advance(2000);
+    desktop.Advance(2000);
     EXPECT_EQ(s.GetPos(), 40);
-    D().PointerUp(kX + 70, kY + 8);
+    desktop.PointerUp(kX + 70, kY + 8);
 }
 
 TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
     ProbeSlider& s = MakeNinePiece();
-    D().PointerDown(kX + 10, kY + 8);  // on the thumb at 0 (x 6-13)
+    desktop.PointerDown(kX + 10, kY + 8);  // on the thumb at 0 (x 6-13)
     EXPECT_TRUE(s.m_bDragging);
     EXPECT_EQ(ThumbLeft(kThumbPressed), 6);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "pressed", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
-    D().PointerMove(kX - 50, kY + 8);
-    D().PointerMove(kX + 300, kY - 40);
-    D().PointerMove(kX + 40, kY + 8);  // (40 - 4 - 6) x 100 / 60
-    D().PointerUp(kX + 40, kY + 8);
-    EXPECT_EQ(parent->Take(), "HSCROLL(THUMBTRACK,0,slider);HSCROLL(THUMBTRACK,100,slider);"
-                              "HSCROLL(THUMBTRACK,50,slider);HSCROLL(THUMBPOSITION,50,slider)");
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "pressed", kFence));
+    desktop.PointerMove(kX - 50, kY + 8);
+    desktop.PointerMove(kX + 300, kY - 40);
+    desktop.PointerMove(kX + 40, kY + 8);  // (40 - 4 - 6) x 100 / 60
+    desktop.PointerUp(kX + 40, kY + 8);
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_THUMBTRACK,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
+              "HSCROLL(SB_THUMBTRACK,50,slider);HSCROLL(SB_THUMBPOSITION,50,slider)");
     EXPECT_FALSE(s.m_bDragging);
     EXPECT_EQ(ThumbLeft(kThumbReleased), 36);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "released", CRect(kX - 1, kY - 1, kX + 81, kY + 17)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "released", kFence));
 
-    ::SetFocus(parent->hwnd());
+    ::SetFocus(parent.m_hWnd);
     Show();
     EXPECT_EQ(ThumbLeft(kThumb), 36) << "losing the focus shows the normal thumb";
 }
@@ -361,26 +339,27 @@ TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
 TEST_F(SliderTest, MoveStyleJumpsToThePressAndReadsAsAPageStep) {
     ProbeSlider& s = MakeNinePiece();
     s.SetMoveStyle(true);
-    D().PointerDown(kX + 40, kY + 8);  // 100 x (40 - 6) / 68
+    desktop.PointerDown(kX + 40, kY + 8);  // 100 x (40 - 6) / 68
     EXPECT_EQ(s.GetPos(), 50);
     EXPECT_EQ(s.m_nThumbState, 0) << "a jump does not press the thumb";
-    D().PointerMove(kX + 70, kY + 8);
-    D().PointerUp(kX + 70, kY + 8);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider);HSCROLL(THUMBTRACK,100,slider);"
-                              "HSCROLL(THUMBPOSITION,100,slider)");
+    desktop.PointerMove(kX + 70, kY + 8);
+    desktop.PointerUp(kX + 70, kY + 8);
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_THUMBTRACK,100,slider);"
+              "HSCROLL(SB_THUMBPOSITION,100,slider)");
 
     // Outside the channel (on a cap) a press pages as usual.
-    D().Advance(1000);
-    D().PointerDown(kX + 2, kY + 8);
-    D().PointerUp(kX + 2, kY + 8);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEUP,0,slider)");
+    desktop.Advance(1000);
+    desktop.PointerDown(kX + 2, kY + 8);
+    desktop.PointerUp(kX + 2, kY + 8);
+    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEUP,0,slider)");
     EXPECT_EQ(s.GetPos(), 80);
 }
 
 // ---- progress style and vertical mode ----------------------------------------------------------
 
 TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
-    ProbeSlider& s = MakeSlider(40, 10, Skin({"hback", "hfill"}));
+    ProbeSlider& s = MakeSlider(40, 10, skins.Skin({"hback", "hfill"}));
     EXPECT_EQ(s.m_rcChannel, CRect(0, 0, 40, 10)) << "the two-piece skin selects the progress style";
     EXPECT_TRUE(s.m_rcThumb.IsRectEmpty());
     s.SetPos(25);
@@ -390,8 +369,7 @@ TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
             ASSERT_EQ(ScreenPixel(kX + x, kY + y), x < 10 ? HFill(x, y) : HBack(x, y)) << x << "," << y;
     EXPECT_EQ(ScreenPixel(kX + 40, kY + 5), kSentinel);
     EXPECT_EQ(ScreenPixel(kX + 5, kY + 10), kSentinel);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "progress_horizontal",
-                                               CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_horizontal", CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
     s.SetRange(0, 0, TRUE);
     Show();
     EXPECT_EQ(ScreenPixel(kX, kY), HBack(0, 0)) << "an empty range fills nothing";
@@ -399,7 +377,7 @@ TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
 
 TEST_F(SliderTest, VerticalProgressFillsUpwardFromTheFillBitmapsBottom) {
     ProbeSlider& s = MakeSlider(10, 40, L"");
-    HINSTANCE module = skins->Module({{301, "vback"}, {302, "vfill"}});
+    HINSTANCE module = skins.Module({{301, "vback"}, {302, "vfill"}});
     s.LoadBitmapW(301, 302, module);
     s.SetStyle(1);
     s.SetvStyle(true);
@@ -409,23 +387,23 @@ TEST_F(SliderTest, VerticalProgressFillsUpwardFromTheFillBitmapsBottom) {
     for (int y = 0; y < 40; ++y)
         ASSERT_EQ(ScreenPixel(kX + 3, kY + y), y >= 30 ? VFill(3, y + 10) : VBack(3, y)) << "row " << y;
     EXPECT_EQ(ScreenPixel(kX + 3, kY + 40), kSentinel);
-    EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELSlider", "progress_vertical",
-                                               CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
+    EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_vertical", CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
 }
 
 TEST_F(SliderTest, VerticalPointerArithmeticHasTheMinimumAtTheBottom) {
-    ProbeSlider& s = MakeSlider(10, 40, Skin({"vback", "vfill"}));
+    ProbeSlider& s = MakeSlider(10, 40, skins.Skin({"vback", "vfill"}));
     s.SetvStyle(true);
     s.SetMoveStyle(true);
-    D().PointerDown(kX + 5, kY + 30);  // 100 x (40 - 30) / 40
+    desktop.PointerDown(kX + 5, kY + 30);  // 100 x (40 - 30) / 40
     EXPECT_EQ(s.GetPos(), 25);
-    D().PointerMove(kX + 5, kY - 10);
-    D().PointerMove(kX + 5, kY + 50);
-    D().PointerMove(kX + 5, kY + 20);
-    D().PointerUp(kX + 5, kY + 20);
-    EXPECT_EQ(parent->Take(), "VSCROLL(PAGEUP,0,slider);VSCROLL(THUMBTRACK,100,slider);"
-                              "VSCROLL(THUMBTRACK,0,slider);VSCROLL(THUMBTRACK,50,slider);"
-                              "VSCROLL(THUMBPOSITION,50,slider)");
+    desktop.PointerMove(kX + 5, kY - 10);
+    desktop.PointerMove(kX + 5, kY + 50);
+    desktop.PointerMove(kX + 5, kY + 20);
+    desktop.PointerUp(kX + 5, kY + 20);
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_PAGEUP,0,slider);VSCROLL(SB_THUMBTRACK,100,slider);"
+              "VSCROLL(SB_THUMBTRACK,0,slider);VSCROLL(SB_THUMBTRACK,50,slider);"
+              "VSCROLL(SB_THUMBPOSITION,50,slider)");
 }
 
 // ---- keys -------------------------------------------------------------------------------------
@@ -433,15 +411,17 @@ TEST_F(SliderTest, VerticalPointerArithmeticHasTheMinimumAtTheBottom) {
 TEST_F(SliderTest, KeysMoveTheThumbTheWayTheyPoint) {
     ProbeSlider& s = MakeNinePiece();
     ::SetFocus(s.m_hWnd);
-    for (UINT key : {VK_RIGHT, VK_NEXT, VK_LEFT, VK_PRIOR, VK_UP, VK_DOWN}) D().KeyDown(key);
-    EXPECT_EQ(parent->Take(), "HSCROLL(LINEDOWN,0,slider);HSCROLL(PAGEDOWN,0,slider);HSCROLL(LINEUP,0,slider);"
-                              "HSCROLL(PAGEUP,0,slider)");
+    for (UINT key : {VK_RIGHT, VK_NEXT, VK_LEFT, VK_PRIOR, VK_UP, VK_DOWN}) desktop.KeyDown(key);
+    EXPECT_EQ(parent.Take(),
+              "HSCROLL(SB_LINEDOWN,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);HSCROLL(SB_LINEUP,0,slider);"
+              "HSCROLL(SB_PAGEUP,0,slider)");
     EXPECT_EQ(s.GetPos(), 0);
 
     s.SetvStyle(true);
-    for (UINT key : {VK_UP, VK_PRIOR, VK_DOWN, VK_NEXT, VK_LEFT}) D().KeyDown(key);
-    EXPECT_EQ(parent->Take(), "VSCROLL(LINEUP,0,slider);HSCROLL(PAGEDOWN,0,slider);VSCROLL(LINEDOWN,0,slider);"
-                              "HSCROLL(PAGEUP,0,slider)");
+    for (UINT key : {VK_UP, VK_PRIOR, VK_DOWN, VK_NEXT, VK_LEFT}) desktop.KeyDown(key);
+    EXPECT_EQ(parent.Take(),
+              "VSCROLL(SB_LINEUP,0,slider);HSCROLL(SB_PAGEDOWN,0,slider);VSCROLL(SB_LINEDOWN,0,slider);"
+              "HSCROLL(SB_PAGEUP,0,slider)");
     EXPECT_EQ(s.GetPos(), 0);
 }
 
@@ -452,9 +432,9 @@ TEST_F(SliderTest, LoadsReplaceTheirBitmapsAndTheDestructorReleasesThem) {
     ProbeSlider& s = MakeNinePiece();
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 9);
     s.LoadSkin(NinePieces(), L"");
-    s.LoadSkin(Skin({"hback", "hfill"}), L"");
+    s.LoadSkin(skins.Skin({"hback", "hfill"}), L"");
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
-    s.LoadSkin(Skin({"hback", "hfill"}), L"");
+    s.LoadSkin(skins.Skin({"hback", "hfill"}), L"");
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
     ::DestroyWindow(s.m_hWnd);
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11) << "the window's end leaves them to the object";
@@ -464,12 +444,14 @@ TEST_F(SliderTest, LoadsReplaceTheirBitmapsAndTheDestructorReleasesThem) {
 
 TEST_F(SliderTest, AParentMayDeleteTheSliderFromItsNotification) {
     MakeNinePiece();
-    parent->onScroll = [this](UINT, WPARAM, LPARAM) { slider.reset(); };
-    D().PointerDown(kX + 70, kY + 8);
+    parent.onMessage = [this](UINT message, WPARAM, LPARAM) {
+        if (message == WM_HSCROLL || message == WM_VSCROLL) slider.reset();
+    };
+    desktop.PointerDown(kX + 70, kY + 8);
     EXPECT_EQ(slider, nullptr);
-    D().Advance(1500);
-    D().PointerUp(kX + 70, kY + 8);
-    EXPECT_EQ(parent->Take(), "HSCROLL(PAGEDOWN,0,slider);LBUTTONUP(80,18)");
+    desktop.Advance(1500);
+    desktop.PointerUp(kX + 70, kY + 8);
+    EXPECT_EQ(parent.Take(), "HSCROLL(SB_PAGEDOWN,0,slider);LBUTTONUP(0,80,18)");
 }
 
 }  // namespace

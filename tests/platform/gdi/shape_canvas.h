@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "support/memory_surface.h"
+#include "support/sentinel.h"
 
 #include <set>
 #include <string>
@@ -12,7 +13,6 @@
 
 namespace zel::test {
 
-constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
 using Ink = std::set<std::pair<int, int>>;
 
 class ShapeCanvas : public MemorySurface {

@@ -5,12 +5,13 @@
 
 #include "mfc/handle_maps.h"
 #include "support/leak_check.h"
+#include "support/sentinel.h"
 
 namespace {
 
 using GdiWrappers = zel::test::LeakChecked;
 
-constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
+using zel::test::kSentinel;
 
 // A 32-bpp memory surface filled with the sentinel colour.
 class Surface {

@@ -16,6 +16,7 @@
 #include "gdi/text/realized_font.h"
 #include "support/leak_check.h"
 #include "support/memory_surface.h"
+#include "support/sentinel.h"
 
 namespace zel::test {
 
@@ -25,8 +26,6 @@ inline constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/Dej
 inline constexpr const char* kTahoma = "/usr/share/wine/fonts/tahoma.ttf";
 inline constexpr const char* kTahomaBold = "/usr/share/wine/fonts/tahomabd.ttf";
 inline constexpr const char* kWqyMicroHei = "/usr/share/fonts/truetype/wqy/wqy-microhei.ttc";
-
-inline constexpr COLORREF kSentinel = RGB(0xAA, 0xAA, 0xAA);
 
 struct FontSpec {
     const wchar_t* face = L"Liberation Sans";

@@ -1,0 +1,246 @@
+#include "kernel/rc/preprocessor.h"
+
+#include <optional>
+#include <set>
+#include <sstream>
+#include <utility>
+
+#include "kernel/strings.h"
+#include "kernel/utf.h"
+
+namespace zel::detail::rc {
+
+namespace {
+
+constexpr int kMaxIncludeDepth = 16;
+
+// Resource editors often save scripts as UTF-16 with a byte order mark.
+std::string DecodeText(const std::string& bytes) {
+    auto u8 = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    bool le = bytes.size() >= 2 && u8(0) == 0xFF && u8(1) == 0xFE;
+    bool be = bytes.size() >= 2 && u8(0) == 0xFE && u8(1) == 0xFF;
+    if (le || be) return kernel::Utf16ToUtf8(std::string_view(bytes).substr(2), be);
+    if (bytes.size() >= 3 && u8(0) == 0xEF && u8(1) == 0xBB && u8(2) == 0xBF) return bytes.substr(3);
+    return bytes;
+}
+
+// Removes // and /* */ comments outside string literals; newlines are kept so that line
+// numbers stay right. A string ends at its closing quote or at the end of its line.
+std::string StripComments(const std::string& text) {
+    std::string out;
+    out.reserve(text.size());
+    bool inString = false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        char c = text[i];
+        char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        if (inString) {
+            out += c;
+            if (c == '\\' && next && next != '\n') {
+                out += next;
+                ++i;
+            } else if (c == '"' || c == '\n') {
+                inString = false;
+            }
+            continue;
+        }
+        if (c == '"') {
+            inString = true;
+            out += c;
+        } else if (c == '/' && next == '/') {
+            while (i < text.size() && text[i] != '\n') ++i;
+            if (i < text.size()) out += '\n';
+        } else if (c == '/' && next == '*') {
+            i += 2;
+            while (i < text.size() && !(text[i] == '*' && i + 1 < text.size() && text[i + 1] == '/')) {
+                if (text[i] == '\n') out += '\n';
+                ++i;
+            }
+            ++i;  // past the closing slash (or the end)
+            out += ' ';
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+class Preprocessor {
+public:
+    explicit Preprocessor(const FileReader& reader) : reader_(reader) {
+        // What the resource compiler predefines; the device flavour of the headers.
+        out_.macros["RC_INVOKED"] = Macro{false, "1"};
+        out_.macros["_WIN32"] = Macro{false, "1"};
+        out_.macros["UNDER_CE"] = Macro{false, "1"};
+        out_.macros["_WIN32_WCE"] = Macro{false, "0x600"};
+    }
+
+    void Run(const std::string& path) { ProcessFile(path, 0, false, Where{}); }
+
+    Preprocessed Take() { return std::move(out_); }
+
+private:
+    struct Condition {
+        Where where;
+        bool parentActive;
+        bool active;
+        bool taken;
+        bool seenElse;
+    };
+
+    void ProcessFile(const std::string& path, int depth, bool directivesOnly, Where from) {
+        std::optional<std::string> bytes = reader_(path);
+        if (!bytes) {
+            if (depth == 0) throw ScriptError{path + ": cannot open the file"};
+            Fail(from, "cannot open include file '" + path + "'");
+        }
+        int file = static_cast<int>(out_.files.size());
+        out_.files.push_back(path);
+        std::string text = StripComments(DecodeText(*bytes));
+
+        std::vector<Condition> conditions;
+        std::istringstream in(text);
+        std::string raw;
+        int lineNo = 0;
+        while (std::getline(in, raw)) {
+            ++lineNo;
+            Where where{file, lineNo};
+            // A backslash at the end of a line continues it.
+            while (!raw.empty() && raw.back() == '\\') {
+                std::string more;
+                raw.pop_back();
+                if (!std::getline(in, more)) break;
+                ++lineNo;
+                raw += more;
+            }
+            if (!raw.empty() && raw.back() == '\r') raw.pop_back();
+            std::string line = kernel::Trim(raw);
+            bool active = conditions.empty() || conditions.back().active;
+            if (!line.empty() && line[0] == '#') {
+                Directive(line.substr(1), where, conditions, active, depth, path);
+            } else if (active && !directivesOnly && !line.empty()) {
+                out_.lines.push_back(SourceLine{where, line});
+            }
+        }
+        if (!conditions.empty()) Fail(conditions.back().where, "#if without #endif");
+    }
+
+    void Directive(const std::string& rest, Where where, std::vector<Condition>& conditions, bool active, int depth,
+                   const std::string& path) {
+        std::string body = kernel::Trim(rest);
+        size_t n = 0;
+        while (n < body.size() && IsIdentChar(body[n])) ++n;
+        std::string name = body.substr(0, n);
+        std::string arg = kernel::Trim(body.substr(n));
+
+        if (name == "ifdef" || name == "ifndef") {
+            bool defined = out_.macros.count(FirstWord(arg)) != 0;
+            bool cond = name == "ifdef" ? defined : !defined;
+            conditions.push_back(Condition{where, active, active && cond, active && cond, false});
+        } else if (name == "if") {
+            bool cond = active && Evaluate(arg, where) != 0;
+            conditions.push_back(Condition{where, active, cond, cond, false});
+        } else if (name == "elif") {
+            if (conditions.empty() || conditions.back().seenElse) Fail(where, "#elif without #if");
+            Condition& c = conditions.back();
+            c.active = c.parentActive && !c.taken && Evaluate(arg, where) != 0;
+            c.taken = c.taken || c.active;
+        } else if (name == "else") {
+            if (conditions.empty() || conditions.back().seenElse) Fail(where, "#else without #if");
+            Condition& c = conditions.back();
+            c.seenElse = true;
+            c.active = c.parentActive && !c.taken;
+            c.taken = true;
+        } else if (name == "endif") {
+            if (conditions.empty()) Fail(where, "#endif without #if");
+            conditions.pop_back();
+        } else if (!active) {
+            return;  // other directives in skipped sections do nothing
+        } else if (name == "define") {
+            Define(arg, where);
+        } else if (name == "undef") {
+            out_.macros.erase(FirstWord(arg));
+        } else if (name == "include") {
+            Include(arg, where, depth, path);
+        } else if (name == "error") {
+            Fail(where, "#error " + arg);
+        }
+        // #pragma, #line and anything else: nothing to do for resources.
+    }
+
+    static std::string FirstWord(const std::string& s) {
+        size_t n = 0;
+        while (n < s.size() && IsIdentChar(s[n])) ++n;
+        return s.substr(0, n);
+    }
+
+    int64_t Evaluate(const std::string& text, Where where) {
+        std::string error;
+        auto v = EvaluateExpression(text, out_.macros, &error);
+        if (!v) Fail(where, "#if " + text + ": " + error);
+        return *v;
+    }
+
+    void Define(const std::string& arg, Where where) {
+        if (arg.empty() || !IsIdentStart(arg[0])) Fail(where, "#define needs a name");
+        std::string name = FirstWord(arg);
+        Macro m;
+        std::string rest = arg.substr(name.size());
+        if (!rest.empty() && rest[0] == '(') {
+            m.functionLike = true;
+            size_t close = rest.find(')');
+            if (close == std::string::npos) Fail(where, "#define " + name + ": unclosed parameter list");
+            rest = rest.substr(close + 1);
+        }
+        m.body = kernel::Trim(rest);
+        out_.macros[name] = m;
+    }
+
+    void Include(const std::string& arg, Where where, int depth, const std::string& path) {
+        if (arg.size() < 2 || !((arg[0] == '"' && arg.find('"', 1) != std::string::npos) ||
+                                (arg[0] == '<' && arg.find('>', 1) != std::string::npos)))
+            Fail(where, "#include needs \"file\" or <file>");
+        bool system = arg[0] == '<';
+        std::string name = arg.substr(1, arg.find(system ? '>' : '"', 1) - 1);
+        if (depth + 1 > kMaxIncludeDepth) Fail(where, "#include nested too deeply (a cycle?)");
+        std::string here = JoinPath(DirectoryOf(path), name);
+        std::string top = JoinPath(DirectoryOf(out_.files[0]), name);
+        std::string found;
+        for (const std::string& candidate : {here, top}) {
+            if (found.empty() && reader_(candidate)) found = candidate;
+        }
+        if (found.empty()) {
+            // The platform's own headers are not needed to read resources.
+            if (system || IsFrameworkHeader(name)) return;
+            Fail(where, "cannot open include file '" + name + "'");
+        }
+        size_t dot = found.rfind('.');
+        std::string ext = kernel::Upper(found.substr(dot == std::string::npos ? found.size() : dot));
+        ProcessFile(found, depth + 1, ext == ".H" || ext == ".C", where);
+    }
+
+    static bool IsFrameworkHeader(std::string name) {
+        for (char& c : name)
+            if (c == '\\') c = '/';
+        name = kernel::Upper(name.substr(name.rfind('/') == std::string::npos ? 0 : name.rfind('/') + 1));
+        static const std::set<std::string> kKnown = {
+            "AFXRES.H",  "AFXRES.RC", "WINRES.H",  "WINRESRC.H", "WINDOWS.H", "WINVER.H",   "COMMCTRL.H",
+            "AYGSHELL.H", "NEWRES.H", "WCERES.RC", "WINUSER.H",  "WINNT.H",   "DLGS.H",     "RICHEDIT.H",
+            "PRSHT.H",   "ATLRES.H",  "AFXPRINT.RC", "AFXOLECL.RC", "AFXOLESV.RC", "AFXDB.RC", "WINUSER.RH"};
+        return kKnown.count(name) != 0;
+    }
+
+    [[noreturn]] void Fail(Where where, const std::string& message) const { rc::Fail(out_.files, where, message); }
+
+    const FileReader& reader_;
+    Preprocessed out_;
+};
+
+}  // namespace
+
+Preprocessed Preprocess(const std::string& path, const FileReader& reader) {
+    Preprocessor pp(reader);
+    pp.Run(path);
+    return pp.Take();
+}
+
+}  // namespace zel::detail::rc
