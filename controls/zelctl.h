@@ -13,6 +13,7 @@
 #include "CZELPlayList.h"
 #include "CZELTelList.h"
 #include "CZELBTList.h"
+#include "CBbgFileList.h"
 #include "CDataTimectrl.h"
 #include "CTimeData.h"
 #include "CZELDate.h"
