@@ -169,13 +169,7 @@ void CZELPlayList::DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numbe
                 }
                 textLeft = x + numberWidth;
                 // The extension is kept whole; only the part before it is shortened.
-                const int dot = text.ReverseFind(L'.');
-                const CString extension = dot >= 0 ? text.Mid(dot) : CString();
-                CString stem = dot >= 0 ? text.Left(dot) : text;
-                RECT er{0, 0, 0, 0};
-                if (!extension.IsEmpty()) ::DrawTextW(dc, extension, extension.GetLength(), &er, sl::kMeasureLine);
-                ForMartLeng(dc, stem, cellRc.right - textLeft - (er.right - er.left));
-                text = stem + extension;
+                text = sl::ShortenKeepingExtension(dc, text, cellRc.right - textLeft);
             } else {
                 ForMartLeng(dc, text, cellRc.Width());
             }

@@ -4,6 +4,7 @@
 
 #include "CZELScrollbar.h"
 #include "OffscreenCanvas.h"
+#include "SkinText.h"
 #include "TransparentBlit.h"
 
 namespace zelctl::speciallists {
@@ -101,6 +102,16 @@ void ApplyAlwaysShownBar(CWnd& list, CZELScrollbar& bar, CRect& rcScroll, int ma
         bar.SetScrollPos(0, TRUE);
         bar.ShowWindow(SW_SHOW);
     }
+}
+
+CString ShortenKeepingExtension(HDC dc, const CString& name, int width) {
+    const int dot = name.ReverseFind(L'.');
+    const CString extension = dot >= 0 ? name.Mid(dot) : CString();
+    CString stem = dot >= 0 ? name.Left(dot) : name;
+    RECT er{0, 0, 0, 0};
+    if (!extension.IsEmpty()) ::DrawTextW(dc, extension, extension.GetLength(), &er, kMeasureLine);
+    ShortenWithEllipsis(dc, stem, width - (er.right - er.left));
+    return stem + extension;
 }
 
 int LineHeight(HDC dc, const CString& text) {

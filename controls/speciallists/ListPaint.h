@@ -50,6 +50,11 @@ constexpr UINT kMeasureLine = DT_CALCRECT | DT_SINGLELINE;             // 0x420
 // A marked row's text colour in the lists on CListData.
 constexpr COLORREF kMarkedText = 0x003214C8;
 
+// The play list's name rule: the extension (from the last "." to the end; none without a
+// ".") keeps its place at the end, and only the text before it is shortened with the
+// lists' "..." rule to `width` less the extension's width.
+CString ShortenKeepingExtension(HDC dc, const CString& name, int width);
+
 // The height DT_CALCRECT | DT_SINGLELINE gives `text` in the DC's font.
 int LineHeight(HDC dc, const CString& text);
 
