@@ -369,8 +369,10 @@ void CBbgFileList::OnPaint() {
     zelctl::SelectGuard rowFont(dc, m_fontRow->get());
     ::SetTextColor(dc, m_clrText);
     if (HBITMAP back = (*m_skin)[kBackground]) {
+        // A bitmap is selected into one DC at a time: the frame takes the piece and hands
+        // the same pixels on to the list surface (both cover the client).
         frame.ScreenPiece(back, m_hWnd);
-        list.ScreenPiece(back, m_hWnd);
+        ::BitBlt(dc, 0, 0, listW, listH, frame.dc(), m_rcList.left, m_rcList.top, SRCCOPY);
     }
 
     const HBITMAP currentRow = (*m_skin)[kCurrentRow];
