@@ -14,6 +14,7 @@
 #include "CZELTelList.h"
 #include "CZELBTList.h"
 #include "CBbgFileList.h"
+#include "CZELListCtrl.h"
 #include "CDataTimectrl.h"
 #include "CTimeData.h"
 #include "CZELDate.h"
