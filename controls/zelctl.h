@@ -19,3 +19,8 @@
 #include "CTimeData.h"
 #include "CZELDate.h"
 #include "CZELTimeDate.h"
+#include "CZELLable.h"
+#include "CZELTelLCD.h"
+#include "CZELBkLable.h"
+#include "CZELStatic.h"
+#include "CZELComBox.h"

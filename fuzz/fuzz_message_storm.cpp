@@ -1,33 +1,32 @@
-// Drives a host window holding one of every button, check box, scroll bar and slider
-// through a script decoded from the input (storm_script.h): pointer presses, drags and
-// taps anywhere (off the screen too), keys, time, and API calls with hostile arguments:
-// extreme and inverted ranges, odd skin strings, missing and malformed skin files, sizes
-// of zero, negative or huge, destruction of a control in the middle of things and from
-// inside its own notification, nested message loops inside a handler.
+// Drives a host window holding the registered controls (storm_family.h: every button,
+// check box, scroll bar and slider today) through a script decoded from the input
+// (storm_script.h): pointer presses, drags and taps anywhere (off the screen too), keys,
+// time, and API calls with hostile arguments: extreme and inverted ranges, odd skin
+// strings, missing and malformed skin files, sizes of zero, negative or huge, destruction
+// of a control in the middle of things and from inside its own notification, nested
+// message loops inside a handler.
 //
 // Beyond "no crash, no sanitizer report": every GDI object an input created is released
-// once its windows and objects are gone, the message loop always settles, and the states
-// the controls promise hold after every step (a slider's position inside its range, a
-// check box checked or not).
+// once its windows and objects are gone, the message loop always settles, and the
+// promises each family registers hold after every step (a slider's position inside its
+// range, a check box checked or not).
+//
+// This file knows no control class: a family registers its controls, calls and promises
+// in fuzz/storm/<family>.cpp (see storm_family.h for how).
 #include <afxwin.h>
 #include <zel/debug.h>
 #include <zel/desktop.h>
 
 #include <array>
 #include <cstdio>
-#include <climits>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "CBmpTextButton.h"
-#include "CZELBmpButton.h"
-#include "CZELButton.h"
-#include "CZELChkBox.h"
-#include "CZELScrollbar.h"
-#include "CZELSlider.h"
 #include "control_fuzzing.h"
 #include "skin_files.h"
+#include "storm_family.h"
 #include "storm_script.h"
 
 namespace {
@@ -38,18 +37,6 @@ constexpr const char* kName = "fuzz_message_storm";
 constexpr int kMaxOps = 200;
 constexpr UINT kFirstId = 101;
 constexpr int kHostWidth = 400, kHostHeight = 300;
-
-// ---- the controls, with their promises readable ---------------------------------------------
-
-class Slider : public CZELSlider {
-public:
-    bool PositionInRange() const { return m_nMin <= m_nPos && m_nPos <= m_nMax; }
-};
-
-class CheckBox : public CZELChkBox {
-public:
-    bool CheckIsBoolean() const { return m_bChecked == 0 || m_bChecked == 1; }
-};
 
 // ZEL_FUZZ_TRACE=1 prints each operation and each notification the host gets, for reading
 // what a finding's input does.
@@ -65,78 +52,8 @@ void Trace(const char* format, long a = 0, long b = 0, long c = 0) {
     std::fputc('\n', stderr);
 }
 
-// ---- decoding helpers ------------------------------------------------------------------------
-
-constexpr long kValues[] = {0,       1,       -1,        2,           5,           10,          20,
-                            50,      99,      100,       101,         255,         1000,        65535,
-                            65536,   -100,    INT_MAX,   INT_MIN,     INT_MAX - 1, INT_MIN + 1, LONG_MAX,
-                            LONG_MIN, LONG_MAX - 1, LONG_MIN + 1, 1L << 32, -(1L << 32)};
-
-long ReadValue(ScriptReader& in) {
-    const uint8_t pick = in.U8();
-    if (pick == kRawValue) return static_cast<long>(in.I64());
-    return kValues[pick % std::size(kValues)];
-}
-
-constexpr int kCoords[] = {0, -1, 1, 5, 20, 40, 76, 78, 100, 300, -300, 2000, 1 << 20, -(1 << 20), INT_MAX, INT_MIN};
-
-int ReadCoord(ScriptReader& in) {
-    const uint8_t pick = in.U8();
-    if (pick == kRawValue) return in.I32();
-    return kCoords[pick % std::size(kCoords)];
-}
-
-// Identifiers 1..kDrawnCount name the generated images; the rest name nothing, and a
-// raw value tests that only the low 16 bits count.
-UINT ReadId(ScriptReader& in) {
-    const uint8_t pick = in.U8();
-    if (pick == kRawValue) return static_cast<UINT>(in.I32());
-    return pick % (kDrawnCount + 8);
-}
-
-HINSTANCE ReadModule(ScriptReader& in) {
-    switch (in.Pick(3)) {
-        case 0: return nullptr;  // the current resource handle, which holds no bitmaps
-        case 1: return Skins().module;
-        default: return reinterpret_cast<HINSTANCE>(static_cast<uintptr_t>(0x5A5A0000u | in.U8()));  // forged
-    }
-}
-
 constexpr UINT kKeys[] = {VK_UP,   VK_DOWN, VK_LEFT,   VK_RIGHT, VK_PRIOR, VK_NEXT,
                           VK_HOME, VK_END,  VK_RETURN, VK_SPACE, VK_ESCAPE};
-
-CString FromUtf8(const std::string& bytes) { return CString(bytes.data(), static_cast<int>(bytes.size())); }
-
-CString ReadSkinString(ScriptReader& in) {
-    CString skin;
-    for (int n = 0; n < 24 && !in.Done(); ++n) {
-        switch (in.Pick(kTokenCount)) {
-            case kTokenFile: skin += Skins().Path(in.U8() % kFileCount); break;
-            case kTokenBar: skin += L"|"; break;
-            case kTokenSpace: skin += L" \t"; break;
-            case kTokenText: skin += FromUtf8(in.Text()); break;
-            case kTokenWide:
-                for (uint8_t count = in.U8(); count && !in.Done(); --count)
-                    skin.AppendChar(static_cast<WCHAR>(in.I32()));
-                break;
-            case kTokenLong: skin += CString(L'x', 64 * in.U8()); break;
-            default: return skin;
-        }
-    }
-    return skin;
-}
-
-// Window sizes whose off-screen frame would need more than this many pixels are cut down:
-// each paint allocates and fills one, and a gigabyte frame per paint would only measure
-// the machine. Sizes beyond the platform's bitmap limit stay, since they test how the
-// controls live with a failed allocation.
-constexpr int64_t kMaxFramePixels = int64_t{4} << 20;
-constexpr int64_t kBitmapLimitPixels = int64_t{1} << 28;
-
-void BoundFrame(int& width, int& height) {
-    const int64_t w = std::llabs(static_cast<int64_t>(width)), h = std::llabs(static_cast<int64_t>(height));
-    if (w * h > kMaxFramePixels && w * h <= kBitmapLimitPixels) height = static_cast<int>(kMaxFramePixels / w);
-}
 
 // ---- the host ------------------------------------------------------------------------------------
 
@@ -154,6 +71,8 @@ public:
         uint8_t target = 0;
         int count = 0;
         int64_t arg = 0;
+        uint8_t call = 0;          // kCallTarget: which of the target's calls
+        std::string callInput;     // and the script it reads its arguments from
     } armed;
 
 protected:
@@ -167,7 +86,7 @@ private:
 
 class Storm {
 public:
-    Storm() : host_(*this) {}
+    Storm();
     ~Storm();
 
     void Build();
@@ -175,36 +94,34 @@ public:
     void React(const Host::Armed& armed, UINT message, LPARAM lParam);
 
 private:
-    CWnd* Wnd(int control);
+    // The registered control in a slot, or null.
+    const StormControl* Kind(int control) const {
+        return control >= 0 && control < kControlCount ? Slots()[control] : nullptr;
+    }
+    CWnd* Wnd(int control) { return Kind(control) ? controls_[control].get() : nullptr; }
     bool Alive(int control) { return Wnd(control) && ::IsWindow(Wnd(control)->m_hWnd); }
     CRect ScreenRectOf(int control);
     void Create(int control, const RECT* place = nullptr);
     void LoadStandardSkin(int control);
+    void RunCall(int control, uint8_t call, ScriptReader& in);
     void CheckPromises(uint8_t op);
 
     void DoPoint(Op op, ScriptReader& in);
     void DoKey(ScriptReader& in);
-    void DoScrollCall(ScriptReader& in);
-    void DoSliderCall(ScriptReader& in);
+    void DoCall(ScriptReader& in);
     void DoLoadSkin(ScriptReader& in);
-    void DoResourceSkin(ScriptReader& in);
+    void DoEnable(ScriptReader& in);
+    void DoShow(ScriptReader& in);
     void DoMove(ScriptReader& in);
-    void DoFont(ScriptReader& in);
+    void DoDestroy(ScriptReader& in);
     void DoRecreate(ScriptReader& in);
     void DoArm(ScriptReader& in);
     void DoText(ScriptReader& in);
     void DoRawMessage(ScriptReader& in);
-    void DoButtonCall(ScriptReader& in);
-    void DoCheck(ScriptReader& in);
 
     zel::Desktop& desktop_ = zel::Desktop::Get();
     Host host_;
-    CZELButton button_;
-    CZELBmpButton shaped_;
-    CBmpTextButton text_;
-    CheckBox check_;
-    CZELScrollbar bar_;
-    std::array<Slider, 3> sliders_;  // normal, vertical, progress
+    std::array<std::unique_ptr<CWnd>, kControlCount> controls_;  // by slot; null for an empty slot
 };
 
 bool Host::Matches(UINT message) const {
@@ -244,24 +161,15 @@ LRESULT Host::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // ---- building -------------------------------------------------------------------------------
 
+Storm::Storm() : host_(*this) {
+    for (int c = 0; c < kControlCount; ++c)
+        if (const StormControl* kind = Kind(c)) controls_[c] = kind->make();
+}
+
 Storm::~Storm() {
     // Controls first, as a dialog's members die after its window; whatever is still a
     // window goes with the host.
     if (host_.m_hWnd) host_.DestroyWindow();
-}
-
-CWnd* Storm::Wnd(int control) {
-    switch (control) {
-        case kRepeatButton: return &button_;
-        case kShapedButton: return &shaped_;
-        case kTextButton: return &text_;
-        case kCheckBox: return &check_;
-        case kScrollBar: return &bar_;
-        case kSlider:
-        case kVSlider:
-        case kProgress: return &sliders_[control - kSlider];
-        default: return nullptr;
-    }
 }
 
 CRect Storm::ScreenRectOf(int control) {
@@ -271,58 +179,16 @@ CRect Storm::ScreenRectOf(int control) {
     return rc;
 }
 
-CString Join(std::initializer_list<int> files) {
-    CString skin;
-    for (int f : files) (skin += Skins().Path(f)) += L"|";
-    return skin;
-}
-
 void Storm::LoadStandardSkin(int control) {
-    HINSTANCE module = Skins().module;
-    switch (control) {
-        case kRepeatButton: button_.LoadSkin(Join({kBtnNormal, kBtnFocus, kBtnDown, kBtnDisable}), L""); break;
-        case kShapedButton: shaped_.LoadBitmaps(kRound + 1, kRoundDown + 1, kRoundDown + 1, kAllKey + 1, module); break;
-        case kTextButton: text_.LoadBitmaps(kBtnNormal + 1, kBtnFocus + 1, kBtnDown + 1, module); break;
-        case kCheckBox: check_.LoadSkin(Join({kChkOn, kChkOff, kChkBack}), L""); break;
-        case kScrollBar:
-            bar_.LoadSkin(Join({kBarUp, kBarUpDown, kBarTrack, kBarThumb, kBarThumbDown, kBarDown, kBarDownDown}), L"");
-            break;
-        case kSlider:
-        case kVSlider:
-            sliders_[control - kSlider].LoadSkin(Join({kSlLeft, kSlRight, kSlThumb, kSlThumbUp, kSlThumbDown, kSlFill,
-                                                       kSlChannel, kSlChanLeft, kSlChanRight}),
-                                                  L"");
-            break;
-        case kProgress: sliders_[2].LoadSkin(Join({kProgBack, kProgFill}), L""); break;
-        default: break;
-    }
+    const StormControl* kind = Kind(control);
+    if (kind && kind->skin) kind->skin(*Wnd(control));
 }
-
-constexpr RECT kPlaces[kControlCount] = {
-    {10, 10, 88, 107},  {100, 10, 140, 50},  {150, 10, 250, 40},   {150, 50, 300, 80},
-    {320, 10, 350, 100}, {10, 120, 210, 140}, {220, 120, 260, 280}, {10, 160, 210, 175},
-};
 
 // `place` replaces the control's usual rectangle (a host may pass an inverted or absurd one).
 void Storm::Create(int control, const RECT* place) {
-    const UINT id = kFirstId + control;
-    const DWORD visible = WS_CHILD | WS_VISIBLE;
-    const RECT& rc = place ? *place : kPlaces[control];
-    switch (control) {
-        case kRepeatButton:
-            button_.Create(L"Repeat", visible | BS_OWNERDRAW, rc, &host_, id, true);
-            button_.SetAutoClick(true);
-            break;
-        case kShapedButton: shaped_.Create(L"", visible | BS_OWNERDRAW, rc, &host_, id); break;
-        case kTextButton: text_.Create(L"Text", visible | BS_PUSHBUTTON, rc, &host_, id); break;
-        case kCheckBox: check_.Create(nullptr, L"Check me", visible, rc, &host_, id); break;
-        case kScrollBar: bar_.Create(L"VSCrollBar", visible, rc, &host_, id); break;
-        case kSlider:
-        case kVSlider:
-        case kProgress: sliders_[control - kSlider].Create(nullptr, L"", visible, rc, &host_, id); break;
-        default: return;
-    }
-    if (control == kVSlider) sliders_[1].SetvStyle(true);
+    const StormControl* kind = Kind(control);
+    if (!kind) return;
+    kind->create(*Wnd(control), host_, place ? *place : kind->place, kFirstId + control);
     LoadStandardSkin(control);
 }
 
@@ -330,7 +196,7 @@ void Storm::Build() {
     if (!host_.m_hWnd && !host_.CreateEx(0, nullptr, L"storm", WS_POPUP | WS_VISIBLE, 0, 0, kHostWidth, kHostHeight, nullptr, nullptr))
         fuzzing::Finding(kName, "the host window cannot be created");
     for (int c = 0; c < kControlCount; ++c)
-        if (!Alive(c)) Create(c);
+        if (Kind(c) && !Alive(c)) Create(c);
     desktop_.RunUntilIdle();
 }
 
@@ -363,211 +229,58 @@ void Storm::DoKey(ScriptReader& in) {
     if (flags & 1) desktop_.KeyUp(vk);
 }
 
-void Storm::DoScrollCall(ScriptReader& in) {
-    switch (in.Pick(7)) {
-        case 0: {
-            const long lo = ReadValue(in);
-            bar_.SetScrollRange(lo, ReadValue(in));
-            break;
-        }
-        case 1: {
-            const long pos = ReadValue(in);
-            bar_.SetScrollPos(pos, in.U8() & 1);
-            break;
-        }
-        case 2: {
-            SCROLLINFO si{};
-            si.cbSize = sizeof si;
-            si.fMask = in.U8() & 1 ? SIF_ALL : 0;
-            si.nMin = static_cast<int>(ReadValue(in));
-            si.nMax = static_cast<int>(ReadValue(in));
-            si.nPage = static_cast<UINT>(ReadValue(in));
-            si.nPos = static_cast<int>(ReadValue(in));
-            si.nTrackPos = static_cast<int>(ReadValue(in));
-            SCROLLINFO* info = in.U8() & 1 ? &si : nullptr;  // a host may pass none
-            bar_.SetScrollInfo(info, in.U8() & 1);
-            break;
-        }
-        case 3: bar_.SetPagesize(ReadValue(in)); break;
-        case 4: bar_.SetLineSize(ReadValue(in)); break;
-        case 5: {
-            const int x = ReadCoord(in), y = ReadCoord(in);
-            int w = ReadCoord(in), h = ReadCoord(in);
-            BoundFrame(w, h);
-            bar_.MoveWindow(x, y, w, h, in.U8() & 1);
-            break;
-        }
-        default: {
-            long lo = 0, hi = 0;
-            bar_.GetRange(lo, hi);
-            SCROLLINFO si{};
-            si.fMask = in.U8() & 1 ? SIF_ALL : 0;
-            bar_.GetScrollInfo(in.U8() & 1 ? &si : nullptr);
-            (void)bar_.GetScrollPos();
-            break;
-        }
-    }
+void Storm::RunCall(int control, uint8_t call, ScriptReader& in) {
+    const StormControl* kind = Kind(control);
+    if (!kind || kind->calls.empty()) return;
+    const size_t which = call % kind->calls.size();
+    Trace("  call %ld of control %ld", static_cast<long>(which), control);
+    kind->calls[which](*Wnd(control), in);
 }
 
-void Storm::DoSliderCall(ScriptReader& in) {
-    Slider& s = sliders_[in.Pick(3)];
-    switch (in.Pick(15)) {
-        case 0: {
-            const long lo = ReadValue(in);
-            const long hi = ReadValue(in);
-            s.SetRange(lo, hi, in.U8() & 1);
-            break;
-        }
-        case 1: s.SetPos(static_cast<int>(ReadValue(in))); break;
-        case 2: s.SetPageSize(static_cast<int>(ReadValue(in))); break;
-        case 3: s.SetLineSize(static_cast<int>(ReadValue(in))); break;
-        case 4: s.LineLeft(); break;
-        case 5: s.LineRight(); break;
-        case 6: s.LineUp(); break;
-        case 7: s.Linedown(); break;
-        case 8: s.LeftPage(); break;
-        case 9: s.Rightpage(); break;
-        case 10: {
-            const UINT cx = static_cast<UINT>(ReadValue(in));
-            s.SetChanRect(cx, static_cast<UINT>(ReadValue(in)));
-            break;
-        }
-        case 11: s.SetStyle(static_cast<int>(in.Pick(4)) - 1); break;
-        case 12: s.SetvStyle(in.U8() & 1); break;
-        case 13: s.SetMoveStyle(in.U8() & 1); break;
-        default: {
-            long lo = 0, hi = 0;
-            s.GetRange(lo, hi);
-            (void)s.GetPos();
-            (void)s.GetPageSize();
-            break;
-        }
-    }
+void Storm::DoCall(ScriptReader& in) {
+    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t call = in.U8();
+    RunCall(control, call, in);
 }
 
 void Storm::DoLoadSkin(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
     const CString skin = ReadSkinString(in);
     const CString reserved = in.U8() & 1 ? skin : CString();
-    switch (control) {
-        case kRepeatButton: button_.LoadSkin(skin, reserved); break;
-        case kCheckBox: check_.LoadSkin(skin, reserved); break;
-        case kScrollBar: bar_.LoadSkin(skin, reserved); break;
-        case kSlider:
-        case kVSlider:
-        case kProgress: sliders_[control - kSlider].LoadSkin(skin, reserved); break;
-        default: {
-            // The buttons without LoadSkin take the same files through their path loaders.
-            CStringArray pieces;
-            for (int i = 0, start = 0, bar; (bar = skin.Find(L'|', start)) >= 0 && i < 4; ++i, start = bar + 1)
-                pieces.Add(skin.Mid(start, bar - start));
-            while (pieces.GetSize() < 4) pieces.Add(skin);
-            button_.LoadBitmaps(pieces[0], pieces[1], pieces[2], pieces[3]);
-            break;
-        }
-    }
+    const StormControl* kind = Kind(control);
+    if (kind && kind->loadSkin) kind->loadSkin(*Wnd(control), skin, reserved);
 }
 
-void Storm::DoResourceSkin(ScriptReader& in) {
-    const uint8_t control = in.Pick(5);
-    HINSTANCE module = ReadModule(in);
-    switch (control) {
-        case 0: {
-            const UINT a = ReadId(in), b = ReadId(in), c = ReadId(in), d = ReadId(in);
-            shaped_.LoadBitmaps(a, b, c, d, module);
-            break;
-        }
-        case 1: {
-            const UINT a = ReadId(in), b = ReadId(in), c = ReadId(in);
-            text_.LoadBitmaps(a, b, c, module);
-            break;
-        }
-        case 2: {
-            UINT ids[7];
-            for (UINT& id : ids) id = ReadId(in);
-            bar_.LoadBitmapW(ids[0], ids[1], ids[2], ids[3], ids[4], ids[5], ids[6], module);
-            break;
-        }
-        case 3: {
-            Slider& s = sliders_[in.Pick(3)];
-            UINT ends[2], thumb[3], channel[4];
-            for (UINT& id : ends) id = ReadId(in);
-            for (UINT& id : thumb) id = ReadId(in);
-            for (UINT& id : channel) id = ReadId(in);
-            const uint8_t missing = in.U8();  // a host may pass no array at all
-            s.LoadBitmapW(missing & 1 ? nullptr : ends, missing & 2 ? nullptr : thumb, missing & 4 ? nullptr : channel,
-                          module);
-            break;
-        }
-        default: {
-            Slider& s = sliders_[in.Pick(3)];
-            const UINT back = ReadId(in), fill = ReadId(in);
-            s.LoadBitmapW(back, fill, module);
-            break;
-        }
-    }
+void Storm::DoEnable(ScriptReader& in) {
+    const uint8_t control = in.Pick(kControlCount);
+    const BOOL enable = in.U8() & 1;
+    if (const StormControl* kind = Kind(control)) kind->enable(*Wnd(control), enable);
+}
+
+void Storm::DoShow(ScriptReader& in) {
+    const uint8_t control = in.Pick(kControlCount);
+    const int command = in.Pick(12);
+    if (const StormControl* kind = Kind(control)) kind->show(*Wnd(control), command);
 }
 
 void Storm::DoMove(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
-    int x = ReadCoord(in), y = ReadCoord(in), w = ReadCoord(in), h = ReadCoord(in);
-    BoundFrame(w, h);
-    const BOOL repaint = in.U8() & 1;
-    const bool asRect = in.U8() & 1;
-    // A CRect of such values would overflow its own arithmetic; the overloads taking one
-    // get coordinates that fit.
-    const CRect rect(x / 4, y / 4, x / 4 + w / 4, y / 4 + h / 4);
-    switch (control) {
-        case kRepeatButton:
-            if (asRect)
-                button_.MoveWindow(rect, repaint);
-            else
-                button_.MoveWindow(x, y, w, h, repaint);
-            break;
-        case kTextButton: {
-            CRect r = rect;
-            if (asRect)
-                text_.MoveWindow(r, repaint);
-            else
-                text_.MoveWindow(x, y, w, h, repaint);
-            break;
-        }
-        case kScrollBar:
-            if (asRect)
-                bar_.MoveWindow(&rect, repaint);
-            else
-                bar_.MoveWindow(x, y, w, h, repaint);
-            break;
-        case kSlider:
-        case kVSlider:
-        case kProgress:
-            if (asRect)
-                sliders_[control - kSlider].MoveWindow(rect, repaint);
-            else
-                sliders_[control - kSlider].MoveWindow(x, y, w, h, repaint);
-            break;
-        default: Wnd(control)->MoveWindow(x, y, w, h, repaint); break;
-    }
+    StormMove move{};
+    move.x = ReadCoord(in);
+    move.y = ReadCoord(in);
+    move.width = ReadCoord(in);
+    move.height = ReadCoord(in);
+    BoundFrame(move.width, move.height);
+    move.repaint = in.U8() & 1;
+    move.asRect = in.U8() & 1;
+    move.rect.SetRect(move.x / 4, move.y / 4, move.x / 4 + move.width / 4, move.y / 4 + move.height / 4);
+    if (const StormControl* kind = Kind(control)) kind->move(*Wnd(control), move);
 }
 
-constexpr int kHeights[] = {0, 1, -1, 12, 18, 25, -25, 100, 1000, -1000, 100000, INT_MAX, INT_MIN};
-
-int ReadHeight(ScriptReader& in) {
-    const uint8_t pick = in.U8();
-    if (pick == kRawValue) return in.I32();
-    return kHeights[pick % std::size(kHeights)];
-}
-
-void Storm::DoFont(ScriptReader& in) {
-    if (in.U8() & 1) {
-        const int height = ReadHeight(in);
-        const CString face = FromUtf8(in.Text());
-        check_.SetFont(height, face, static_cast<DWORD>(in.I32()));
-    } else {
-        const int normal = ReadHeight(in), active = ReadHeight(in);
-        const DWORD a = static_cast<DWORD>(in.I32());
-        text_.SetFont(normal, active, a, static_cast<DWORD>(in.I32()));
-    }
+void Storm::DoDestroy(ScriptReader& in) {
+    const uint8_t control = in.Pick(kControlCount + 1);
+    CWnd* wnd = control == kControlCount ? &host_ : Wnd(control);
+    if (wnd) wnd->DestroyWindow();
 }
 
 void Storm::DoRecreate(ScriptReader& in) {
@@ -577,7 +290,7 @@ void Storm::DoRecreate(ScriptReader& in) {
         Build();
         return;
     }
-    if (Alive(control)) return;
+    if (!Kind(control) || Alive(control)) return;
     if (elsewhere) {
         RECT place{ReadCoord(in), ReadCoord(in), ReadCoord(in), ReadCoord(in)};
         int w = static_cast<int>(int64_t{place.right} - place.left), h = static_cast<int>(int64_t{place.bottom} - place.top);
@@ -595,21 +308,20 @@ void Storm::DoArm(ScriptReader& in) {
     host_.armed.target = in.Pick(kControlCount);
     host_.armed.count = 1 + in.Pick(3);
     host_.armed.arg = ReadValue(in);
+    host_.armed.call = in.U8();
+    host_.armed.callInput = in.Text();
 }
 
 void Storm::DoText(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
     CString text = FromUtf8(in.Text());
     if (in.U8() & 1) text = CString(L'W', 40 * in.U8()) + text;  // captions far wider than the control
-    if (control == kRepeatButton)
-        button_.SetWindowTextW(text);
-    else
-        Wnd(control)->SetWindowText(text);
+    if (const StormControl* kind = Kind(control)) kind->setText(*Wnd(control), text);
 }
 
 void Storm::DoRawMessage(ScriptReader& in) {
     const uint8_t control = in.Pick(kControlCount);
-    HWND hwnd = Wnd(control)->m_hWnd;
+    HWND hwnd = Wnd(control) ? Wnd(control)->m_hWnd : nullptr;
     const uint16_t x = in.U16();
     const LPARAM point = MAKELPARAM(x, in.U16());
     switch (in.Pick(9)) {
@@ -626,37 +338,22 @@ void Storm::DoRawMessage(ScriptReader& in) {
     desktop_.RunUntilIdle();
 }
 
-void Storm::DoButtonCall(ScriptReader& in) {
-    switch (in.Pick(5)) {
-        case 0: button_.SetAutoClick(in.U8() & 1); break;
-        case 1: button_.InvalidateRect(nullptr, in.U8() & 1); break;
-        case 2: {
-            const UINT a = ReadId(in), b = ReadId(in), c = ReadId(in);
-            button_.LoadBitmaps(a, b, c, ReadModule(in));
-            break;
-        }
-        case 3: shaped_.SetWindowText(FromUtf8(in.Text())); break;
-        default: text_.DrawItem(nullptr); break;  // a host calling the painter by hand
-    }
-}
-
-void Storm::DoCheck(ScriptReader& in) {
-    const int value = static_cast<int>(ReadValue(in));
-    check_.SetCheck(value);
-    check_.SetAutoClick(in.U8() & 1);
-    (void)check_.GetCheck();
-}
-
 void Storm::React(const Host::Armed& armed, UINT message, LPARAM lParam) {
-    // The sender: the control in lParam for commands and scroll messages; presses and
-    // releases are forwarded by the repeating button.
-    HWND sender = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP ? button_.m_hWnd : reinterpret_cast<HWND>(lParam);
+    // The sender: the control in lParam for commands and scroll messages; a forwarded press
+    // or release comes from the control that took the focus for it.
+    HWND sender = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP ? ::GetFocus() : reinterpret_cast<HWND>(lParam);
     CWnd* target = Wnd(armed.target);
     switch (armed.reaction) {
         case kDestroySender: ::DestroyWindow(sender); break;
-        case kDestroyTarget: target->DestroyWindow(); break;
+        case kDestroyTarget:
+            if (target) target->DestroyWindow();
+            break;
         case kDestroyHost: host_.DestroyWindow(); break;
-        case kSetScrollPos: bar_.SetScrollPos(static_cast<long>(armed.arg), TRUE); break;
+        case kCallTarget: {
+            ScriptReader in(reinterpret_cast<const uint8_t*>(armed.callInput.data()), armed.callInput.size());
+            RunCall(armed.target, armed.call, in);
+            break;
+        }
         case kMoveSender: {
             const int v = static_cast<int>(armed.arg);
             ::MoveWindow(sender, v % 400, v % 300, (v >> 4) % 500, (v >> 8) % 500, TRUE);
@@ -665,20 +362,22 @@ void Storm::React(const Host::Armed& armed, UINT message, LPARAM lParam) {
         case kDisableSender: ::EnableWindow(sender, FALSE); break;
         case kHideSender: ::ShowWindow(sender, SW_HIDE); break;
         case kReskinTarget: LoadStandardSkin(armed.target); break;
-        case kResetRange:
-            bar_.SetScrollRange(0, static_cast<long>(armed.arg));
-            sliders_[armed.target % 3].SetRange(0, static_cast<long>(armed.arg));
+        case kFocusTarget:
+            if (target) target->SetFocus();
             break;
-        case kFocusTarget: target->SetFocus(); break;
         default: desktop_.Advance(static_cast<DWORD>(armed.arg & 0x3FF)); break;  // nested loop
     }
 }
 
 void Storm::CheckPromises(uint8_t op) {
-    for (const Slider& s : sliders_)
-        if (!s.PositionInRange())
-            fuzzing::Finding(kName, "a slider's position left its range after op " + std::to_string(op));
-    if (!check_.CheckIsBoolean()) fuzzing::Finding(kName, "the check box is neither checked nor unchecked");
+    for (int c = 0; c < kControlCount; ++c) {
+        const StormControl* kind = Kind(c);
+        if (!kind) continue;
+        for (const StormInvariant& invariant : kind->invariants)
+            if (!invariant.holds(*Wnd(c)))
+                fuzzing::Finding(kName, std::string(kind->name) + ": " + invariant.violation + " after op " +
+                                            std::to_string(op));
+    }
 }
 
 void Storm::Run(ScriptReader& in) {
@@ -692,44 +391,19 @@ void Storm::Run(ScriptReader& in) {
             case kTap: DoPoint(static_cast<Op>(op), in); break;
             case kKey: DoKey(in); break;
             case kAdvance: desktop_.Advance(in.U16() % 2001); break;
-            case kFocus: Wnd(in.Pick(kControlCount))->SetFocus(); break;
-            case kScrollCall: DoScrollCall(in); break;
-            case kSliderCall: DoSliderCall(in); break;
+            case kFocus:
+                if (CWnd* wnd = Wnd(in.Pick(kControlCount))) wnd->SetFocus();
+                break;
+            case kCall: DoCall(in); break;
             case kLoadSkin: DoLoadSkin(in); break;
-            case kResourceSkin: DoResourceSkin(in); break;
-            case kCheck: DoCheck(in); break;
-            case kEnable: {
-                const uint8_t control = in.Pick(kControlCount);
-                const BOOL enable = in.U8() & 1;
-                if (control == kRepeatButton)
-                    button_.EnableWindow(enable);
-                else
-                    Wnd(control)->EnableWindow(enable);
-                break;
-            }
-            case kShow: {
-                const uint8_t control = in.Pick(kControlCount);
-                const int command = in.Pick(12);
-                if (control == kRepeatButton)
-                    button_.ShowWindow(command);
-                else if (control == kTextButton)
-                    text_.ShowWindow(command);
-                else
-                    Wnd(control)->ShowWindow(command);
-                break;
-            }
+            case kEnable: DoEnable(in); break;
+            case kShow: DoShow(in); break;
             case kMove: DoMove(in); break;
-            case kFont: DoFont(in); break;
-            case kDestroy: {
-                const uint8_t control = in.Pick(kControlCount + 1);
-                (control == kControlCount ? static_cast<CWnd*>(&host_) : Wnd(control))->DestroyWindow();
-                break;
-            }
+            case kDestroy: DoDestroy(in); break;
             case kRecreate: DoRecreate(in); break;
             case kArm: DoArm(in); break;
             case kText: DoText(in); break;
-            case kRawMessage: DoRawMessage(in); break;
-            default: DoButtonCall(in); break;
+            default: DoRawMessage(in); break;
         }
         desktop_.RunUntilIdle();
         fuzzing::CheckLoopSettled(kName, ("op " + std::to_string(op)).c_str());

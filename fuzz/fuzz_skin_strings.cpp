@@ -16,6 +16,7 @@
 
 #include "CZELButton.h"
 #include "CZELChkBox.h"
+#include "CZELComBox.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
 #include "SkinList.h"
@@ -100,12 +101,18 @@ void LoadEverywhere(const CString& skin, const CString& reserved) {
     CZELChkBox check, bareCheck;
     CZELScrollbar bar, bareBar;
     CZELSlider slider, bareSlider;
+    CZELComBox combo, bareCombo;
     button.Create(L"", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, CRect(0, 0, 78, 76), &host, 1, false);
     check.Create(nullptr, L"caption", WS_CHILD | WS_VISIBLE, CRect(80, 0, 180, 30), &host, 2);
     bar.Create(L"VSCrollBar", WS_CHILD | WS_VISIBLE, CRect(0, 80, 20, 180), &host, 3);
     slider.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(30, 80, 190, 100), &host, 4);
-    for (CSkinWnd* w : std::initializer_list<CSkinWnd*>{&check, &bar, &slider, &bareCheck, &bareBar, &bareSlider})
+    combo.Create(WS_CHILD | WS_VISIBLE, CRect(0, 110, 150, 140), &host, 5);
+    combo.AddString(L"one");
+    combo.AddString(L"two");
+    for (CSkinWnd* w : std::initializer_list<CSkinWnd*>{&check, &bar, &slider, &combo, &bareCheck, &bareBar,
+                                                         &bareSlider, &bareCombo})
         w->LoadSkin(skin, reserved);
+    combo.ShowDropDown(TRUE);  // the open list paints rows and the bar from the same skin
     button.LoadSkin(skin, reserved);
     bareButton.LoadSkin(skin, reserved);
     zel::Desktop::Get().RunUntilIdle();

@@ -179,39 +179,30 @@ public:
         w_.Op(kFocus).U8(c);
         return *this;
     }
-    Storm& ScrollRange(int64_t lo, int64_t hi) {
-        w_.Op(kScrollCall).U8(0);
-        Value(lo).Value(hi);
+    // kCall: a control's own call, its arguments written after it.
+    Storm& Call(uint8_t c, uint8_t call) {
+        w_.Op(kCall).U8(c).U8(call);
         return *this;
     }
+    Storm& ScrollRange(int64_t lo, int64_t hi) { return Call(kScrollBar, kBarRange).Value(lo).Value(hi); }
     Storm& ScrollPos(int64_t pos) {
-        w_.Op(kScrollCall).U8(1);
-        Value(pos).w_.U8(1);
+        Call(kScrollBar, kBarPos).Value(pos).w_.U8(1);
         return *this;
     }
     Storm& ScrollInfo(bool track, int64_t lo, int64_t hi, int64_t page, int64_t pos) {
-        w_.Op(kScrollCall).U8(2).U8(track);
+        Call(kScrollBar, kBarInfo).w_.U8(track);
         Value(lo).Value(hi).Value(page).Value(pos).Value(pos);
         w_.U8(1).U8(1);
         return *this;
     }
-    Storm& ScrollPage(int64_t page) {
-        w_.Op(kScrollCall).U8(3);
-        return Value(page);
-    }
-    Storm& ScrollLine(int64_t line) {
-        w_.Op(kScrollCall).U8(4);
-        return Value(line);
-    }
+    Storm& ScrollPage(int64_t page) { return Call(kScrollBar, kBarPage).Value(page); }
+    Storm& ScrollLine(int64_t line) { return Call(kScrollBar, kBarLine).Value(line); }
+    // Sliders 0, 1, 2: the horizontal, the vertical and the progress one.
     Storm& SliderRange(uint8_t slider, int64_t lo, int64_t hi) {
-        w_.Op(kSliderCall).U8(slider).U8(0);
-        Value(lo).Value(hi).w_.U8(1);
+        SliderCall(slider, kSliderRange).Value(lo).Value(hi).w_.U8(1);
         return *this;
     }
-    Storm& SliderCall(uint8_t slider, uint8_t what) {
-        w_.Op(kSliderCall).U8(slider).U8(what);
-        return *this;
-    }
+    Storm& SliderCall(uint8_t slider, uint8_t what) { return Call(static_cast<uint8_t>(kSlider + slider), what); }
     Storm& SliderValue(uint8_t slider, uint8_t what, int64_t v) {
         SliderCall(slider, what);
         return Value(v);
@@ -242,10 +233,10 @@ public:
         w_.U8(kTokenBar).U8(kTokenWide).U8(2).I32(0xD800).I32(-1).U8(kTokenBar).U8(kTokenEnd).U8(1);
         return *this;
     }
-    // Module 2 (a forged handle) takes one more byte before the identifiers; the slider
-    // loads take the slider's index first.
-    Storm& Resource(uint8_t which, uint8_t module, std::initializer_list<uint8_t> ids) {
-        w_.Op(kResourceSkin).U8(which).U8(module);
+    // A resource-skin call: module 2 (a forged handle) takes one more byte before the
+    // identifiers.
+    Storm& Resource(uint8_t c, uint8_t call, uint8_t module, std::initializer_list<uint8_t> ids) {
+        Call(c, call).w_.U8(module);
         for (uint8_t id : ids) w_.U8(id);
         return *this;
     }
@@ -264,10 +255,11 @@ public:
         return *this;
     }
     Storm& Font(bool check, int32_t height, int32_t active) {
-        w_.Op(kFont).U8(check);
         if (check) {
+            Call(kCheckBox, kCheckFont);
             w_.U8(kRawValue).I32(height).Text("Courier").I32(0x0000FF);
         } else {
+            Call(kTextButton, kTextFont);
             w_.U8(kRawValue).I32(height).U8(kRawValue).I32(active).I32(0).I32(0xFF0000);
         }
         return *this;
@@ -280,9 +272,12 @@ public:
         w_.Op(kRecreate).U8(c).U8(0);
         return *this;
     }
-    Storm& Arm(Trigger t, Reaction r, uint8_t target, uint8_t count = 1, int64_t arg = 0) {
+    // `call` and `input` (the call's argument bytes) serve kCallTarget.
+    Storm& Arm(Trigger t, Reaction r, uint8_t target, uint8_t count = 1, int64_t arg = 0, uint8_t call = 0,
+               const std::string& input = {}) {
         w_.Op(kArm).U8(t).U8(r).U8(target).U8(count - 1);
-        return Value(arg);
+        Value(arg).w_.U8(call).Text(input);
+        return *this;
     }
     Storm& Caption(uint8_t c, const std::string& text, uint8_t widen = 0) {
         w_.Op(kText).U8(c).Text(text).U8(widen ? 1 : 0);
@@ -294,8 +289,7 @@ public:
         return *this;
     }
     Storm& Check(int64_t value, bool autoClick) {
-        w_.Op(kCheck);
-        Value(value).w_.U8(autoClick);
+        Call(kCheckBox, kCheckSet).Value(value).w_.U8(autoClick);
         return *this;
     }
     const std::vector<uint8_t>& Bytes() const { return w_.Bytes(); }
@@ -311,6 +305,14 @@ private:
     }
     ScriptWriter w_;
 };
+
+// Argument bytes for a call made from a reaction: raw values, then single bytes.
+std::string CallInput(std::initializer_list<int64_t> values, std::initializer_list<uint8_t> bytes) {
+    ScriptWriter w;
+    for (int64_t v : values) w.U8(kRawValue).I64(v);
+    for (uint8_t b : bytes) w.U8(b);
+    return std::string(w.Bytes().begin(), w.Bytes().end());
+}
 
 // Key indices in the fuzzer's key table.
 enum : uint8_t { kUp, kDown, kLeft, kRight, kPrior, kNext, kHome, kEnd, kReturn, kSpace, kEscape };
@@ -357,12 +359,13 @@ void StormSeeds(Seeds& out) {
                            .OddSkin(kSlider, "\xff\xfe").Skin(kProgress, {kMissing, kMalformed})
                            .Skin(kScrollBar, {kEmptyFile, kFolder, kEmptyPath, kTiny, kWide, kTiny, kTiny})
                            .Skin(kSlider, {kWide, kTiny}, false).Skin(kCheckBox, {kTiny}).Tap(kCheckBox)
-                           .Tap(kScrollBar).Tap(kSlider).Tap(kRepeatButton).Resource(0, 1, {kAllKey + 1, 0, 0, 0})
-                           .Tap(kShapedButton).Resource(1, 2, {0x11, 1, 2, 3}).Resource(2, 0, {1, 2, 3, 4, 5, 6, 7})
-                           .Resource(3, 1, {0, kSlLeft + 1, kSlRight + 1, kSlThumb + 1, kSlThumbUp + 1,
+                           .Tap(kScrollBar).Tap(kSlider).Tap(kRepeatButton).Resource(kShapedButton, kShapedResources, 1, {kAllKey + 1, 0, 0, 0})
+                           .Tap(kShapedButton).Resource(kTextButton, kTextResources, 2, {0x11, 1, 2, 3})
+                           .Resource(kScrollBar, kBarResources, 0, {1, 2, 3, 4, 5, 6, 7})
+                           .Resource(kSlider, kSliderResources, 1, {kSlLeft + 1, kSlRight + 1, kSlThumb + 1, kSlThumbUp + 1,
                                             kSlThumbDown + 1, kSlFill + 1, kSlChannel + 1, kSlChanLeft + 1,
                                             kSlChanRight + 1, 2})
-                           .Tap(kSlider).Resource(4, 1, {1, kProgBack + 1, kProgFill + 1}).Tap(kProgress));
+                           .Tap(kSlider).Resource(kVSlider, kSliderProgressResources, 1, {kProgBack + 1, kProgFill + 1}).Tap(kProgress));
 
     Storm resize;
     for (uint8_t c = 0; c < kControlCount; ++c)
@@ -376,11 +379,11 @@ void StormSeeds(Seeds& out) {
               .Arm(kOnVScroll, kDestroySender, 0).Tap(kScrollBar, 128, 45).Recreate(kScrollBar)
               .Arm(kOnHScroll, kDestroyHost, 0).Down(kSlider, 30, 128).Move(kSlider, 200, 128).Up(kSlider)
               .Recreate(kControlCount).Arm(kOnLButtonDown, kDestroySender, 0).Down(kRepeatButton).Wait(500)
-              .Up(kRepeatButton).Recreate(kRepeatButton).Arm(kOnVScroll, kSetScrollPos, 0, 3, 50)
+              .Up(kRepeatButton).Recreate(kRepeatButton).Arm(kOnVScroll, kCallTarget, kScrollBar, 3, 0, kBarPos, CallInput({50}, {1}))
               .Tap(kScrollBar, 128, 215).Arm(kOnAny, kPump, 0, 3, 400).Down(kRepeatButton).Wait(800)
               .Up(kRepeatButton).Arm(kOnCommand, kReskinTarget, kCheckBox).Tap(kCheckBox, 20, 128)
               .Arm(kOnLButtonUp, kMoveSender, 0, 1, 0x12345).Tap(kRepeatButton)
-              .Arm(kOnHScroll, kResetRange, kSlider, 2, 3).Tap(kSlider, 240, 128)
+              .Arm(kOnHScroll, kCallTarget, kSlider, 2, 0, kSliderRange, CallInput({0, 3}, {1})).Tap(kSlider, 240, 128)
               .Arm(kOnCommand, kDestroySender, 0).Focus(kCheckBox).Key(kReturn));
 
     write("destroy_in_the_middle",

@@ -24,7 +24,9 @@ enum SkinFile : uint8_t {
     kFileCount
 };
 
-// What the host holds, in creation order.
+// The host's controls, one slot each, in creation order. A family claims its slots here
+// (before kControlCount) and registers what fills them (storm_family.h); seeds name
+// controls by these.
 enum Control : uint8_t {
     kRepeatButton,  // CZELButton with auto-repeat and a caption strip
     kShapedButton,  // CZELBmpButton, resource skins
@@ -37,6 +39,8 @@ enum Control : uint8_t {
     kControlCount
 };
 
+// Operations every control takes. What only some classes have (their own API, resource
+// skins, fonts) is a kCall of the control's family.
 enum Op : uint8_t {
     kPointerDown,   // point
     kPointerMove,   // point
@@ -45,22 +49,73 @@ enum Op : uint8_t {
     kKey,           // key index, flags (1 = also release, 2 = press twice)
     kAdvance,       // u16 (ms = value % 2001)
     kFocus,         // control
-    kScrollCall,    // what, values...
-    kSliderCall,    // slider (0..2), what, values...
-    kLoadSkin,      // control, skin string
-    kResourceSkin,  // control, module choice, identifiers...
-    kCheck,         // value, auto-click flag
+    kCall,          // control, call (modulo the control's count of calls), the call's arguments
+    kLoadSkin,      // control, skin string, reserved flag
     kEnable,        // control, flag
     kShow,          // control, command
-    kMove,          // control, x, y, width, height, repaint
-    kFont,          // which, heights, colours
+    kMove,          // control, x, y, width, height, repaint, as-rectangle flag
     kDestroy,       // control (kControlCount = the host)
-    kRecreate,      // control (kControlCount = the host and every control)
-    kArm,           // message, action, target, count
-    kText,          // control, string
-    kRawMessage,    // control, message, wParam, point
-    kButtonCall,    // what, ...
+    kRecreate,      // control (kControlCount = the host and every control), elsewhere flag, [rectangle]
+    kArm,           // trigger, reaction, target, count, value, call, call arguments (text)
+    kText,          // control, string, widen flag, [width]
+    kRawMessage,    // control, x, y, message, argument
     kOpCount
+};
+
+// The calls of each control, by index: kCall's second byte. Arguments as noted, values
+// read as "extreme" values (kRawValue and a 64-bit value, or a pick of the fuzzer's table).
+enum RepeatButtonCall : uint8_t {
+    kButtonAutoClick,    // flag
+    kButtonInvalidate,   // erase flag
+    kButtonResourceIds,  // 3 identifiers, module (a no-op for this class)
+    kButtonPaths,        // skin string, cut at "|" into the four path arguments
+    kRepeatButtonCalls
+};
+enum ShapedButtonCall : uint8_t {
+    kShapedResources,    // module, 4 identifiers
+    kShapedButtonCalls
+};
+enum TextButtonCall : uint8_t {
+    kTextResources,      // module, 3 identifiers
+    kTextFont,           // 2 heights, 2 colours (i32)
+    kTextPaintByHand,    // DrawItem(NULL)
+    kTextButtonCalls
+};
+enum CheckBoxCall : uint8_t {
+    kCheckSet,           // value, auto-click flag
+    kCheckFont,          // height, face (text), colour (i32)
+    kCheckBoxCalls
+};
+enum ScrollBarCall : uint8_t {
+    kBarRange,           // 2 values
+    kBarPos,             // value, redraw flag
+    kBarInfo,            // mask flag, 5 values, pass-the-structure flag, redraw flag
+    kBarPage,            // value
+    kBarLine,            // value
+    kBarMove,            // 4 coordinates, repaint flag
+    kBarQuery,           // 2 flags
+    kBarResources,       // module, 7 identifiers
+    kScrollBarCalls
+};
+enum SliderCall : uint8_t {
+    kSliderRange,        // 2 values, redraw flag
+    kSliderPos,          // value
+    kSliderPage,         // value
+    kSliderLine,         // value
+    kSliderLineLeft,
+    kSliderLineRight,
+    kSliderLineUp,
+    kSliderLinedown,
+    kSliderLeftPage,
+    kSliderRightpage,
+    kSliderChannel,      // 2 values
+    kSliderStyle,        // pick of -1..2
+    kSliderVertical,     // flag
+    kSliderMoveStyle,    // flag
+    kSliderQuery,
+    kSliderResources,    // module, 9 identifiers, missing-arrays bits
+    kSliderProgressResources,  // module, 2 identifiers
+    kSliderCalls
 };
 
 // Point targets: a control's window rectangle with 8 pixels around it, the whole plane,
@@ -92,12 +147,11 @@ enum Reaction : uint8_t {
     kDestroySender,
     kDestroyTarget,
     kDestroyHost,
-    kSetScrollPos,    // re-enters the scroll bar, which notifies again
+    kCallTarget,      // one of the target's calls (re-entering a scroll bar notifies again)
     kMoveSender,
     kDisableSender,
     kHideSender,
     kReskinTarget,
-    kResetRange,
     kFocusTarget,
     kPump,            // a nested message loop, as a modal box would run
     kReactionCount

@@ -1,13 +1,18 @@
 #include "CBmpTextButton.h"
 
 #include "ControlFont.h"
-#include "SkinList.h"
+#include "OffscreenCanvas.h"
+#include "SkinSet.h"
+#include "SkinText.h"
 
 namespace {
 
+enum Piece { kNormal, kFocus, kDown, kPieces };
+
 constexpr LONG kCaptionWeight = FW_BOLD;
 constexpr int kNormalHeight = 14;
-constexpr int kActiveHeight = 25;  // the caption grows when the button is focused or pressed
+// Intended: the caption grows when the button is focused or pressed.
+constexpr int kActiveHeight = 25;
 
 }  // namespace
 
@@ -16,34 +21,28 @@ BEGIN_MESSAGE_MAP(CBmpTextButton, CButton)
 END_MESSAGE_MAP()
 
 CBmpTextButton::CBmpTextButton()
-    : m_hFontNormal(zelctl::CreateControlFont(kNormalHeight, kCaptionWeight)),
-      m_hFontActive(zelctl::CreateControlFont(kActiveHeight, kCaptionWeight)),
+    : m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
+      m_fontNormal(std::make_unique<zelctl::OwnedFont>(zelctl::CreateControlFont(kNormalHeight, kCaptionWeight))),
+      m_fontActive(std::make_unique<zelctl::OwnedFont>(zelctl::CreateControlFont(kActiveHeight, kCaptionWeight))),
       m_crNormal(RGB(0, 0, 0)),
       m_crActive(RGB(255, 255, 255)) {}
 
-// OnDestroy releases the fonts of a button that had a window; this covers one that never
-// had one. The skins go with their wrappers.
-CBmpTextButton::~CBmpTextButton() {
-    zelctl::ReleaseFont(m_hFontNormal);
-    zelctl::ReleaseFont(m_hFontActive);
-}
+// The fonts of a button that never had a window, and the skins, go with their owners.
+CBmpTextButton::~CBmpTextButton() = default;
 
 void CBmpTextButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, HINSTANCE hInst) {
-    m_bmpNormal.DeleteObject();
-    m_bmpFocus.DeleteObject();
-    m_bmpDown.DeleteObject();
+    m_skin->ReleaseAll();
     ModifyStyle(0, BS_OWNERDRAW, 0);
-    m_bmpNormal.Attach(zelctl::LoadSkinBitmap(nNormal, hInst));
-    m_bmpFocus.Attach(zelctl::LoadSkinBitmap(nFocus, hInst));
-    m_bmpDown.Attach(zelctl::LoadSkinBitmap(nDown, hInst));
+    m_skin->LoadIds({nNormal, nFocus, nDown}, hInst);
     if (m_hWnd) Invalidate();
 }
 
+// Intended: nHeightActive is not used, so after this call both states draw at nHeight.
 void CBmpTextButton::SetFont(int nHeight, int, DWORD crNormal, DWORD crActive) {
-    zelctl::ReleaseFont(m_hFontNormal);
-    zelctl::ReleaseFont(m_hFontActive);
-    m_hFontNormal = zelctl::CreateControlFont(nHeight, kCaptionWeight);
-    m_hFontActive = zelctl::CreateControlFont(nHeight, kCaptionWeight);
+    m_fontNormal->Reset();
+    m_fontActive->Reset();
+    m_fontNormal->Create(nHeight, kCaptionWeight);
+    m_fontActive->Create(nHeight, kCaptionWeight);
     m_crNormal = crNormal;
     m_crActive = crActive;
     if (m_hWnd) Invalidate();
@@ -57,7 +56,7 @@ void CBmpTextButton::MoveWindow(CRect& rect, BOOL bRepaint) { CWnd::MoveWindow(&
 
 BOOL CBmpTextButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }
 
-// Pushed without the focus (BM_SETSTATE from elsewhere) draws as normal.
+// Intended: pushed without the focus (BM_SETSTATE from elsewhere) draws as normal.
 void CBmpTextButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) {
     if (!lpDrawItemStruct) return;
     const UINT itemState = lpDrawItemStruct->itemState;
@@ -69,6 +68,7 @@ void CBmpTextButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) {
     dc.Detach();
 }
 
+// The skin stretched over the client area, the caption centred on it, one copy out.
 void CBmpTextButton::DrawBitmap(CDC* pDC, STATE state) {
     if (!pDC || !pDC->m_hDC) return;
     CString text;
@@ -76,40 +76,17 @@ void CBmpTextButton::DrawBitmap(CDC* pDC, STATE state) {
     CRect rc;
     GetClientRect(&rc);
 
-    CBitmap canvas;
-    CDC skinDC, canvasDC;
-    skinDC.CreateCompatibleDC(pDC);
-    canvasDC.CreateCompatibleDC(pDC);
-    canvasDC.SetBkMode(TRANSPARENT);
-
-    HFONT font = m_hFontNormal;
-    COLORREF colour = m_crNormal;
-    CBitmap* skin = &m_bmpNormal;
-    if (state == STATE_FOCUS || state == STATE_DOWN) {
-        font = m_hFontActive;
-        colour = m_crActive;
-        skin = state == STATE_FOCUS ? &m_bmpFocus : &m_bmpDown;
-    }
-    HGDIOBJ oldFont = canvasDC.SelectObject(static_cast<HGDIOBJ>(font));
-    canvasDC.SetTextColor(colour);
-    HGDIOBJ oldSkin = skinDC.SelectObject(skin->m_hObject);
-    BITMAP bm{};
-    if (skin->m_hObject) skin->GetBitmap(&bm);
-
-    canvas.CreateCompatibleBitmap(pDC, rc.Width(), rc.Height());
-    HGDIOBJ oldCanvas = canvasDC.SelectObject(static_cast<HGDIOBJ>(canvas.m_hObject));
-    if (skin->m_hObject)
-        canvasDC.StretchBlt(0, 0, rc.Width(), rc.Height(), &skinDC, 0, 0, bm.bmWidth, bm.bmHeight, SRCCOPY);
-    canvasDC.DrawText(text, &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
-    pDC->BitBlt(rc.left, rc.top, rc.Width(), rc.Height(), &canvasDC, 0, 0, SRCCOPY);
-
-    if (oldCanvas) canvasDC.SelectObject(oldCanvas);
-    if (oldSkin) skinDC.SelectObject(oldSkin);
-    if (oldFont) canvasDC.SelectObject(oldFont);
+    const bool active = state == STATE_FOCUS || state == STATE_DOWN;
+    const HBITMAP skin = (*m_skin)[state == STATE_FOCUS ? kFocus : state == STATE_DOWN ? kDown : kNormal];
+    zelctl::OffscreenCanvas canvas(*pDC, rc.Width(), rc.Height());
+    canvas.Stretch(skin, 0, 0, rc.Width(), rc.Height());
+    zelctl::DrawSkinText(canvas.dc(), text, rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE,
+                         active ? m_crActive : m_crNormal, active ? m_fontActive->get() : m_fontNormal->get());
+    canvas.Present();
 }
 
 void CBmpTextButton::OnDestroy() {
-    zelctl::ReleaseFont(m_hFontNormal);
-    zelctl::ReleaseFont(m_hFontActive);
+    m_fontNormal->Reset();
+    m_fontActive->Reset();
     CButton::OnDestroy();
 }

@@ -6,7 +6,14 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 #include "zelctl_api.h"
+
+namespace zelctl {
+class OwnedFont;
+class SkinSet;
+}
 
 class ZELCTL_API CBmpTextButton : public CButton {
 public:
@@ -32,11 +39,10 @@ protected:
 
     DECLARE_MESSAGE_MAP()
 
-    CBitmap m_bmpNormal;
-    CBitmap m_bmpFocus;
-    CBitmap m_bmpDown;
-    HFONT m_hFontNormal;
-    HFONT m_hFontActive;
+    // The skins of the three states (normal, focus, down), owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
+    std::unique_ptr<zelctl::OwnedFont> m_fontNormal;
+    std::unique_ptr<zelctl::OwnedFont> m_fontActive;
     COLORREF m_crNormal;
     COLORREF m_crActive;
     CString m_strText;  // reserved

@@ -6,7 +6,13 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 #include "zelctl_api.h"
+
+namespace zelctl {
+class SkinSet;
+}
 
 class ZELCTL_API CZELBmpButton : public CButton {
 public:
@@ -28,13 +34,11 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     BOOL m_bPressed;
-    CBitmap m_bmpNormal;
-    CBitmap m_bmpFocus;
-    CBitmap m_bmpDown;
-    CBitmap m_bmpDisable;
+    // Normal (also the window's shape), focus, down and disabled skins, owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
     CRgn m_rgnShape;
 
 private:
     void BuildShape();
-    CBitmap& ChooseSkin();
+    HBITMAP ChooseSkin() const;
 };

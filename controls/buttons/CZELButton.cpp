@@ -1,13 +1,15 @@
 #include "CZELButton.h"
 
-#include <aygshell.h>
-
 #include <cstdint>
 
+#include "Notify.h"
 #include "SkinList.h"
 #include "SkinPaint.h"
+#include "SkinSet.h"
 
 namespace {
+
+enum Piece { kNormal, kFocus, kDown, kDisable, kPieces };
 
 constexpr UINT_PTR kRepeatTimer = 1;
 constexpr UINT_PTR kDelayTimer = 2;
@@ -26,8 +28,6 @@ constexpr RECT kShapedSteps[] = {
 // The caption strip: 21 pixels below the button, 8 wider on each side.
 constexpr int kStripHeight = 21;
 constexpr int kStripOverhang = 8;
-
-bool ParentIsWindow(HWND parent) { return parent && ::IsWindow(parent); }
 
 // Coordinates add as the device's 32-bit integers do: a strip or a size beyond the
 // coordinate range wraps around rather than being undefined.
@@ -50,10 +50,7 @@ BEGIN_MESSAGE_MAP(CZELButton, CButton)
 END_MESSAGE_MAP()
 
 CZELButton::CZELButton()
-    : m_hBmpNormal(nullptr),
-      m_hBmpFocus(nullptr),
-      m_hBmpDown(nullptr),
-      m_hBmpDisable(nullptr),
+    : m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
       m_bCaptionStrip(false),
       m_bAutoClick(false),
       m_ptLast(0, 0),
@@ -61,14 +58,8 @@ CZELButton::CZELButton()
     m_rgnWindow.CreateRectRgnIndirect(&kShapedBody);
 }
 
-// Normally OnDestroy has released everything; this covers an object whose window was
-// never created.
-CZELButton::~CZELButton() {
-    zelctl::DeleteSkin(m_hBmpNormal);
-    zelctl::DeleteSkin(m_hBmpDown);
-    zelctl::DeleteSkin(m_hBmpFocus);
-    zelctl::DeleteSkin(m_hBmpDisable);
-}
+// The skin set releases what OnDestroy did not (an object whose window never existed).
+CZELButton::~CZELButton() = default;
 
 BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID,
                         bool bCaptionStrip) {
@@ -79,7 +70,7 @@ BOOL CZELButton::Create(LPCTSTR lpszCaption, DWORD dwStyle, const RECT& rect, CW
         m_rcCaption.SetRect(Wrap(int64_t{rect.left} - kStripOverhang), Wrap(int64_t{rect.bottom} - (kStripHeight - 1)),
                             Wrap(int64_t{rect.right} + kStripOverhang), rect.bottom);
     }
-    // Callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
+    // Intended as it is: callers pass BS_OWNERDRAW or a push style; a style sharing any bit with BS_OWNERDRAW
     // (a default push button, a check box) becomes owner-drawn.
     if (dwStyle & BS_OWNERDRAW) dwStyle |= BS_OWNERDRAW;
     return CButton::Create(lpszCaption, dwStyle, rc, pParentWnd, nID);
@@ -92,6 +83,7 @@ void CZELButton::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint
                             Wrap(int64_t{x} + nWidth + kStripOverhang), Wrap(int64_t{y} + nHeight + kStripHeight));
 }
 
+// Intended: unlike the other overload, this one leaves the caption strip where it was.
 void CZELButton::MoveWindow(CRect rect, BOOL bRepaint) {
     CWnd::MoveWindow(rect.left, rect.top, Wrap(int64_t{rect.right} - rect.left), Wrap(int64_t{rect.bottom} - rect.top),
                      bRepaint);
@@ -101,24 +93,20 @@ BOOL CZELButton::ShowWindow(int nCmdShow) { return CWnd::ShowWindow(nCmdShow); }
 
 void CZELButton::SetWindowTextW(LPCTSTR lpszString) { CWnd::SetWindowTextW(lpszString); }
 
+// Intended: both arguments are ignored; the whole client area is invalidated with erase.
 void CZELButton::InvalidateRect(const RECT*, BOOL) {
     if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
 }
 
 BOOL CZELButton::EnableWindow(BOOL bEnable) { return CWnd::EnableWindow(bEnable); }
 
+// Intended no-op: resource skins are the other buttons' business.
 void CZELButton::LoadBitmaps(UINT, UINT, UINT, HINSTANCE) {}
 
 void CZELButton::LoadBitmaps(CString strNormal, CString strFocus, CString strDown, CString strDisable) {
-    zelctl::DeleteSkin(m_hBmpDown);
-    zelctl::DeleteSkin(m_hBmpFocus);
-    zelctl::DeleteSkin(m_hBmpNormal);
-    zelctl::DeleteSkin(m_hBmpDisable);
+    for (Piece piece : {kDown, kFocus, kNormal, kDisable}) m_skin->Release(piece);  // the order the device frees them
     ModifyStyle(0, BS_OWNERDRAW, 0);
-    m_hBmpNormal = ::SHLoadDIBitmap(strNormal);
-    m_hBmpFocus = ::SHLoadDIBitmap(strFocus);
-    m_hBmpDown = ::SHLoadDIBitmap(strDown);
-    m_hBmpDisable = ::SHLoadDIBitmap(strDisable);
+    m_skin->LoadFiles({strNormal, strFocus, strDown, strDisable});
     // Without a window there is nothing to repaint (and a null window would mean all).
     if (m_hWnd) CWnd::InvalidateRect(nullptr, TRUE);
 }
@@ -131,10 +119,12 @@ void CZELButton::LoadSkin(CString strSkin, CString) {
     LoadBitmaps(pieces[0], pieces[n > 1 ? 1 : 0], pieces[n > 2 ? 2 : 0], pieces[n > 3 ? 3 : 0]);
 }
 
-// Auto-repeat works from the flag alone; the window class is left as it is (the BUTTON
+// Intended: auto-repeat works from the flag alone; the window class is left as it is (the BUTTON
 // class is shared by every button of the process).
 void CZELButton::SetAutoClick(bool bAuto) { m_bAutoClick = bAuto; }
 
+// Intended no-op, kept call for call: it reads the client rectangle and makes and frees a
+// memory DC, drawing nothing. All drawing is in OnPaint.
 void CZELButton::DrawBitmap(HDC hDC, STATE) {
     if (!hDC) return;
     CRect rc;
@@ -144,6 +134,7 @@ void CZELButton::DrawBitmap(HDC hDC, STATE) {
     ::DeleteDC(memDC);
 }
 
+// Intended to be empty: the BUTTON class asks, but the button paints in WM_PAINT.
 void CZELButton::DrawItem(LPDRAWITEMSTRUCT) {}
 
 // The BUTTON class would fill the background with the parent's button brush before
@@ -155,21 +146,22 @@ LRESULT CZELButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 BOOL CZELButton::PreTranslateMessage(MSG* pMsg) {
     if (pMsg && pMsg->message == WM_KEYDOWN && pMsg->wParam == VK_RETURN) {
-        NotifyParent();
+        zelctl::NotifyCommand(*this);
         return TRUE;
     }
     return CButton::PreTranslateMessage(pMsg);
 }
 
 HBITMAP CZELButton::ChooseSkin() const {
+    const zelctl::SkinSet& skin = *m_skin;
     if (IsWindowEnabled()) {
         const bool focused = ::GetFocus() == m_hWnd;
-        if (focused && m_bPressed && m_hBmpDown) return m_hBmpDown;
-        if (focused && m_hBmpFocus) return m_hBmpFocus;
-    } else if (m_hBmpDisable) {
-        return m_hBmpDisable;
+        if (focused && m_bPressed && skin[kDown]) return skin[kDown];
+        if (focused && skin[kFocus]) return skin[kFocus];
+    } else if (skin[kDisable]) {
+        return skin[kDisable];
     }
-    return m_hBmpNormal;
+    return skin[kNormal];
 }
 
 void CZELButton::OnPaint() {
@@ -177,41 +169,32 @@ void CZELButton::OnPaint() {
     zelctl::PaintSingleSkin(*this, dc, ChooseSkin());
 }
 
-void CZELButton::NotifyParent() {
-    HWND parent = ::GetParent(m_hWnd);
-    if (ParentIsWindow(parent))
-        ::SendMessageW(parent, WM_COMMAND, static_cast<WPARAM>(GetDlgCtrlID() & 0xFFFF), reinterpret_cast<LPARAM>(m_hWnd));
-}
-
-// The parent sees presses and releases in screen coordinates, so a host can follow a
-// drag across several buttons.
-void CZELButton::ForwardToParent(UINT message, UINT nFlags, CPoint point) {
-    ClientToScreen(&point);
-    HWND parent = ::GetParent(m_hWnd);
-    if (ParentIsWindow(parent)) ::SendMessageW(parent, message, nFlags, MAKELPARAM(point.x, point.y));
+// Intended: the parent sees presses and releases in screen coordinates, so a host can
+// follow a drag across several buttons.
+bool CZELButton::ForwardToParent(UINT message, UINT nFlags, CPoint point) {
+    return zelctl::ForwardPointer(*this, message, nFlags, point, zelctl::PointIn::Screen);
 }
 
 void CZELButton::OnLButtonDown(UINT nFlags, CPoint point) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     m_bPressed = 1;
     SetFocus();
     SetCapture();
     m_ptLast = point;
     if (m_bAutoClick) SetTimer(kDelayTimer, kRepeatDelayMs, nullptr);
     Default();
-    if (!::IsWindow(self)) return;
-    ForwardToParent(WM_LBUTTONDOWN, nFlags, point);
-    if (!::IsWindow(self)) return;
+    if (!alive.Alive() || !ForwardToParent(WM_LBUTTONDOWN, nFlags, point)) return;
     Invalidate(TRUE);
     UpdateWindow();
 }
 
-// Tracks the pointer whether or not the stylus went down on this button.
+// Intended: tracks the pointer whether or not the stylus went down on this button (no
+// look at the flags or the capture).
 void CZELButton::OnMouseMove(UINT, CPoint point) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     m_ptLast = point;
     Default();
-    if (!::IsWindow(self)) return;
+    if (!alive.Alive()) return;
     CRect rc;
     GetClientRect(&rc);
     const bool inside = rc.PtInRect(point) != FALSE;
@@ -221,11 +204,11 @@ void CZELButton::OnMouseMove(UINT, CPoint point) {
     UpdateWindow();
 }
 
-// Whether the release clicks is decided by where the pointer was last seen, not by the
+// Intended: whether the release clicks is decided by where the pointer was last seen, not by the
 // release point; an outside release never reaches the BUTTON logic, which is what would
 // send BN_CLICKED.
 void CZELButton::OnLButtonUp(UINT nFlags, CPoint point) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     m_bPressed = 0;
     KillTimer(kRepeatTimer);
     KillTimer(kDelayTimer);
@@ -233,18 +216,15 @@ void CZELButton::OnLButtonUp(UINT nFlags, CPoint point) {
     GetClientRect(&rc);
     if (rc.PtInRect(m_ptLast)) Default();  // the parent may destroy us in its BN_CLICKED
     ::ReleaseCapture();
-    if (!::IsWindow(self)) return;
-    ForwardToParent(WM_LBUTTONUP, nFlags, point);
-    if (!::IsWindow(self)) return;
+    if (!alive.Alive() || !ForwardToParent(WM_LBUTTONUP, nFlags, point)) return;
     Invalidate(TRUE);
 }
 
-// The BUTTON class would turn a double tap into BN_DOUBLECLICKED; here the second tap
+// Intended: the BUTTON class would turn a double tap into BN_DOUBLECLICKED; here the second tap
 // is a click of its own.
-void CZELButton::OnLButtonDblClk(UINT, CPoint) { NotifyParent(); }
+void CZELButton::OnLButtonDblClk(UINT, CPoint) { zelctl::NotifyCommand(*this); }
 
 void CZELButton::OnTimer(UINT_PTR nIDEvent) {
-    const HWND self = m_hWnd;
     if (nIDEvent == kDelayTimer) {
         KillTimer(kDelayTimer);
         SetTimer(kRepeatTimer, kRepeatPeriodMs, nullptr);
@@ -254,33 +234,32 @@ void CZELButton::OnTimer(UINT_PTR nIDEvent) {
         // sliding back in resumes it.
         CRect rc;
         GetClientRect(&rc);
-        if (rc.PtInRect(m_ptLast)) NotifyParent();
-        if (!::IsWindow(self)) return;
+        if (rc.PtInRect(m_ptLast) && !zelctl::NotifyCommand(*this)) return;
     }
     Default();
 }
 
 void CZELButton::OnKillFocus(CWnd*) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     m_bPressed = 0;
     KillTimer(kRepeatTimer);
     KillTimer(kDelayTimer);
     Default();
-    if (!::IsWindow(self)) return;
+    if (!alive.Alive()) return;
     Invalidate(TRUE);
     UpdateWindow();
 }
 
 void CZELButton::OnSetFocus(CWnd*) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     Default();
-    if (::IsWindow(self)) Invalidate(TRUE);
+    if (alive.Alive()) Invalidate(TRUE);
 }
 
 void CZELButton::OnEnable(BOOL) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     Default();
-    if (!::IsWindow(self)) return;
+    if (!alive.Alive()) return;
     Invalidate(TRUE);
     UpdateWindow();
 }
@@ -304,12 +283,9 @@ void CZELButton::OnSize(UINT, int cx, int cy) {
 }
 
 void CZELButton::OnDestroy() {
-    zelctl::DeleteSkin(m_hBmpNormal);
-    zelctl::DeleteSkin(m_hBmpDown);
-    zelctl::DeleteSkin(m_hBmpFocus);
-    zelctl::DeleteSkin(m_hBmpDisable);
+    for (Piece piece : {kNormal, kDown, kFocus, kDisable}) m_skin->Release(piece);  // the device's order
     KillTimer(kRepeatTimer);
     KillTimer(kDelayTimer);
-    m_rgnWindow.DeleteObject();
+    m_rgnWindow.DeleteObject();  // the region the window was given, as on every size change
     CButton::OnDestroy();
 }

@@ -10,7 +10,13 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 #include "zelctl_api.h"
+
+namespace zelctl {
+class SkinSet;
+}
 
 class ZELCTL_API CZELButton : public CButton {
 public:
@@ -65,10 +71,8 @@ protected:
 
     DECLARE_MESSAGE_MAP()
 
-    HBITMAP m_hBmpNormal;
-    HBITMAP m_hBmpFocus;
-    HBITMAP m_hBmpDown;
-    HBITMAP m_hBmpDisable;
+    // Normal, focus, down and disabled skins, owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
     bool m_bCaptionStrip;
     bool m_bAutoClick;
     CPoint m_ptLast;  // client coordinates of the last press or move
@@ -84,8 +88,7 @@ protected:
 
 private:
     HBITMAP ChooseSkin() const;
-    // WM_COMMAND with code 0 to the parent, if it is still a window.
-    void NotifyParent();
-    // Forwards a press or release to the parent with the point in screen coordinates.
-    void ForwardToParent(UINT message, UINT nFlags, CPoint point);
+    // Forwards a press or release to the parent with the point in screen coordinates;
+    // false when the parent destroyed the button meanwhile.
+    bool ForwardToParent(UINT message, UINT nFlags, CPoint point);
 };

@@ -1,31 +1,19 @@
 #include "CZELChkBox.h"
 
-#include <aygshell.h>
-
-#include <cwchar>
-
 #include "ControlFont.h"
+#include "Notify.h"
+#include "OffscreenCanvas.h"
 #include "SkinList.h"
+#include "SkinSet.h"
+#include "SkinText.h"
 
 namespace {
+
+enum Piece { kChecked, kUnchecked, kBack, kPieces };
 
 constexpr int kDefaultFontHeight = 18;
 constexpr int kCaptionGap = 5;             // between the box and the caption
 constexpr int kWrappedCaptionHeight = 31;  // from this measured height on, the caption wraps
-
-// Paths pass through a MAX_PATH buffer: longer ones are cut there.
-HBITMAP LoadImagePath(const CString& path) {
-    WCHAR buffer[MAX_PATH];
-    std::wcsncpy(buffer, path, MAX_PATH - 1);
-    buffer[MAX_PATH - 1] = L'\0';
-    return ::SHLoadDIBitmap(buffer);
-}
-
-CSize BitmapSize(HBITMAP bitmap) {
-    BITMAP bm{};
-    if (!bitmap || !::GetObjectW(bitmap, sizeof bm, &bm)) return CSize(0, 0);
-    return CSize(bm.bmWidth, bm.bmHeight);
-}
 
 }  // namespace
 
@@ -40,23 +28,17 @@ END_MESSAGE_MAP()
 
 CZELChkBox::CZELChkBox()
     : m_bChecked(0),
-      m_hBmpUnchecked(nullptr),
-      m_hBmpChecked(nullptr),
-      m_hBmpBack(nullptr),
+      m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
       m_bPressed(FALSE),
       m_bClickable(TRUE),
-      m_hFont(zelctl::CreateControlFont(kDefaultFontHeight, FW_NORMAL)),
+      m_font(std::make_unique<zelctl::OwnedFont>(zelctl::CreateControlFont(kDefaultFontHeight, FW_NORMAL))),
       m_crText(RGB(0, 0, 0)) {}
 
 // OnDestroy leaves the unchecked image and the font behind; they, and everything of a
-// check box whose window never existed, are released here.
-CZELChkBox::~CZELChkBox() {
-    zelctl::DeleteSkin(m_hBmpUnchecked);
-    zelctl::DeleteSkin(m_hBmpChecked);
-    zelctl::DeleteSkin(m_hBmpBack);
-    zelctl::ReleaseFont(m_hFont);
-}
+// check box whose window never existed, go with the skin set and the font.
+CZELChkBox::~CZELChkBox() = default;
 
+// Intended to do nothing: the check box needs no set-up when a window is attached.
 void CZELChkBox::PreSubclassWindow() {}
 
 int CZELChkBox::GetCheck() { return m_bChecked; }
@@ -68,22 +50,21 @@ void CZELChkBox::SetCheck(int n) {
 
 void CZELChkBox::SetAutoClick(bool b) { m_bClickable = b; }
 
+// Intended: the face is not used; every check box caption is in "Tahoma".
 void CZELChkBox::SetFont(int nHeight, CString, DWORD crText) {
-    zelctl::ReleaseFont(m_hFont);
-    m_hFont = zelctl::CreateControlFont(nHeight, FW_NORMAL);
+    m_font->Reset();
+    m_font->Create(nHeight, FW_NORMAL);
     m_crText = crText;
     if (m_hWnd) Invalidate();
 }
 
+// Paths pass through a MAX_PATH buffer: longer ones are cut there.
 void CZELChkBox::LoadBitmapW(CString strChecked, CString strUnchecked, CString strBack) {
-    zelctl::DeleteSkin(m_hBmpChecked);
-    zelctl::DeleteSkin(m_hBmpUnchecked);
-    zelctl::DeleteSkin(m_hBmpBack);
-    m_hBmpChecked = LoadImagePath(strChecked);
-    m_hBmpUnchecked = LoadImagePath(strUnchecked);
-    m_hBmpBack = LoadImagePath(strBack);
-    if (m_hBmpUnchecked) {
-        const CSize box = BitmapSize(m_hBmpUnchecked);
+    m_skin->ReleaseAll();
+    m_skin->LoadFiles({zelctl::PathInBuffer(strChecked), zelctl::PathInBuffer(strUnchecked),
+                       zelctl::PathInBuffer(strBack)});
+    if ((*m_skin)[kUnchecked]) {
+        const SIZE box = m_skin->Size(kUnchecked);
         m_rcBox.SetRect(0, 0, box.cx, box.cy);
     }
     if (m_hWnd) Invalidate();
@@ -105,75 +86,47 @@ BOOL CZELChkBox::PreTranslateMessage(MSG* pMsg) {
     return CSkinWnd::PreTranslateMessage(pMsg);
 }
 
-void CZELChkBox::Toggle() {
+bool CZELChkBox::Toggle() {
     m_bChecked = m_bChecked ? 0 : 1;
     Invalidate();
-    HWND parent = ::GetParent(m_hWnd);
-    if (parent && ::IsWindow(parent))
-        ::SendMessageW(parent, WM_COMMAND, static_cast<WPARAM>(GetDlgCtrlID() & 0xFFFF), reinterpret_cast<LPARAM>(m_hWnd));
+    return zelctl::NotifyCommand(*this);
 }
 
 void CZELChkBox::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    CBitmap frame;
-    frame.CreateCompatibleBitmap(&dc, client.Width(), client.Height());
-    CDC memDC, skinDC;
-    memDC.CreateCompatibleDC(&dc);
-    skinDC.CreateCompatibleDC(&dc);
-    HGDIOBJ oldFrame = memDC.SelectObject(static_cast<HGDIOBJ>(frame.m_hObject));
-    HGDIOBJ oldSkin = nullptr;
-    auto selectSkin = [&](HBITMAP skin) {
-        HGDIOBJ previous = skinDC.SelectObject(static_cast<HGDIOBJ>(skin));
-        if (!oldSkin) oldSkin = previous;
-    };
-    memDC.SetTextColor(m_crText);
-
-    if (m_hBmpBack) {
-        const CSize back = BitmapSize(m_hBmpBack);
-        selectSkin(m_hBmpBack);
-        memDC.StretchBlt(0, 0, client.Width(), client.Height(), &skinDC, 0, 0, back.cx, back.cy, SRCCOPY);
-    }
+    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
+    ::SetTextColor(canvas.dc(), m_crText);
+    canvas.Stretch((*m_skin)[kBack], 0, 0, client.Width(), client.Height());
     const int boxTop = (client.Height() - m_rcBox.Height()) / 2;
-    if (HBITMAP box = m_bChecked == 1 ? m_hBmpChecked : m_hBmpUnchecked) {
-        selectSkin(box);
-        memDC.BitBlt(0, boxTop, m_rcBox.Width(), m_rcBox.Height(), &skinDC, 0, 0, SRCCOPY);
-    }
-    PaintCaption(memDC, client);
-    dc.BitBlt(0, 0, client.Width(), client.Height(), &memDC, 0, 0, SRCCOPY);
-
-    if (oldSkin) skinDC.SelectObject(oldSkin);
-    memDC.SelectObject(oldFrame);
+    canvas.Blit((*m_skin)[m_bChecked == 1 ? kChecked : kUnchecked], 0, boxTop, m_rcBox.Width(), m_rcBox.Height());
+    PaintCaption(canvas.dc(), client);
+    canvas.Present();
 }
 
 // The caption, the hit area that follows the measured text, and the focus rectangle.
-void CZELChkBox::PaintCaption(CDC& dc, const CRect& client) {
+void CZELChkBox::PaintCaption(HDC dc, const CRect& client) {
     CString text;
     GetWindowText(text);
-    HGDIOBJ oldFont = dc.SelectObject(static_cast<HGDIOBJ>(m_hFont));
-    dc.SetBkMode(TRANSPARENT);
+    const zelctl::SelectGuard font(dc, m_font->get());
+    ::SetBkMode(dc, TRANSPARENT);
     CRect rcText(m_rcBox.Width() + kCaptionGap, client.top + 1, client.right - 1, client.bottom - 1);
-    CRect measured(rcText);
-    dc.DrawText(text, &measured, DT_CALCRECT | DT_WORDBREAK);
+    const CRect measured(zelctl::MeasureText(dc, text, rcText, DT_WORDBREAK));
     const int textHeight = measured.Height();
-    if (textHeight < kWrappedCaptionHeight)
-        dc.DrawText(text, &rcText, DT_SINGLELINE | DT_VCENTER);
-    else
-        dc.DrawText(text, &rcText, DT_WORDBREAK);
+    ::DrawTextW(dc, text, text.GetLength(), &rcText, textHeight < kWrappedCaptionHeight ? DT_SINGLELINE | DT_VCENTER : DT_WORDBREAK);
 
     // Taps count on the box's rows, from the box to just past the text; the blank rest of
     // the caption rectangle does not toggle.
     const int boxTop = (client.Height() - m_rcBox.Height()) / 2;
     m_rcHit.SetRect(0, boxTop, measured.right + 1, boxTop + m_rcBox.Height());
 
-    // Centred on the caption rectangle even when a wrapped caption is drawn from its top.
+    // Intended: centred on the caption rectangle even when a wrapped caption is drawn from its top.
     if (::GetFocus() == m_hWnd) {
         const int top = rcText.top + (rcText.Height() - textHeight) / 2;
-        CRect focus(measured.left - 2, top - 1, measured.right + 1, top + textHeight + 1);
-        dc.DrawFocusRect(&focus);
+        const CRect focus(measured.left - 2, top - 1, measured.right + 1, top + textHeight + 1);
+        ::DrawFocusRect(dc, &focus);
     }
-    if (oldFont) dc.SelectObject(oldFont);
 }
 
 void CZELChkBox::OnLButtonDown(UINT, CPoint point) {
@@ -184,34 +137,30 @@ void CZELChkBox::OnLButtonDown(UINT, CPoint point) {
 }
 
 void CZELChkBox::OnLButtonUp(UINT, CPoint point) {
-    const HWND self = m_hWnd;
-    if (m_bPressed && m_rcHit.PtInRect(point)) {
-        Toggle();  // the parent may destroy us here
-        if (!::IsWindow(self)) return;
-    }
+    if (m_bPressed && m_rcHit.PtInRect(point) && !Toggle()) return;
     m_bPressed = FALSE;
     Default();
 }
 
 void CZELChkBox::OnSetFocus(CWnd*) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     Default();
-    if (::IsWindow(self)) Invalidate();
+    if (alive.Alive()) Invalidate();
 }
 
 void CZELChkBox::OnKillFocus(CWnd*) {
-    const HWND self = m_hWnd;
+    const zelctl::AliveCheck alive(*this);
     Default();
-    if (::IsWindow(self)) Invalidate();
+    if (alive.Alive()) Invalidate();
 }
 
-// Deliberately releases the background twice and leaves the unchecked image and the font
-// to the destructor.
+// Intended, call for call: the background is deleted twice and the unchecked image and
+// the font are left to the destructor. The set then forgets the two it no longer owns.
 void CZELChkBox::OnDestroy() {
-    ::DeleteObject(m_hBmpBack);
-    ::DeleteObject(m_hBmpChecked);
-    ::DeleteObject(m_hBmpBack);
-    m_hBmpBack = nullptr;
-    m_hBmpChecked = nullptr;
+    ::DeleteObject((*m_skin)[kBack]);
+    ::DeleteObject((*m_skin)[kChecked]);
+    ::DeleteObject((*m_skin)[kBack]);
+    m_skin->Detach(kBack);
+    m_skin->Detach(kChecked);
     CSkinWnd::OnDestroy();
 }

@@ -6,8 +6,15 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 #include "CSkinWnd.h"
 #include "zelctl_api.h"
+
+namespace zelctl {
+class OwnedFont;
+class SkinSet;
+}
 
 class ZELCTL_API CZELChkBox : public CSkinWnd {
 public:
@@ -41,17 +48,17 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     BOOL m_bChecked;
-    HBITMAP m_hBmpUnchecked;
-    HBITMAP m_hBmpChecked;
-    HBITMAP m_hBmpBack;
+    // Checked box, unchecked box, background, owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
     CRect m_rcBox;  // (0, 0, width, height) of the unchecked image
     BOOL m_bPressed;
     BOOL m_bClickable;
-    HFONT m_hFont;
+    std::unique_ptr<zelctl::OwnedFont> m_font;
     COLORREF m_crText;
     CRect m_rcHit;  // box and measured caption, recomputed by every paint
 
 private:
-    void Toggle();
-    void PaintCaption(CDC& dc, const CRect& client);
+    // Toggles and tells the parent; false when the parent destroyed the check box.
+    bool Toggle();
+    void PaintCaption(HDC dc, const CRect& client);
 };

@@ -10,6 +10,18 @@ SIZE BitmapSize(HBITMAP bitmap) {
     return SIZE{info.bmWidth, info.bmHeight};
 }
 
+COLORREF TopLeftPixel(HBITMAP bitmap) {
+    if (!bitmap) return CLR_INVALID;
+    HDC mem = ::CreateCompatibleDC(nullptr);
+    COLORREF pixel = CLR_INVALID;
+    {
+        const SelectGuard guard(mem, bitmap);
+        if (guard.selected()) pixel = ::GetPixel(mem, 0, 0);
+    }
+    ::DeleteDC(mem);
+    return pixel;
+}
+
 OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height) : screen_(screen), width_(width), height_(height) {
     mem_ = ::CreateCompatibleDC(screen);
     pieces_ = ::CreateCompatibleDC(screen);
@@ -25,8 +37,8 @@ OffscreenCanvas::~OffscreenCanvas() {
     if (mem_) ::DeleteDC(mem_);
 }
 
-bool OffscreenCanvas::Select(HBITMAP piece) {
-    if (!piece || !surface_) return false;
+bool OffscreenCanvas::Select(HBITMAP piece, bool needsSurface) {
+    if (!piece || (needsSurface && !surface_)) return false;
     HGDIOBJ previous = ::SelectObject(pieces_, piece);
     if (!previous) return false;
     if (!oldPiece_) oldPiece_ = previous;
@@ -70,6 +82,10 @@ void OffscreenCanvas::ScreenPiece(HBITMAP screenBitmap, HWND window) {
     RECT rc{};
     if (!::GetWindowRect(window, &rc)) return;
     Blit(screenBitmap, 0, 0, width_, height_, rc.left, rc.top);
+}
+
+void OffscreenCanvas::PresentPiece(HBITMAP piece) {
+    if (Select(piece, false)) ::BitBlt(screen_, 0, 0, width_, height_, pieces_, 0, 0, SRCCOPY);
 }
 
 void OffscreenCanvas::Present() {

@@ -12,6 +12,10 @@ namespace zelctl {
 // load). The one answer every control uses, so a missing piece is "0 wide" everywhere.
 SIZE BitmapSize(HBITMAP bitmap);
 
+// The colour of a bitmap's top-left pixel (skins carry colours as one-colour samples);
+// CLR_INVALID for a null or stale handle.
+COLORREF TopLeftPixel(HBITMAP bitmap);
+
 // Selects an object into a DC for the guard's lifetime and puts the previous one back.
 class SelectGuard {
 public:
@@ -60,9 +64,13 @@ public:
 
     // Copies the canvas to (0, 0) of the screen DC.
     void Present();
+    // For a control whose whole picture is one piece: the piece is already off screen, so
+    // it goes from its origin straight to (0, 0) of the screen DC at the canvas size, and
+    // the canvas itself is not presented.
+    void PresentPiece(HBITMAP piece);
 
 private:
-    bool Select(HBITMAP piece);
+    bool Select(HBITMAP piece, bool needsSurface = true);
 
     HDC screen_;
     int width_, height_;

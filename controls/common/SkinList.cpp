@@ -25,9 +25,8 @@ HBITMAP LoadSkinBitmap(UINT id, HINSTANCE instance) {
 
 HBITMAP LoadSkinFile(const CString& path) { return path.IsEmpty() ? nullptr : ::SHLoadDIBitmap(path); }
 
-void DeleteSkin(HBITMAP& bitmap) {
-    if (bitmap) ::DeleteObject(bitmap);
-    bitmap = nullptr;
+CString PathInBuffer(const CString& path, int capacity) {
+    return path.GetLength() < capacity ? path : path.Left(capacity > 0 ? capacity - 1 : 0);
 }
 
 }  // namespace zelctl

@@ -16,7 +16,8 @@ HBITMAP LoadSkinBitmap(UINT id, HINSTANCE instance);
 // Loads an image file with SHLoadDIBitmap; an empty path loads nothing (NULL).
 HBITMAP LoadSkinFile(const CString& path);
 
-// Deletes a skin bitmap handle and clears it.
-void DeleteSkin(HBITMAP& bitmap);
+// The path as a fixed buffer of `capacity` characters holds it: cut to capacity - 1
+// characters (a control that copies paths into a MAX_PATH buffer loads the cut path).
+CString PathInBuffer(const CString& path, int capacity = MAX_PATH);
 
 }  // namespace zelctl

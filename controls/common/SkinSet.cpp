@@ -20,12 +20,23 @@ void SkinSet::ReleaseAll() {
     for (size_t i = 0; i < pieces_.size(); ++i) Release(i);
 }
 
+HBITMAP SkinSet::Detach(size_t i) {
+    if (i >= pieces_.size()) return nullptr;
+    HBITMAP bitmap = pieces_[i];
+    pieces_[i] = nullptr;
+    return bitmap;
+}
+
 void SkinSet::LoadFiles(std::initializer_list<CString> paths, size_t first) {
     for (const CString& path : paths) Set(first++, LoadSkinFile(path));
 }
 
 void SkinSet::LoadIds(std::initializer_list<UINT> ids, HINSTANCE instance, size_t first) {
     for (UINT id : ids) Set(first++, LoadSkinBitmap(id, instance));
+}
+
+void SkinSet::LoadIds(const UINT* ids, size_t count, HINSTANCE instance, size_t first) {
+    for (size_t i = 0; i < count; ++i) Set(first + i, ids ? LoadSkinBitmap(ids[i], instance) : nullptr);
 }
 
 int SkinSet::LoadSkinString(const CString& skin, MissingPiece missing) {

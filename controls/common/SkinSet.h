@@ -43,12 +43,18 @@ public:
     void Set(size_t i, HBITMAP bitmap);
     void Release(size_t i) { Set(i, nullptr); }
     void ReleaseAll();
+    // Gives piece i up without deleting it (NULL outside the set). For a clean-up whose
+    // exact DeleteObject calls are part of the control's behaviour: the control makes
+    // them itself, then detaches what it deleted.
+    HBITMAP Detach(size_t i);
 
     // Pieces first, first + 1, ... from image files (an empty path loads nothing).
     void LoadFiles(std::initializer_list<CString> paths, size_t first = 0);
     // The same from resource identifiers (low 16 bits) of `instance` (the current
     // resource handle when NULL).
     void LoadIds(std::initializer_list<UINT> ids, HINSTANCE instance, size_t first = 0);
+    // The same from a host's array of `count` identifiers; a NULL array empties the pieces.
+    void LoadIds(const UINT* ids, size_t count, HINSTANCE instance, size_t first = 0);
     // The library's skin-list rule: paths each followed by "|", trimmed, text after the
     // last "|" not taken. With no piece nothing is loaded and the old skin stays; else
     // every piece of the set is replaced, the ones the string lacks as `missing` says.

@@ -17,8 +17,9 @@ void PaintCap(OffscreenCanvas& canvas, HBITMAP cap, const RECT& cell, CapFit fit
 RECT PaintThreePiece(OffscreenCanvas& canvas, const RECT& area, const ThreePieceSkin& skin, ThreePieceStyle style) {
     const bool horizontal = style.axis == Axis::Horizontal;
     const SIZE firstSize = BitmapSize(skin.first), lastSize = BitmapSize(skin.last);
-    const int firstLen = horizontal ? firstSize.cx : firstSize.cy;
-    const int lastLen = horizontal ? lastSize.cx : lastSize.cy;
+    const bool fixed = style.capLength >= 0;
+    const int firstLen = fixed ? style.capLength : horizontal ? firstSize.cx : firstSize.cy;
+    const int lastLen = fixed ? style.capLength : horizontal ? lastSize.cx : lastSize.cy;
 
     RECT first = area, last = area, middle = area;
     if (horizontal) {

@@ -31,10 +31,13 @@ struct ThreePieceStyle {
     Axis axis = Axis::Horizontal;
     CapFit caps = CapFit::Natural;
     MiddleFit middle = MiddleFit::Stretch;
+    // >= 0: both caps are this long along the axis, whatever their bitmaps' lengths (a bar
+    // lays out its bottom arrow as tall as its top one). -1: each cap its bitmap's length.
+    int capLength = -1;
 };
 
 // Paints `skin` into `area` of the canvas and returns the middle's rectangle (the area
-// less the caps' lengths; a missing cap is 0 long). Missing pieces are not drawn.
+// less the caps' lengths; a missing cap is 0 long unless `capLength` says otherwise). Missing pieces are not drawn.
 RECT PaintThreePiece(OffscreenCanvas& canvas, const RECT& area, const ThreePieceSkin& skin, ThreePieceStyle style);
 
 }  // namespace zelctl

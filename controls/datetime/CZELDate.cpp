@@ -6,6 +6,7 @@
 #include "Notify.h"
 #include "OffscreenCanvas.h"
 #include "SkinList.h"
+#include "SkinSet.h"
 #include "SkinText.h"
 #include "StrokeDigits.h"
 
@@ -41,7 +42,6 @@ CZELDate::CZELDate()
       m_nCharGap(5),
       m_nBtnWidth(kButtonRect.right),
       m_nBtnHeight(kButtonRect.bottom),
-      m_hColourBmp{},
       m_crBack(kDefaultBack),
       m_crFrame(kDefaultFrame),
       m_crBox(kDefaultBox),
@@ -53,7 +53,6 @@ CZELDate::CZELDate()
 // The window goes first, while this object and its buttons are still whole.
 CZELDate::~CZELDate() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
-    ReleaseColourBitmaps();
 }
 
 BOOL CZELDate::Create(LPCTSTR lpszText, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID) {
@@ -84,10 +83,6 @@ void CZELDate::LoadSkin(CString strFolder, CString strNames) {
     LoadBitmapW(lists[0], lists[1], lists[2]);
 }
 
-void CZELDate::ReleaseColourBitmaps() {
-    for (HBITMAP& sample : m_hColourBmp) zelctl::DeleteSkin(sample);
-}
-
 void CZELDate::ShowButtons() {
     for (CZELButton* button : {&m_btnAdd, &m_btnDef}) {
         button->EnableWindow(TRUE);
@@ -98,18 +93,12 @@ void CZELDate::ShowButtons() {
 
 // Only the top-left pixel of each sample counts. A sample that did not load keeps the
 // colour the spinner had.
-void CZELDate::ReadColours(const HBITMAP samples[3]) {
+void CZELDate::ReadColours(const zelctl::SkinSet& samples) {
     COLORREF* targets[3] = {&m_crBack, &m_crFrame, &m_crBox};
-    HDC screen = ::GetDC(m_hWnd);
-    HDC mem = ::CreateCompatibleDC(screen);
-    for (int i = 0; i < 3; ++i) {
-        if (!samples[i]) continue;
-        const zelctl::SelectGuard guard(mem, samples[i]);
-        const COLORREF pixel = ::GetPixel(mem, 0, 0);
-        if (guard.selected() && pixel != CLR_INVALID) *targets[i] = pixel;
+    for (size_t i = 0; i < 3; ++i) {
+        const COLORREF pixel = zelctl::TopLeftPixel(samples[i]);
+        if (pixel != CLR_INVALID) *targets[i] = pixel;
     }
-    ::DeleteDC(mem);
-    ::ReleaseDC(m_hWnd, screen);
 }
 
 void CZELDate::LoadBitmapW(CArray<CString, CString>& add, CArray<CString, CString>& def,
@@ -120,16 +109,18 @@ void CZELDate::LoadBitmapW(CArray<CString, CString>& add, CArray<CString, CStrin
         m_btnDef.LoadBitmaps(def[0], def[1], def[2], L"");
         ShowButtons();
     }
-    ReleaseColourBitmaps();
-    for (int i = 0; i < 3; ++i) m_hColourBmp[i] = zelctl::LoadSkinFile(colours[i]);
-    ReadColours(m_hColourBmp);
-    HBITMAP sizeSample = zelctl::LoadSkinFile(add[0]);
-    const SIZE size = zelctl::BitmapSize(sizeSample);
+    zelctl::SkinSet samples(kSamples);
+    samples.LoadFiles({colours[0], colours[1], colours[2], add[0]});
+    AfterSkin(samples);
+}
+
+// The colour samples and the button's size are read once and the samples dropped.
+void CZELDate::AfterSkin(const zelctl::SkinSet& samples) {
+    ReadColours(samples);
+    const SIZE size = samples.Size(kButtonSample);
     m_nBtnWidth = size.cx;
     m_nBtnHeight = size.cy;
     LayOut(kSkinMargin, m_bStrings != FALSE);
-    zelctl::DeleteSkin(sizeSample);
-    ReleaseColourBitmaps();
 }
 
 void CZELDate::LoadBitmapW(const UINT* add, const UINT* def, const UINT* colours, HINSTANCE hInst) {
@@ -139,16 +130,9 @@ void CZELDate::LoadBitmapW(const UINT* add, const UINT* def, const UINT* colours
         m_btnDef.LoadBitmaps(def[0], def[1], def[2], hInst);
         ShowButtons();
     }
-    ReleaseColourBitmaps();
-    for (int i = 0; i < 3; ++i) m_hColourBmp[i] = zelctl::LoadSkinBitmap(colours[i], hInst);
-    ReadColours(m_hColourBmp);
-    HBITMAP sizeSample = zelctl::LoadSkinBitmap(add[0], hInst);
-    const SIZE size = zelctl::BitmapSize(sizeSample);
-    m_nBtnWidth = size.cx;
-    m_nBtnHeight = size.cy;
-    LayOut(kSkinMargin, m_bStrings != FALSE);
-    zelctl::DeleteSkin(sizeSample);
-    ReleaseColourBitmaps();
+    zelctl::SkinSet samples(kSamples);
+    samples.LoadIds({colours[0], colours[1], colours[2], add[0]}, hInst);
+    AfterSkin(samples);
 }
 
 // ---- layout -----------------------------------------------------------------------------

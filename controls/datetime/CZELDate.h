@@ -16,6 +16,10 @@
 #include "CZELButton.h"
 #include "zelctl_api.h"
 
+namespace zelctl {
+class SkinSet;
+}
+
 class ZELCTL_API CZELDate : public CSkinWnd {
 public:
     enum { IDC_ADD = 1011, IDC_DEF = 2012 };
@@ -75,7 +79,6 @@ protected:
     int m_nBtnWidth;
     int m_nBtnHeight;
     CRect m_rcText;
-    HBITMAP m_hColourBmp[3];  // the colour samples, held only while a skin loads
     COLORREF m_crBack;
     COLORREF m_crFrame;
     COLORREF m_crBox;
@@ -89,9 +92,12 @@ private:
     // Buttons and box for the current client size; string style keeps `margin` pixels
     // plus the button width free at either end of the box (5 when moved, 10 when skinned).
     void LayOut(int margin, bool textBox);
-    void ReadColours(const HBITMAP samples[3]);
+    // Skin loads read colours from one-colour samples and the buttons' size from the add
+    // button's normal skin, then drop them.
+    enum Sample { kBackSample, kFrameSample, kBoxSample, kButtonSample, kSamples };
+    ZELCTL_HIDDEN void AfterSkin(const zelctl::SkinSet& samples);
+    ZELCTL_HIDDEN void ReadColours(const zelctl::SkinSet& samples);
     void ShowButtons();
-    void ReleaseColourBitmaps();
     void InvalidateText();
     int LastIndex() const;
     void DrawStr(HDC hdc, const CString& str, int h, int w, POINT pt, COLORREF crText, int penWidth);

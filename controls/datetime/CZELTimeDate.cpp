@@ -4,6 +4,7 @@
 #include "Notify.h"
 #include "OffscreenCanvas.h"
 #include "SkinList.h"
+#include "SkinSet.h"
 
 namespace {
 
@@ -18,19 +19,6 @@ constexpr WORD kFirstYear = 2000, kLastYear = 2999;
 
 // The module's one half-rate toggle, shared by every clock (see the header).
 int g_halfTick = 0;
-
-// The colour of a bitmap's top-left pixel; CLR_INVALID for a missing bitmap.
-COLORREF TopLeftPixel(HBITMAP bitmap) {
-    if (!bitmap) return CLR_INVALID;
-    HDC mem = ::CreateCompatibleDC(nullptr);
-    COLORREF pixel = CLR_INVALID;
-    {
-        const zelctl::SelectGuard guard(mem, bitmap);
-        if (guard.selected()) pixel = ::GetPixel(mem, 0, 0);
-    }
-    ::DeleteDC(mem);
-    return pixel;
-}
 
 }  // namespace
 
@@ -161,10 +149,9 @@ void CZELTimeDate::AfterSkin(HBITMAP dash, HBITMAP colon, HBITMAP backSample) {
     if (dash) m_bmpDash.Attach(dash);
     if (colon) m_bmpColon.Attach(colon);
     m_nSepWidth = zelctl::BitmapSize(m_nStyle ? colon : dash).cx + kSeparatorPad;
-    const COLORREF back = TopLeftPixel(backSample);
+    const COLORREF back = zelctl::TopLeftPixel(backSample);
     if (back != CLR_INVALID) m_crBack = back;
-    zelctl::DeleteSkin(backSample);
-    const COLORREF digits = TopLeftPixel(dash);
+    const COLORREF digits = zelctl::TopLeftPixel(dash);
     if (digits != CLR_INVALID)
         for (CZELDate& spin : m_spin) spin.SetTextCol(digits);
     MoveCtrls();
@@ -174,15 +161,18 @@ void CZELTimeDate::LoadBitmaps(CArray<CString, CString>& add, CArray<CString, CS
                                CArray<CString, CString>& colours, CArray<CString, CString>& seps) {
     if (add.GetSize() < 3 || def.GetSize() < 3 || colours.GetSize() < 3 || seps.GetSize() < 2) return;
     for (CZELDate& spin : m_spin) spin.LoadBitmapW(add, def, colours);
-    AfterSkin(zelctl::LoadSkinFile(seps[0]), zelctl::LoadSkinFile(seps[1]), zelctl::LoadSkinFile(colours[0]));
+    zelctl::SkinSet backSample(1);
+    backSample.LoadFiles({colours[0]});
+    AfterSkin(zelctl::LoadSkinFile(seps[0]), zelctl::LoadSkinFile(seps[1]), backSample[0]);
 }
 
 void CZELTimeDate::LoadBitmaps(const UINT* add, const UINT* def, const UINT* colours, const UINT* seps,
                                HINSTANCE hInst) {
     if (!add || !def || !colours || !seps) return;
     for (CZELDate& spin : m_spin) spin.LoadBitmapW(add, def, colours, hInst);
-    AfterSkin(zelctl::LoadSkinBitmap(seps[0], hInst), zelctl::LoadSkinBitmap(seps[1], hInst),
-              zelctl::LoadSkinBitmap(colours[0], hInst));
+    zelctl::SkinSet backSample(1);
+    backSample.LoadIds({colours[0]}, hInst);
+    AfterSkin(zelctl::LoadSkinBitmap(seps[0], hInst), zelctl::LoadSkinBitmap(seps[1], hInst), backSample[0]);
 }
 
 void CZELTimeDate::LoadSkin(CString strFolder, CString strNames) {

@@ -71,7 +71,7 @@ protected:
 private:
     // What a step of the hour/minute or year/month spinner does before it is passed on.
     void LeadingStep();
-    // Takes the separator bitmaps, the back colour from `backSample` (deleted here) and
+    // Takes the separator bitmaps, the back colour from `backSample` (the caller's) and
     // the digits' colour from the dash, then lays out.
     void AfterSkin(HBITMAP dash, HBITMAP colon, HBITMAP backSample);
 };

@@ -1,21 +1,21 @@
 #include "CZELScrollbar.h"
 
-#include <aygshell.h>
-
 #include <algorithm>
 #include <climits>
 
-#include "ScrollMath.h"
+#include "Notify.h"
 #include "OffscreenCanvas.h"
+#include "ScrollMath.h"
 #include "SkinList.h"
+#include "SkinSet.h"
+#include "ThreePiece.h"
 
 namespace {
 
 constexpr UINT kRepeatMs = 100;  // every repeat, with no longer first delay
 enum Timer : UINT_PTR { kUpArrowTimer = 1, kDownArrowTimer = 2, kPageUpTimer = 3, kPageDownTimer = 4 };
 enum Part { kNoPart = 0, kThumbPart = 1, kUpPart = 2, kDownPart = 3 };
-
-HBITMAP LoadPath(const CString& path) { return path.IsEmpty() ? nullptr : ::SHLoadDIBitmap(path); }
+enum Piece { kThumb, kThumbDown, kTrack, kUp, kDown, kDownDown, kUpDown, kPieces };
 
 }  // namespace
 
@@ -31,13 +31,7 @@ ON_WM_VSCROLL()
 END_MESSAGE_MAP()
 
 CZELScrollbar::CZELScrollbar()
-    : m_hBmpTrack(nullptr),
-      m_hBmpUp(nullptr),
-      m_hBmpUpDown(nullptr),
-      m_hBmpDown(nullptr),
-      m_hBmpDownDown(nullptr),
-      m_hBmpThumb(nullptr),
-      m_hBmpThumbDown(nullptr),
+    : m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
       m_bVertical(FALSE),
       m_nPressedPart(kNoPart),
       m_nMax(100),
@@ -46,7 +40,7 @@ CZELScrollbar::CZELScrollbar()
       m_nPage(-1),
       m_nLine(1) {}
 
-CZELScrollbar::~CZELScrollbar() { DeleteBitmaps(); }
+CZELScrollbar::~CZELScrollbar() = default;
 
 BOOL CZELScrollbar::Create(LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID) {
     return CWnd::Create(nullptr, lpszWindowName, dwStyle, rect, pParentWnd, nID);
@@ -54,40 +48,18 @@ BOOL CZELScrollbar::Create(LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& re
 
 // ---- skin -------------------------------------------------------------------------------
 
-void CZELScrollbar::DeleteBitmaps() {
-    zelctl::DeleteSkin(m_hBmpTrack);
-    zelctl::DeleteSkin(m_hBmpUp);
-    zelctl::DeleteSkin(m_hBmpUpDown);
-    zelctl::DeleteSkin(m_hBmpDown);
-    zelctl::DeleteSkin(m_hBmpDownDown);
-    zelctl::DeleteSkin(m_hBmpThumb);
-    zelctl::DeleteSkin(m_hBmpThumbDown);
-}
-
 void CZELScrollbar::LoadBitmapW(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT nUp, UINT nDown, UINT nDownDown,
                                 UINT nUpDown, HINSTANCE hInst) {
-    DeleteBitmaps();
-    m_hBmpThumb = zelctl::LoadSkinBitmap(nThumb, hInst);
-    m_hBmpThumbDown = zelctl::LoadSkinBitmap(nThumbDown, hInst);
-    m_hBmpTrack = zelctl::LoadSkinBitmap(nTrack, hInst);
-    m_hBmpUp = zelctl::LoadSkinBitmap(nUp, hInst);
-    m_hBmpDown = zelctl::LoadSkinBitmap(nDown, hInst);
-    m_hBmpDownDown = zelctl::LoadSkinBitmap(nDownDown, hInst);
-    m_hBmpUpDown = zelctl::LoadSkinBitmap(nUpDown, hInst);
+    m_skin->ReleaseAll();
+    m_skin->LoadIds({nThumb, nThumbDown, nTrack, nUp, nDown, nDownDown, nUpDown}, hInst);
     m_bVertical = TRUE;
     LayOut();
 }
 
 void CZELScrollbar::LoadBitmapW(CString strThumb, CString strThumbDown, CString strTrack, CString strUp,
                                 CString strDown, CString strDownDown, CString strUpDown) {
-    DeleteBitmaps();
-    m_hBmpThumb = LoadPath(strThumb);
-    m_hBmpThumbDown = LoadPath(strThumbDown);
-    m_hBmpTrack = LoadPath(strTrack);
-    m_hBmpUp = LoadPath(strUp);
-    m_hBmpDown = LoadPath(strDown);
-    m_hBmpDownDown = LoadPath(strDownDown);
-    m_hBmpUpDown = LoadPath(strUpDown);
+    m_skin->ReleaseAll();
+    m_skin->LoadFiles({strThumb, strThumbDown, strTrack, strUp, strDown, strDownDown, strUpDown});
     m_bVertical = TRUE;
     LayOut();
 }
@@ -101,12 +73,13 @@ void CZELScrollbar::LoadSkin(CString strSkin, CString strReserved) {
     LoadBitmapW(piece[3], piece[4], piece[2], piece[0], piece[5], piece[6], piece[1]);
 }
 
-// The bar takes the track's width and the height of the track bitmap plus two arrows; the
-// down arrow is taken to be as tall as the up arrow. Missing pieces count as 0 x 0.
+// The bar takes the track's width and the height of the track bitmap plus two arrows;
+// intended: the down arrow is taken to be as tall as the up arrow. Missing pieces count
+// as 0 x 0.
 void CZELScrollbar::LayOut() {
-    const SIZE track = zelctl::BitmapSize(m_hBmpTrack);
-    const SIZE up = zelctl::BitmapSize(m_hBmpUp);
-    const SIZE thumb = zelctl::BitmapSize(m_hBmpThumb);
+    const SIZE track = m_skin->Size(kTrack);
+    const SIZE up = m_skin->Size(kUp);
+    const SIZE thumb = m_skin->Size(kThumb);
     const int width = track.cx, arrow = up.cy, total = track.cy + 2 * arrow;
 
     m_rcUpArrow.SetRect(0, 0, up.cx, arrow);
@@ -160,7 +133,7 @@ void CZELScrollbar::MoveWindow(LPCRECT lpRect, BOOL bRepaint) {
 
 void CZELScrollbar::SetScrollRange(long nMin, long nMax) {
     if (nMin >= nMax) {
-        // Never stored: an empty range would divide by zero when the thumb is placed.
+        // Intended, never stored: an empty range would divide by zero when the thumb is placed.
         m_nMin = 0;
         m_nMax = 1;
         m_nPos = 0;
@@ -172,12 +145,14 @@ void CZELScrollbar::SetScrollRange(long nMin, long nMax) {
     if (::IsWindow(m_hWnd)) Invalidate();
 }
 
+// Intended: reading the range also repaints the bar.
 void CZELScrollbar::GetRange(long& nMin, long& nMax) {
     nMin = m_nMin;
     nMax = m_nMax;
     if (::IsWindow(m_hWnd)) Invalidate();
 }
 
+// Intended: the parent hears SB_THUMBPOSITION even when the host itself set the position.
 void CZELScrollbar::SetScrollPos(long nPos, BOOL bRedraw) {
     m_nPos = zelctl::ClampPos(nPos, m_nMin, m_nMax);
     if (bRedraw && ::IsWindow(m_hWnd)) Invalidate();
@@ -208,6 +183,7 @@ long CZELScrollbar::SetLineSize(long nLine) {
     return m_nLine;
 }
 
+// Intended: range and page are taken unchecked, as the device takes them.
 BOOL CZELScrollbar::SetScrollInfo(SCROLLINFO* psi, BOOL bRedraw) {
     if (!psi) return FALSE;
     m_nMin = psi->nMin;
@@ -234,14 +210,10 @@ BOOL CZELScrollbar::GetScrollInfo(SCROLLINFO* psi, UINT nMask) {
 
 // ---- steps and notifications ----------------------------------------------------------------
 
-BOOL CZELScrollbar::Notify(UINT nCode, long nPos, BOOL bCheckParent) {
-    const HWND self = m_hWnd;
-    if (!self) return TRUE;
-    const HWND parent = ::GetParent(self);
-    if (bCheckParent && !::IsWindow(parent)) return TRUE;
-    ::SendMessageW(parent, m_bVertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(nCode, static_cast<WORD>(nPos)),
-                   reinterpret_cast<LPARAM>(self));
-    return ::IsWindow(self);
+// Without a window there is nobody to tell and nothing that could die: the step goes on.
+BOOL CZELScrollbar::Notify(UINT nCode, long nPos) {
+    if (!m_hWnd) return TRUE;
+    return zelctl::NotifyScroll(*this, m_bVertical ? WM_VSCROLL : WM_HSCROLL, nCode, nPos);
 }
 
 long CZELScrollbar::PageStep() const {
@@ -249,7 +221,7 @@ long CZELScrollbar::PageStep() const {
     return m_nPage > 0 ? m_nPage : 0;
 }
 
-// A line up at the minimum still tells the parent, with the position unchanged.
+// Intended: a line up at the minimum still tells the parent, with the position unchanged.
 BOOL CZELScrollbar::LeftLine() {
     if (m_nPos > m_nMin) m_nPos = zelctl::ClampPos(__int128(m_nPos) - m_nLine, m_nMin, LONG_MAX);
     Invalidate();
@@ -263,7 +235,7 @@ BOOL CZELScrollbar::RightLine() {
     return TRUE;
 }
 
-// Unlike the line steps, a page step at the limit does nothing at all.
+// Intended: unlike the line steps, a page step at the limit does nothing at all.
 BOOL CZELScrollbar::LeftPage() {
     if (m_nPos == m_nMin) return TRUE;
     const long step = PageStep();
@@ -342,8 +314,9 @@ void CZELScrollbar::OnMouseMove(UINT nFlags, CPoint point) {
     if (m_nPressedPart == kThumbPart) {
         m_nPos = m_bVertical ? zelctl::ScrollDragVertical(point.y, m_rcTrack, m_rcThumb.Height(), m_nMin, m_nMax)
                              : zelctl::ScrollDragHorizontal(point.x, m_rcTrack, m_rcThumb.Width(), m_nMin, m_nMax);
-        // Sent even when the bar has no parent window.
-        if (!Notify(SB_THUMBTRACK, m_nPos, FALSE)) return;
+        // The device sends the thumb track without testing the parent first; a parent
+        // that is not a window cannot receive it, so the tested send is the same.
+        if (!Notify(SB_THUMBTRACK, m_nPos)) return;
     }
     Invalidate();
     UpdateWindow();
@@ -403,7 +376,7 @@ void CZELScrollbar::OnKillFocus(CWnd* pNewWnd) {
 }
 
 void CZELScrollbar::OnDestroy() {
-    DeleteBitmaps();
+    m_skin->ReleaseAll();
     KillRepeatTimers();
     Default();
 }
@@ -418,12 +391,17 @@ void CZELScrollbar::OnPaint() {
     CRect client;
     GetClientRect(&client);
     PlaceThumb();
+    const zelctl::SkinSet& skin = *m_skin;
     zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
-    canvas.Blit(m_nPressedPart == kUpPart ? m_hBmpUpDown : m_hBmpUp, 0, 0, m_rcUpArrow.Width(), m_rcUpArrow.Height());
-    canvas.Stretch(m_hBmpTrack, 0, m_rcTrack.top, m_rcTrack.Width(), m_rcTrack.Height());
-    canvas.Blit(m_nPressedPart == kDownPart ? m_hBmpDownDown : m_hBmpDown, 0, m_rcTrack.bottom, m_rcDownArrow.Width(),
-                m_rcDownArrow.Height());
-    canvas.Blit(m_nPressedPart == kThumbPart ? m_hBmpThumbDown : m_hBmpThumb, m_rcThumb.left, m_rcThumb.top,
+    // Arrows and track as one vertical frame; both arrows are as tall as the up arrow's
+    // cell, as the layout assumed.
+    const zelctl::ThreePieceSkin frame{skin[m_nPressedPart == kUpPart ? kUpDown : kUp], skin[kTrack],
+                                       skin[m_nPressedPart == kDownPart ? kDownDown : kDown]};
+    zelctl::ThreePieceStyle style;
+    style.axis = zelctl::Axis::Vertical;
+    style.capLength = m_rcUpArrow.Height();
+    zelctl::PaintThreePiece(canvas, m_rcClient, frame, style);
+    canvas.Blit(skin[m_nPressedPart == kThumbPart ? kThumbDown : kThumb], m_rcThumb.left, m_rcThumb.top,
                 m_rcThumb.Width(), m_rcThumb.Height());
     canvas.Present();
 }

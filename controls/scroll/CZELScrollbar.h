@@ -11,8 +11,14 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 #include "CSkinWnd.h"
 #include "zelctl_api.h"
+
+namespace zelctl {
+class SkinSet;
+}
 
 class ZELCTL_API CZELScrollbar : public CSkinWnd {
 public:
@@ -76,13 +82,9 @@ protected:
     CRect m_rcTrack;
     CRect m_rcPageUp;
     CRect m_rcPageDown;
-    HBITMAP m_hBmpTrack;
-    HBITMAP m_hBmpUp;
-    HBITMAP m_hBmpUpDown;
-    HBITMAP m_hBmpDown;
-    HBITMAP m_hBmpDownDown;
-    HBITMAP m_hBmpThumb;
-    HBITMAP m_hBmpThumbDown;
+    // The seven pieces in the bitmap loaders' order (thumb, thumb pressed, track, up,
+    // down, down pressed, up pressed), owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
     BOOL m_bVertical;
     int m_nPressedPart;  // 0 none, 1 thumb, 2 up arrow, 3 down arrow
     long m_nMax;
@@ -100,8 +102,7 @@ private:
     BOOL LeftPage();
     BOOL RightPage();
     long PageStep() const;
-    BOOL Notify(UINT nCode, long nPos, BOOL bCheckParent = TRUE);
-    void DeleteBitmaps();
+    BOOL Notify(UINT nCode, long nPos);
     void KillRepeatTimers();
     void LayOut();
     void PlaceThumb();

@@ -1,13 +1,13 @@
 #include "CZELSlider.h"
 
-#include <aygshell.h>
-
 #include <algorithm>
 #include <climits>
 
-#include "ScrollMath.h"
+#include "Notify.h"
 #include "OffscreenCanvas.h"
+#include "ScrollMath.h"
 #include "SkinList.h"
+#include "SkinSet.h"
 
 namespace {
 
@@ -16,13 +16,16 @@ enum Timer : UINT_PTR { kTowardMinTimer = 1, kTowardMaxTimer = 2 };
 enum ThumbState { kThumbNormal = 0, kThumbPressed = 1, kThumbReleased = 2 };
 constexpr COLORREF kThumbKey = RGB(255, 0, 255);  // magenta shows what lies under the thumb
 
-HBITMAP LoadPath(const CString& path) { return path.IsEmpty() ? nullptr : ::SHLoadDIBitmap(path); }
+enum Piece {
+    kLeft, kRight,                                  // the ends
+    kThumb, kThumbUp, kThumbDown,                   // the thumb
+    kChanFill, kChannel, kChanLeft, kChanRight,     // the channel
+    kBack, kFill,                                   // the progress style
+    kPieces
+};
+constexpr size_t kSliderPieces = kBack;
 
 CString PathAt(const CArray<CString, CString>& paths, INT_PTR i) { return i < paths.GetSize() ? paths[i] : CString(); }
-
-HBITMAP LoadId(const UINT* ids, int i, HINSTANCE instance) {
-    return ids ? zelctl::LoadSkinBitmap(ids[i], instance) : nullptr;
-}
 
 }  // namespace
 
@@ -45,17 +48,7 @@ CZELSlider::CZELSlider()
       m_nPage(-1),
       m_nLine(1),
       m_nPos(0),
-      m_hBmpChannel(nullptr),
-      m_hBmpChanLeft(nullptr),
-      m_hBmpChanRight(nullptr),
-      m_hBmpChanFill(nullptr),
-      m_hBmpThumb(nullptr),
-      m_hBmpThumbUp(nullptr),
-      m_hBmpThumbDown(nullptr),
-      m_hBmpLeft(nullptr),
-      m_hBmpRight(nullptr),
-      m_hBmpBack(nullptr),
-      m_hBmpFill(nullptr),
+      m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
       m_bVertical(FALSE),
       m_bMoveStyle(FALSE),
       m_bDragging(FALSE),
@@ -63,60 +56,34 @@ CZELSlider::CZELSlider()
       m_nStyle(0),
       m_bSkinLoaded(FALSE) {}
 
-// The window is gone by now when the host destroyed it first; OnDestroy leaves the
-// bitmaps to the destructor.
-CZELSlider::~CZELSlider() {
-    DeleteSliderBitmaps();
-    DeleteProgressBitmaps();
-}
+// The window is gone by now when the host destroyed it first; intended: OnDestroy leaves
+// the bitmaps to the destructor (the skin set's).
+CZELSlider::~CZELSlider() = default;
 
 // ---- skin ---------------------------------------------------------------------------------
 
-void CZELSlider::DeleteSliderBitmaps() {
-    for (HBITMAP* bitmap : {&m_hBmpChannel, &m_hBmpChanLeft, &m_hBmpChanRight, &m_hBmpChanFill, &m_hBmpThumb,
-                            &m_hBmpThumbUp, &m_hBmpThumbDown, &m_hBmpLeft, &m_hBmpRight})
-        zelctl::DeleteSkin(*bitmap);
-}
-
-void CZELSlider::DeleteProgressBitmaps() {
-    zelctl::DeleteSkin(m_hBmpBack);
-    zelctl::DeleteSkin(m_hBmpFill);
-}
-
 void CZELSlider::LoadBitmapW(const UINT* const pEnds, const UINT* const pThumb, const UINT* const pChannel,
                              HINSTANCE hInst) {
-    DeleteSliderBitmaps();
-    m_hBmpLeft = LoadId(pEnds, 0, hInst);
-    m_hBmpRight = LoadId(pEnds, 1, hInst);
-    m_hBmpThumb = LoadId(pThumb, 0, hInst);
-    m_hBmpThumbUp = LoadId(pThumb, 1, hInst);
-    m_hBmpThumbDown = LoadId(pThumb, 2, hInst);
-    m_hBmpChanFill = LoadId(pChannel, 0, hInst);
-    m_hBmpChannel = LoadId(pChannel, 1, hInst);
-    m_hBmpChanLeft = LoadId(pChannel, 2, hInst);
-    m_hBmpChanRight = LoadId(pChannel, 3, hInst);
+    for (size_t piece = 0; piece < kSliderPieces; ++piece) m_skin->Release(piece);
+    m_skin->LoadIds(pEnds, 2, hInst, kLeft);
+    m_skin->LoadIds(pThumb, 3, hInst, kThumb);
+    m_skin->LoadIds(pChannel, 4, hInst, kChanFill);
     LayOutSlider();
 }
 
 void CZELSlider::LoadBitmaps(CArray<CString, CString>& ends, CArray<CString, CString>& thumb,
                              CArray<CString, CString>& channel) {
-    DeleteSliderBitmaps();
-    m_hBmpLeft = LoadPath(PathAt(ends, 0));
-    m_hBmpRight = LoadPath(PathAt(ends, 1));
-    m_hBmpThumb = LoadPath(PathAt(thumb, 0));
-    m_hBmpThumbUp = LoadPath(PathAt(thumb, 1));
-    m_hBmpThumbDown = LoadPath(PathAt(thumb, 2));
-    m_hBmpChanFill = LoadPath(PathAt(channel, 0));
-    m_hBmpChannel = LoadPath(PathAt(channel, 1));
-    m_hBmpChanLeft = LoadPath(PathAt(channel, 2));
-    m_hBmpChanRight = LoadPath(PathAt(channel, 3));
+    for (size_t piece = 0; piece < kSliderPieces; ++piece) m_skin->Release(piece);
+    m_skin->LoadFiles({PathAt(ends, 0), PathAt(ends, 1), PathAt(thumb, 0), PathAt(thumb, 1), PathAt(thumb, 2),
+                       PathAt(channel, 0), PathAt(channel, 1), PathAt(channel, 2), PathAt(channel, 3)},
+                      kLeft);
     LayOutSlider();
 }
 
 void CZELSlider::LoadBitmapW(UINT nBack, UINT nFill, HINSTANCE hInst) {
-    DeleteProgressBitmaps();
-    m_hBmpBack = zelctl::LoadSkinBitmap(nBack, hInst);
-    m_hBmpFill = zelctl::LoadSkinBitmap(nFill, hInst);
+    m_skin->Release(kBack);
+    m_skin->Release(kFill);
+    m_skin->LoadIds({nBack, nFill}, hInst, kBack);
     if (::IsWindow(m_hWnd)) GetClientRect(&m_rcClient);
     m_rcChannel = m_rcClient;
     m_rcThumb.SetRectEmpty();
@@ -124,9 +91,9 @@ void CZELSlider::LoadBitmapW(UINT nBack, UINT nFill, HINSTANCE hInst) {
 }
 
 void CZELSlider::LoadBitmaps(CString strBack, CString strFill) {
-    DeleteProgressBitmaps();
-    m_hBmpBack = LoadPath(strBack);
-    m_hBmpFill = LoadPath(strFill);
+    m_skin->Release(kBack);
+    m_skin->Release(kFill);
+    m_skin->LoadFiles({strBack, strFill}, kBack);
     if (::IsWindow(m_hWnd)) GetClientRect(&m_rcClient);
     m_rcChannel = m_rcClient;
     m_rcThumb.SetRectEmpty();
@@ -150,16 +117,16 @@ void CZELSlider::LoadSkin(CString strSkin, CString strReserved) {
 // The nine-piece skin fixes the height to the left cap's (a skin without one keeps the
 // window's height); the channel runs between the caps and the thumb starts at its left.
 void CZELSlider::LayOutSlider() {
-    const SIZE left = zelctl::BitmapSize(m_hBmpLeft);
+    const SIZE left = m_skin->Size(kLeft);
     if (::IsWindow(m_hWnd)) GetClientRect(&m_rcClient);
-    if (m_hBmpLeft) {
+    if ((*m_skin)[kLeft]) {
         m_rcClient.bottom = m_rcClient.top + left.cy;
         if (::IsWindow(m_hWnd))
             SetWindowPos(nullptr, 0, 0, m_rcClient.Width(), m_rcClient.Height(),
                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    const SIZE right = zelctl::BitmapSize(m_hBmpRight);
-    const SIZE thumb = zelctl::BitmapSize(m_hBmpThumb);
+    const SIZE right = m_skin->Size(kRight);
+    const SIZE thumb = m_skin->Size(kThumb);
     m_rcChannel.SetRect(m_rcClient.left + left.cx, m_rcClient.top, m_rcClient.right - right.cx, m_rcClient.bottom);
     m_rcThumb.SetRect(m_rcChannel.left, 0, m_rcChannel.left + thumb.cx, thumb.cy);
     m_bSkinLoaded = TRUE;
@@ -174,9 +141,9 @@ void CZELSlider::ReLay() {
         m_rcChannel = m_rcClient;
         m_rcThumb.SetRectEmpty();
     } else if (m_bSkinLoaded) {
-        const SIZE left = zelctl::BitmapSize(m_hBmpLeft);
-        const SIZE right = zelctl::BitmapSize(m_hBmpRight);
-        const SIZE thumb = zelctl::BitmapSize(m_hBmpThumb);
+        const SIZE left = m_skin->Size(kLeft);
+        const SIZE right = m_skin->Size(kRight);
+        const SIZE thumb = m_skin->Size(kThumb);
         m_rcChannel.SetRect(m_rcClient.left + left.cx, m_rcClient.top, m_rcClient.right - right.cx,
                             m_rcClient.bottom);
         m_rcThumb.SetRect(m_rcChannel.left, 0, m_rcChannel.left + thumb.cx, thumb.cy);
@@ -228,6 +195,8 @@ void CZELSlider::Redraw() {
 
 // ---- range, position, steps ------------------------------------------------------------------
 
+// Intended: a new range nearly always restarts the position at the new minimum; hosts
+// call SetPos after SetRange.
 void CZELSlider::SetRange(long nMin, long nMax, BOOL bRedraw) {
     if (nMax > nMin) {
         m_nPos = zelctl::SliderRangePos(m_nPos, m_nMin, m_nMax, nMin, nMax);
@@ -261,13 +230,10 @@ int CZELSlider::SetLineSize(int nLine) {
     return static_cast<int>(previous);
 }
 
+// Without a window there is nobody to tell and nothing that could die: the step goes on.
 BOOL CZELSlider::Notify(UINT nMessage, UINT nCode, long nPos) {
-    const HWND self = m_hWnd;
-    if (!self) return TRUE;
-    const HWND parent = ::GetParent(self);
-    if (!::IsWindow(parent)) return TRUE;
-    ::SendMessageW(parent, nMessage, MAKEWPARAM(nCode, static_cast<WORD>(nPos)), reinterpret_cast<LPARAM>(self));
-    return ::IsWindow(self);
+    if (!m_hWnd) return TRUE;
+    return zelctl::NotifyScroll(*this, nMessage, nCode, nPos);
 }
 
 // A line step at the limit changes nothing and tells nobody.
@@ -279,7 +245,7 @@ BOOL CZELSlider::StepLine(int nDirection, UINT nMessage, UINT nCode) {
     return TRUE;
 }
 
-// A page step always tells the parent, even at the limit, and always as WM_HSCROLL.
+// Intended: a page step always tells the parent, even at the limit, and always as WM_HSCROLL.
 BOOL CZELSlider::StepPage(int nDirection, UINT nCode) {
     const __int128 step = m_nPage == -1 ? (__int128(m_nMax) - m_nMin) / 5 : __int128(m_nPage);
     m_nPos = zelctl::ClampPos(__int128(m_nPos) + nDirection * step, m_nMin, m_nMax);
@@ -305,7 +271,7 @@ void CZELSlider::OnLButtonDown(UINT nFlags, CPoint point) {
                              : zelctl::SliderJumpHorizontal(point.x, m_rcChannel, m_nMin, m_nMax);
         m_bDragging = TRUE;
         Invalidate();
-        // A jump reads as a page step toward the maximum, without the position.
+        // Intended: a jump reads as a page step toward the maximum, without the position.
         if (!Notify(ScrollMessage(), m_bVertical ? SB_PAGEUP : SB_PAGEDOWN, 0)) return;
     } else if (m_bVertical ? point.y >= m_rcThumb.bottom : point.x >= m_rcThumb.right) {
         SetTimer(kTowardMaxTimer, kPageRepeatMs, nullptr);
@@ -322,7 +288,7 @@ void CZELSlider::OnLButtonDown(UINT nFlags, CPoint point) {
 }
 
 // The repeat pages while the pointer stays in the slider on its side of the thumb, judged
-// by x alone, also on a vertical slider; the timer runs on until the release.
+// by x alone, also on a vertical slider (intended); the timer runs on until the release.
 void CZELSlider::OnTimer(UINT_PTR nIDEvent) {
     const bool inside = m_rcClient.PtInRect(m_ptLast) != FALSE;
     if (nIDEvent == kTowardMinTimer && inside && m_ptLast.x < m_rcThumb.left) {
@@ -438,36 +404,42 @@ void CZELSlider::OnPaint() {
 // right one drawn at the left one's width); the empty channel stretched between the end
 // pieces; the filled channel stretched up to the thumb's centre at its own height, centred
 // in the channel; the thumb for its state with magenta transparent.
+//
+// Not a three-piece frame: the channel's end pieces stay beside the caps while the empty
+// channel follows SetChanRect, the right piece takes the left one's width (intended), and
+// in a slider narrower than its pieces the right cap covers the left channel piece.
 void CZELSlider::PaintSlider(zelctl::OffscreenCanvas& canvas, int width, int height) {
-    const SIZE leftCap = zelctl::BitmapSize(m_hBmpLeft);
-    const SIZE rightCap = zelctl::BitmapSize(m_hBmpRight);
-    const int piece = zelctl::BitmapSize(m_hBmpChanLeft).cx;
-    const int fill = zelctl::BitmapSize(m_hBmpChanFill).cy;
+    const zelctl::SkinSet& skin = *m_skin;
+    const SIZE leftCap = skin.Size(kLeft);
+    const SIZE rightCap = skin.Size(kRight);
+    const int piece = skin.Size(kChanLeft).cx;
+    const int fill = skin.Size(kChanFill).cy;
     const CRect& ch = m_rcChannel;
     const int centre = PlaceThumb();
 
-    canvas.Blit(m_hBmpLeft, 0, 0, leftCap.cx, height);
-    canvas.Blit(m_hBmpChanLeft, leftCap.cx, ch.top, piece, ch.Height());
-    canvas.Blit(m_hBmpChanRight, width - piece - rightCap.cx, ch.top, piece, ch.Height());
-    canvas.Blit(m_hBmpRight, width - rightCap.cx, 0, rightCap.cx, height);
-    canvas.Stretch(m_hBmpChannel, ch.left + piece, ch.top, ch.Width() - 2 * piece, ch.Height());
-    canvas.Stretch(m_hBmpChanFill, ch.left + piece, ch.top + (ch.Height() - fill) / 2, centre - (ch.left + piece), fill);
+    canvas.Blit(skin[kLeft], 0, 0, leftCap.cx, height);
+    canvas.Blit(skin[kChanLeft], leftCap.cx, ch.top, piece, ch.Height());
+    canvas.Blit(skin[kChanRight], width - piece - rightCap.cx, ch.top, piece, ch.Height());
+    canvas.Blit(skin[kRight], width - rightCap.cx, 0, rightCap.cx, height);
+    canvas.Stretch(skin[kChannel], ch.left + piece, ch.top, ch.Width() - 2 * piece, ch.Height());
+    canvas.Stretch(skin[kChanFill], ch.left + piece, ch.top + (ch.Height() - fill) / 2, centre - (ch.left + piece), fill);
 
-    const HBITMAP thumb = m_nThumbState == kThumbPressed    ? m_hBmpThumbDown
-                          : m_nThumbState == kThumbReleased ? m_hBmpThumbUp
-                                                            : m_hBmpThumb;
+    const HBITMAP thumb = skin[m_nThumbState == kThumbPressed    ? kThumbDown
+                               : m_nThumbState == kThumbReleased ? kThumbUp
+                                                                 : kThumb];
     canvas.Transparent(thumb, m_rcThumb.left, m_rcThumb.top, m_rcThumb.Width(), m_rcThumb.Height(), kThumbKey);
 }
 
 // The background over the whole client area, then the part of the fill bitmap that
 // stands for the position: from the left, or upward from the bottom in vertical mode.
 void CZELSlider::PaintProgress(zelctl::OffscreenCanvas& canvas, int width, int height) {
-    canvas.Stretch(m_hBmpBack, 0, 0, width, height);
+    const zelctl::SkinSet& skin = *m_skin;
+    canvas.Stretch(skin[kBack], 0, 0, width, height);
     if (!m_bVertical) {
-        canvas.Blit(m_hBmpFill, 0, 0, zelctl::ProgressSpan(width, m_nPos, m_nMin, m_nMax), height);
+        canvas.Blit(skin[kFill], 0, 0, zelctl::ProgressSpan(width, m_nPos, m_nMin, m_nMax), height);
     } else {
         const int filled = zelctl::ProgressSpan(height, m_nPos, m_nMin, m_nMax);
-        const int fillHeight = zelctl::BitmapSize(m_hBmpFill).cy;
-        canvas.Blit(m_hBmpFill, 0, height - filled, width, filled, 0, fillHeight - filled);
+        const int fillHeight = skin.Size(kFill).cy;
+        canvas.Blit(skin[kFill], 0, height - filled, width, filled, 0, fillHeight - filled);
     }
 }

@@ -20,11 +20,14 @@
 #include <afxtempl.h>
 #include <afxwin.h>
 
+#include <memory>
+
 #include "CSkinWnd.h"
 #include "zelctl_api.h"
 
 namespace zelctl {
 class OffscreenCanvas;
+class SkinSet;
 }
 
 class ZELCTL_API CZELSlider : public CSkinWnd {
@@ -111,17 +114,10 @@ protected:
     CRect m_rcThumb;
     CRect m_rcChannel;
     CPoint m_ptLast;
-    HBITMAP m_hBmpChannel;
-    HBITMAP m_hBmpChanLeft;
-    HBITMAP m_hBmpChanRight;
-    HBITMAP m_hBmpChanFill;
-    HBITMAP m_hBmpThumb;
-    HBITMAP m_hBmpThumbUp;
-    HBITMAP m_hBmpThumbDown;
-    HBITMAP m_hBmpLeft;
-    HBITMAP m_hBmpRight;
-    HBITMAP m_hBmpBack;
-    HBITMAP m_hBmpFill;
+    // The nine slider pieces in the loaders' order (left cap, right cap; thumb, thumb
+    // released, thumb pressed; filled channel, empty channel, left and right channel
+    // pieces), then the progress background and fill, owned by the set.
+    std::unique_ptr<zelctl::SkinSet> m_skin;
     BOOL m_bVertical;
     BOOL m_bMoveStyle;
     BOOL m_bDragging;
@@ -135,8 +131,6 @@ private:
     BOOL StepPage(int nDirection, UINT nCode);
     BOOL Notify(UINT nMessage, UINT nCode, long nPos);
     UINT ScrollMessage() const { return m_bVertical ? WM_VSCROLL : WM_HSCROLL; }
-    void DeleteSliderBitmaps();
-    void DeleteProgressBitmaps();
     void LayOutSlider();
     void ReLay();
     int PlaceThumb();

@@ -20,11 +20,11 @@ int ScrollThumbOffset(int trackSpan, int thumbSpan, long pos, long min, long max
 
 // Scroll bar drag, vertical: within half a thumb of either end of the track gives that
 // end's limit; in between, the position is measured from the track's top without adding
-// the minimum back (a bar whose range starts above 0 reports positions offset by it).
+// the minimum back (intended: a bar whose range starts above 0 reports positions offset by it).
 long ScrollDragVertical(int y, const RECT& track, int thumbHeight, long min, long max);
 
 // Scroll bar drag, horizontal: as the vertical case, except that the middle formula adds
-// half the thumb where the vertical one subtracts it.
+// half the thumb where the vertical one subtracts it (intended).
 long ScrollDragHorizontal(int x, const RECT& track, int thumbWidth, long min, long max);
 
 // Slider: the thumb centre's x for a position (painted each time).

@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include <CZELComBox.h>
+
 #include "skin/theme.h"
 
 namespace zel::demo {
@@ -38,7 +40,8 @@ bool HostWindow::Create(const std::wstring& title) {
 }
 
 RECT HostWindow::TabRect(size_t index) {
-    const int count = static_cast<int>(Screens().size());
+    int count = 0;
+    for (const ScreenInfo& s : Screens()) count += s.tab != nullptr;
     const int left = kTabsRight - count * kTabWidth + static_cast<int>(index) * kTabWidth;
     return RECT{left, 0, left + kTabWidth, theme::kTitleBarHeight};
 }
@@ -91,7 +94,7 @@ void HostWindow::Pointer(UINT message, LPARAM lParam) {
         return;
     }
     if (message != WM_LBUTTONUP) return;
-    for (size_t i = 0; i < Screens().size(); ++i) {
+    for (size_t i = 0; i < Screens().size() && Screens()[i].tab; ++i) {
         RECT tab = TabRect(i);
         if (PtInRect(&tab, point) && Screens()[i].name != screenName_) PostMessage(kNavigateMessage, i, 0);
     }
@@ -100,6 +103,8 @@ void HostWindow::Pointer(UINT message, LPARAM lParam) {
 void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
     Notification n = DecodeNotification(message, wParam, lParam, IdOfWindow);
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP) n.id = ControlAt(n.point);
+    if (message == WM_COMMAND)
+        n.fromComboBox = dynamic_cast<CZELComBox*>(CWnd::FromHandlePermanent(reinterpret_cast<HWND>(lParam))) != nullptr;
     if ((message == WM_VSCROLL || message == WM_HSCROLL) && !n.pos && screen_)
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
@@ -144,7 +149,7 @@ void HostWindow::PaintTitleBar(HDC frame) {
     GetWindowText(title, static_cast<int>(std::size(title)));
     DrawLabel(frame, title, RECT{24, 0, TabRect(0).left, theme::kTitleBarHeight}, titleFont_, theme::kText,
               DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-    for (size_t i = 0; i < Screens().size(); ++i) {
+    for (size_t i = 0; i < Screens().size() && Screens()[i].tab; ++i) {
         const RECT tab = TabRect(i);
         const bool current = Screens()[i].name == screenName_;
         DrawLabel(frame, Screens()[i].tab, tab, tabFont_, current ? theme::kText : theme::kTextDim,

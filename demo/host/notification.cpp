@@ -16,6 +16,14 @@ const char* ButtonCode(UINT code) {
     return code < std::size(kNames) ? kNames[code] : nullptr;
 }
 
+// The combo box's codes, 1 to 10 (they overlap the button codes: the sender decides).
+const char* ComboCode(UINT code) {
+    static const char* const kNames[] = {"CBN_SELCHANGE",  "CBN_DBLCLK",     "CBN_SETFOCUS", "CBN_KILLFOCUS",
+                                         "CBN_EDITCHANGE", "CBN_EDITUPDATE", "CBN_DROPDOWN", "CBN_CLOSEUP",
+                                         "CBN_SELENDOK",   "CBN_SELENDCANCEL"};
+    return code >= 1 && code <= std::size(kNames) ? kNames[code - 1] : nullptr;
+}
+
 const char* CommonCode(UINT code) {
     switch (code) {
         case NM_OUTOFMEMORY: return "NM_OUTOFMEMORY";
@@ -84,9 +92,9 @@ Notification DecodeNotification(UINT message, WPARAM wParam, LPARAM lParam, int 
     return n;
 }
 
-std::string NotificationCodeName(UINT message, UINT code) {
+std::string NotificationCodeName(UINT message, UINT code, bool fromComboBox) {
     const char* name = nullptr;
-    if (message == WM_COMMAND) name = ButtonCode(code);
+    if (message == WM_COMMAND) name = fromComboBox ? ComboCode(code) : ButtonCode(code);
     if (message == WM_NOTIFY) name = CommonCode(code);
     if (IsScroll(message)) name = ScrollCode(code);
     if (name) return name;
@@ -104,7 +112,7 @@ std::string FormatNotification(const Notification& n) {
         line += hex;
     }
     if (IsPointer(n.message)) return line + " x=" + std::to_string(n.point.x) + " y=" + std::to_string(n.point.y);
-    line += " " + NotificationCodeName(n.message, n.code);
+    line += " " + NotificationCodeName(n.message, n.code, n.fromComboBox);
     if (n.pos) line += " pos=" + std::to_string(*n.pos);
     return line;
 }

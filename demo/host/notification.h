@@ -25,6 +25,7 @@ struct Notification {
     UINT code = 0;                    // BN_, NM_ or SB_ code
     std::optional<long> pos;          // scroll messages
     POINT point{};                    // pointer messages, as the host received them
+    bool fromComboBox = false;        // WM_COMMAND codes are CBN_ codes (the host knows the sender)
 };
 
 // Reads what the message itself carries. idOf turns a control's window handle into its
@@ -33,8 +34,9 @@ Notification DecodeNotification(UINT message, WPARAM wParam, LPARAM lParam, int 
 
 std::string FormatNotification(const Notification& n);
 
-// The code's name for the message ("BN_CLICKED", "SB_THUMBTRACK"), or "code=N".
-std::string NotificationCodeName(UINT message, UINT code);
+// The code's name for the message ("BN_CLICKED", "SB_THUMBTRACK", "CBN_SELCHANGE" from a
+// combo box), or "code=N".
+std::string NotificationCodeName(UINT message, UINT code, bool fromComboBox = false);
 
 // The lines of a tour, kept in order; the status strip shows the last few.
 class NotificationLog {

@@ -3,7 +3,9 @@
 #include "screens/buttons_screen.h"
 #include "screens/clock_screen.h"
 #include "screens/home_screen.h"
+#include "screens/phone_screen.h"
 #include "screens/player_screen.h"
+#include "screens/settings_screen.h"
 
 namespace zel::demo {
 
@@ -25,6 +27,10 @@ const std::vector<ScreenInfo>& Screens() {
          L"Repeating, shaped, disabled and text buttons; check boxes.", Make<ButtonsScreen>},
         {"clock", L"Clock settings", L"Clock",
          L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
+        {"phone", L"Telephone", L"Phone", L"A dial pad, the number display, labels and a shaped portrait.",
+         Make<PhoneScreen>},
+        // No tab and no tile yet (the title bar is full): tours reach it by name.
+        {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
     };
     return screens;
 }

@@ -44,7 +44,8 @@ public:
 struct ScreenInfo {
     const char* name;      // as tours write it
     const wchar_t* title;  // in the title bar
-    const wchar_t* tab;    // on its tab in the title bar and its tile on the home screen
+    const wchar_t* tab;    // on its tab in the title bar and its tile on the home screen; NULL:
+                           // neither (the screen is reached by name); such screens come last
     const wchar_t* blurb;  // on its tile
     std::unique_ptr<Screen> (*make)();
 };

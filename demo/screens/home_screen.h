@@ -20,6 +20,7 @@ private:
     Font headingFont_{26, FW_BOLD};
     Font textFont_{17};
     Font tileFont_{22, FW_BOLD};
+    Font blurbFont_{15};  // on narrow tiles
 };
 
 }  // namespace zel::demo

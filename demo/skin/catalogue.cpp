@@ -14,6 +14,8 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddButtonPieces(all);
         AddBarPieces(all);
         AddClockPieces(all);
+        AddPhonePieces(all);
+        AddComboPieces(all);
         return all;
     }();
     return pieces;

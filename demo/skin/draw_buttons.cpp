@@ -183,6 +183,10 @@ void CheckedBox(Painter& p) {
 
 }  // namespace
 
+void AddPushButtonStates(std::vector<SkinPiece>& out, const std::string& name, void (*glyph)(Painter&, Pt, COLORREF)) {
+    AddPushButton(out, name, glyph);
+}
+
 void AddButtonPieces(std::vector<SkinPiece>& out) {
     AddPushButton(out, "plus", Plus);
     AddPushButton(out, "minus", Minus);

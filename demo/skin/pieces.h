@@ -2,6 +2,7 @@
 // in order.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "skin/catalogue.h"
@@ -12,5 +13,10 @@ void AddScreenPieces(std::vector<SkinPiece>& out);  // the whole-screen backgrou
 void AddButtonPieces(std::vector<SkinPiece>& out);  // push, shaped and text buttons, check box
 void AddBarPieces(std::vector<SkinPiece>& out);     // scroll bar, slider, progress
 void AddClockPieces(std::vector<SkinPiece>& out);   // spinner buttons, colour samples, separators
+void AddPhonePieces(std::vector<SkinPiece>& out);   // dial keys, number display, labels, a round portrait
+void AddComboPieces(std::vector<SkinPiece>& out);   // combo box (after the others: identifiers keep their values)
+
+// The four states of a 78 x 76 push button (button_<name>_<state>) with `glyph` on its face.
+void AddPushButtonStates(std::vector<SkinPiece>& out, const std::string& name, void (*glyph)(Painter&, Pt, COLORREF));
 
 }  // namespace zel::demo

@@ -83,7 +83,9 @@ TEST_F(DefaultTour, HostHearsTheExpectedNotificationsAndTheScreensMatchTheirGold
     ASSERT_TRUE(PlayTour(*tour, target, &error)) << error;
     EXPECT_EQ(target.names, (std::vector<std::string>{"home-start", "player-playing", "player-paused",
                                                        "buttons-holding", "buttons-pressed", "clock-date",
-                                                       "clock-picker", "clock-running"}));
+                                                       "clock-picker", "clock-running", "phone-ready",
+                                                       "phone-short", "phone-long", "settings-language",
+                                                       "settings-region", "settings-chosen"}));
     for (const std::string& failure : target.failures) ADD_FAILURE() << failure;
     EXPECT_TRUE(LogMatches(app.log().Lines()));
 }

@@ -27,6 +27,12 @@ TEST(HostLog, CommandsCarryTheIdentifierAndCodeInWParam) {
     EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(1001, BN_CLICKED), button), "1001 WM_COMMAND BN_CLICKED");
     EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(1011, BN_DOUBLECLICKED), button), "1011 WM_COMMAND BN_DOUBLECLICKED");
     EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(0xFFFF, 9), button), "65535 WM_COMMAND code=9");
+    // A combo box's codes overlap the buttons': the host names them by the sender.
+    Notification combo = DecodeNotification(WM_COMMAND, MAKEWPARAM(1401, 1), button, FakeId);
+    combo.fromComboBox = true;
+    EXPECT_EQ(FormatNotification(combo), "1401 WM_COMMAND CBN_SELCHANGE");
+    EXPECT_EQ(NotificationCodeName(WM_COMMAND, 10, true), "CBN_SELENDCANCEL");
+    EXPECT_EQ(NotificationCodeName(WM_COMMAND, 11, true), "code=11");
 }
 
 TEST(HostLog, NotifyReadsTheHeader) {

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <memory>
 
+#include "ControlFont.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -26,7 +27,7 @@ const CRect kPlace(10, 60, 210, 100);  // 200 x 40: the 20 x 20 box is at (0, 10
 
 class ChkProbe : public CZELChkBox {
 public:
-    using CZELChkBox::m_hFont;
+    using CZELChkBox::m_font;
 };
 
 class ChkBox : public ControlTest {
@@ -161,7 +162,7 @@ TEST_F(ChkBox, SetFontAlwaysUsesTahoma) {
     box->SetFont(24, CString(L"Arial"), kBlue);
     desktop.RunUntilIdle();
     LOGFONTW lf{};
-    ASSERT_EQ(GetObjectW(box->m_hFont, sizeof lf, &lf), static_cast<int>(sizeof lf));
+    ASSERT_EQ(GetObjectW(box->m_font->get(), sizeof lf, &lf), static_cast<int>(sizeof lf));
     EXPECT_EQ(lf.lfHeight, 24);
     EXPECT_EQ(lf.lfWeight, FW_NORMAL);
     EXPECT_EQ(lf.lfCharSet, DEFAULT_CHARSET);

@@ -154,7 +154,101 @@ TEST_F(SkinSetTest, EveryLoadReplacesAndTheSetReleasesWhatItHolds) {
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before);
 }
 
+TEST_F(SkinSetTest, HostArraysAndDetachedPieces) {
+    const CString a = Solid("a", 3, 2, RGB(9, 9, 9));
+    const long before = zel::LiveGdiObjects().bitmaps;
+    zelctl::SkinSet set(3);
+    set.LoadFiles({a, a, a});
+    set.LoadIds(nullptr, 2, nullptr, 1);  // a host that passes no array
+    EXPECT_EQ(Widths(set), "3 0 0 ");
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 1);
+
+    HBITMAP taken = set.Detach(0);
+    EXPECT_EQ(set[0], nullptr);
+    EXPECT_EQ(set.Detach(9), nullptr);
+    set.ReleaseAll();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 1) << "a detached piece is the caller's";
+    EXPECT_TRUE(DeleteObject(taken));
+}
+
+TEST(SkinList, PathsThroughAFixedBufferAreCut) {
+    const CString longPath(L'p', MAX_PATH + 40);
+    struct Case {
+        CString path;
+        int capacity, length;
+    } cases[] = {
+        {L"a.bmp", MAX_PATH, 5},
+        {longPath.Left(MAX_PATH - 1), MAX_PATH, MAX_PATH - 1},
+        {longPath.Left(MAX_PATH), MAX_PATH, MAX_PATH - 1},
+        {longPath, MAX_PATH, MAX_PATH - 1},
+        {L"abc", 1, 0},
+        {L"abc", 0, 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(zelctl::PathInBuffer(c.path, c.capacity).GetLength(), c.length) << c.path.GetLength();
+}
+
 // ---- canvas and frames ----------------------------------------------------------------------
+
+// A bitmap-backed DC standing for a paint DC, filled with one colour.
+class TargetDC {
+public:
+    TargetDC(int w, int h, COLORREF fill) {
+        HDC screen = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen);
+        bmp_ = CreateCompatibleBitmap(screen, w, h);
+        ReleaseDC(nullptr, screen);
+        old_ = SelectObject(dc_, bmp_);
+        RECT rc{0, 0, w, h};
+        HBRUSH brush = CreateSolidBrush(fill);
+        FillRect(dc_, &rc, brush);
+        DeleteObject(brush);
+    }
+    ~TargetDC() {
+        SelectObject(dc_, old_);
+        DeleteObject(bmp_);
+        DeleteDC(dc_);
+    }
+    operator HDC() const { return dc_; }
+
+private:
+    HDC dc_;
+    HBITMAP bmp_;
+    HGDIOBJ old_;
+};
+
+TEST_F(SkinSetTest, APieceIsPresentedStraightAtTheCanvasSize) {
+    const COLORREF bg = RGB(1, 2, 3), M = RGB(0, 200, 0);
+    zelctl::SkinSet set(1);
+    set.LoadFiles({Solid("m", 2, 2, M)});
+    TargetDC target(4, 4, bg);
+    {
+        zelctl::OffscreenCanvas canvas(target, 3, 1);
+        canvas.PresentPiece(set[0]);
+        canvas.PresentPiece(nullptr);  // nothing loaded: nothing drawn
+    }
+    const COLORREF row0[4] = {M, M, bg, bg};  // beyond the piece the target stays; beyond the canvas too
+    for (int x = 0; x < 4; ++x) EXPECT_EQ(GetPixel(target, x, 0), row0[x]) << x;
+    EXPECT_EQ(GetPixel(target, 0, 1), bg) << "only the canvas's height";
+}
+
+TEST_F(SkinSetTest, AFixedCapLengthOverridesTheCapBitmaps) {
+    const COLORREF bg = RGB(1, 2, 3), L = RGB(200, 0, 0), M = RGB(0, 200, 0), R = RGB(0, 0, 200);
+    zelctl::SkinSet set(3);
+    set.LoadFiles({Solid("l", 1, 1, L), Solid("m", 1, 1, M), Solid("r", 1, 3, R)});
+    TargetDC screen(1, 1, bg);
+    zelctl::OffscreenCanvas canvas(screen, 1, 9);
+    canvas.Fill(RECT{0, 0, 1, 9}, bg);
+    zelctl::ThreePieceStyle style;
+    style.axis = zelctl::Axis::Vertical;
+    style.capLength = 2;
+    const RECT middle = zelctl::PaintThreePiece(canvas, RECT{0, 0, 1, 9}, {set[0], set[1], set[2]}, style);
+    EXPECT_EQ(middle.top, 2);
+    EXPECT_EQ(middle.bottom, 7);
+    // The 1-pixel top cap fills one row of its 2; the 3-pixel bottom cap shows its top 2.
+    const COLORREF column[9] = {L, bg, M, M, M, M, M, R, R};
+    for (int y = 0; y < 9; ++y) EXPECT_EQ(GetPixel(canvas.dc(), 0, y), column[y]) << y;
+}
 
 TEST_F(SkinSetTest, ThreePieceFramesLayCapsAndMiddleAlongTheirAxis) {
     const COLORREF L = RGB(200, 0, 0), M = RGB(0, 200, 0), R = RGB(0, 0, 200);

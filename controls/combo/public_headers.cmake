@@ -1,0 +1,2 @@
+# Public headers of the combo box (see controls/CMakeLists.txt).
+zel_controls_public_headers(CZELComBox.h)

@@ -1,0 +1,130 @@
+// CZELLable: the frame's pieces and the fit rule of its text -- an exact fit keeps the
+// font, the shrink goes 2 pixels a step from the height SetFont gave (40 by default) and
+// stops at the first that fits or at the floor.
+#include <functional>
+#include <memory>
+
+#include "CZELLable.h"
+#include "label_fixture.h"
+
+namespace {
+
+using labeltest::Measure;
+using labeltest::Reference;
+
+const COLORREF kWhite = RGB(255, 255, 255);
+constexpr RECT kBox{10, 10, 130, 40};
+
+class Label : public labeltest::LabelTest {
+protected:
+    void TearDown() override {
+        label.reset();
+        LabelTest::TearDown();
+    }
+    CZELLable& Make(const wchar_t* text, RECT box = kBox) {
+        label = std::make_unique<CZELLable>();
+        EXPECT_TRUE(label->Create(nullptr, text, WS_CHILD | WS_VISIBLE, box, &parent, 7));
+        return *label;
+    }
+    std::string Shows(const Reference& want) {
+        label->Invalidate();
+        desktop.RunUntilIdle();
+        return want.Diff(label->m_hWnd);
+    }
+
+    std::unique_ptr<CZELLable> label;
+};
+
+// Caps vary by column only, so stretching them to the client height keeps each column's
+// colour; the middle is a 3 x 3 pattern tiled from the frame's origin.
+TEST_F(Label, CapsStretchAndTheMiddleTilesBetweenThem) {
+    auto left = [](int x, int) { return RGB(200, 40 * x, 0); };
+    auto right = [](int x, int) { return RGB(0, 40 * x, 200); };
+    auto middle = [](int x, int y) { return RGB(60 * x, 60 * y, 90); };
+    skins.Pixels("left", 6, 10, left);
+    skins.Pixels("middle", 3, 3, middle);
+    skins.Pixels("right", 4, 10, right);
+    CZELLable& l = Make(L"");
+    l.LoadSkin(L" " + SkinPath("left") + L" |" + SkinPath("middle") + L"|" + SkinPath("right") + L"|", L"");
+    Reference want(120, 30);
+    want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : x >= 116 ? right(x - 116, y) : middle(x % 3, y % 3); });
+    EXPECT_EQ(want.Diff(label->m_hWnd), "") << "loading the pieces repaints at once";
+
+    // Two pieces leave the right cap out: the middle runs to the edge.
+    l.LoadSkin(skins.Skin({"left", "middle"}), L"");
+    want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : middle(x % 3, y % 3); });
+    EXPECT_EQ(Shows(want), "");
+}
+
+TEST_F(Label, WithoutSkinTheFrameIsBlackUnderTheText) {
+    const UINT format = DT_SINGLELINE | DT_VCENTER | DT_CENTER;
+    Make(L"Hello").SetFont(18, kWhite, format, CRect());
+    Reference want(120, 30);
+    want.Text(L"Hello", RECT{0, 0, 120, 30}, format, 18, kWhite);
+    EXPECT_EQ(Shows(want), "");
+}
+
+// Each case: the font height SetFont gives, the text rectangle, and the height the text
+// must be drawn at. Widths come from the platform's own measurements, so the cases hold
+// for any metrics.
+struct FitCase {
+    const char* name;
+    const wchar_t* text;
+    int setHeight;
+    std::function<RECT()> rect;
+    int drawnAt;
+};
+
+TEST_F(Label, FitRuleAndShrinkSteps) {
+    const wchar_t* word = L"Exactly";
+    const wchar_t* longText = L"A caption far too long for this label at any height at all";
+    const SIZE at18 = Measure(word, 18);
+    const RECT small{0, 0, 120, 30};
+    const FitCase cases[] = {
+        {"an exact fit keeps the font", word, 18, [&] { return RECT{0, 0, at18.cx, at18.cy}; }, 18},
+        {"one pixel short shrinks one step", word, 18, [&] { return RECT{0, 0, at18.cx - 1, at18.cy}; }, 16},
+        {"one pixel too low shrinks one step", word, 18, [&] { return RECT{0, 0, at18.cx, at18.cy - 1}; }, 16},
+        {"the first height from 30 down that fits", word, 30, [&] { return RECT{0, 0, Measure(word, 22).cx, 30}; },
+         22},
+        {"from 40 it stops at 12", longText, 40, [&] { return small; }, 12},
+        {"an odd start stops at 11", longText, 13, [&] { return small; }, 11},
+        {"an absurd start ends at the floor, and soon", longText, 1 << 30, [&] { return small; }, 12},
+        {"a start at the floor still takes one step", longText, 12, [&] { return small; }, 10},
+    };
+    ASSERT_LT(Measure(word, 16).cx, at18.cx) << "the cases need a smaller font to be narrower";
+    ASSERT_GT(Measure(word, 24).cx, Measure(word, 22).cx);
+    for (const FitCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const RECT rc = c.rect();
+        Make(c.text).SetFont(c.setHeight, kWhite, DT_SINGLELINE, rc);
+        Reference want(120, 30);
+        want.Text(c.text, rc, DT_SINGLELINE, c.drawnAt, kWhite);
+        EXPECT_EQ(Shows(want), "");
+        label.reset();
+    }
+}
+
+// The label as made draws black text in 18 over the whole client area and shrinks from 40.
+TEST_F(Label, DefaultFontIs18AndShrinksFrom40) {
+    const wchar_t* text = L"1234567890";
+    const SIZE at18 = Measure(text, 18, 0);
+    skins.Solid("white", 1, 1, kWhite);
+    Make(text, RECT{10, 10, 10 + at18.cx, 10 + at18.cy}).LoadBitmap(L"", SkinPath("white"), L"");
+    Reference fits(at18.cx, at18.cy, kWhite);
+    fits.Text(text, RECT{0, 0, at18.cx, at18.cy}, 0, 18, RGB(0, 0, 0));
+    EXPECT_EQ(Shows(fits), "");
+
+    label->MoveWindow(10, 10, at18.cx - 1, at18.cy);
+    Reference shrunk(at18.cx - 1, at18.cy, kWhite);
+    shrunk.Text(text, RECT{0, 0, at18.cx - 1, at18.cy}, 0, 16, RGB(0, 0, 0));
+    EXPECT_EQ(Shows(shrunk), "");
+}
+
+TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
+    CZELLable& l = Make(L"");
+    l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");
+    l.LoadSkin(L"no bar at all", L"");
+    EXPECT_EQ(Shows(Reference(120, 30)), "");
+}
+
+}  // namespace
