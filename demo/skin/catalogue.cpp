@@ -16,6 +16,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddClockPieces(all);
         AddPhonePieces(all);
         AddComboPieces(all);
+        AddListPieces(all);
         return all;
     }();
     return pieces;
