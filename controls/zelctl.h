@@ -10,6 +10,7 @@
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
 #include "CListData.h"
+#include "CZELList.h"
 #include "CZELPlayList.h"
 #include "CZELTelList.h"
 #include "CZELBTList.h"

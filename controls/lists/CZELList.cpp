@@ -7,7 +7,9 @@
 #include "Notify.h"
 #include "OffscreenCanvas.h"
 #include "RowGeometry.h"
+#include "ControlFont.h"
 #include "SkinList.h"
+#include "SkinSet.h"
 #include "SkinText.h"
 
 namespace {
@@ -72,6 +74,8 @@ CZELList::CZELList()
       m_rcList(0, 0, 0, 0),
       m_clrText(RGB(0, 0, 0)),
       m_clrSelText(RGB(255, 255, 255)) {
+    m_skin = std::make_unique<zelctl::SkinSet>(kPieceCount);
+    m_hFonts = std::make_unique<zelctl::OwnedFont[]>(4);
     for (int i = 0; i < 4; ++i) m_hFonts[i].Create(kDefaultFontHeights[i]);
 }
 
@@ -475,9 +479,9 @@ void CZELList::UpdataScrollBar() {
     const int visible = h > 0 ? m_rcList.Height() / h : 0;
     const int leftover = m_rcList.Height() - visible * h + m_nRowInterval;
     int threshold = h;
-    if (m_nStyle == 0) threshold = m_skin.Size(kNormalMiddle).cy;
-    if (m_nStyle == 1) threshold = m_skin.Size(kNormalLeft).cy;
-    const int separator = m_skin.Size(kSeparator).cy;
+    if (m_nStyle == 0) threshold = m_skin->Size(kNormalMiddle).cy;
+    if (m_nStyle == 1) threshold = m_skin->Size(kNormalLeft).cy;
+    const int separator = m_skin->Size(kSeparator).cy;
     int excess = m_nItemCount - visible;
     if (leftover + separator >= threshold) --excess;  // the leftover space holds one more row
     if (excess > 0) {
@@ -515,46 +519,47 @@ void CZELList::LoadScrollBitmap(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT 
 }
 
 void CZELList::LoadNomalBmp(const UINT (&ids)[3], UINT nSeparator, HINSTANCE hInst) {
-    m_skin.LoadIds({ids[0], ids[1], ids[2], nSeparator}, hInst, kNormalLeft);
+    m_skin->LoadIds({ids[0], ids[1], ids[2], nSeparator}, hInst, kNormalLeft);
     UpdataScrollBar();
     Repaint();
 }
 
 void CZELList::LoadSelectBmp(const UINT (&ids)[3], const UINT (&marks)[2], HINSTANCE hInst) {
-    m_skin.LoadIds({ids[0], ids[1], ids[2], marks[0], marks[1]}, hInst, kSelLeft);
+    m_skin->LoadIds({ids[0], ids[1], ids[2], marks[0], marks[1]}, hInst, kSelLeft);
     Repaint();
 }
 
 void CZELList::LoadBitmapW(CString strLeft, CString strMiddle, CString strRight, CString strSeparator) {
-    m_skin.LoadFiles({strLeft, strMiddle, strRight, strSeparator}, kNormalLeft);
+    m_skin->LoadFiles({strLeft, strMiddle, strRight, strSeparator}, kNormalLeft);
     UpdataScrollBar();
     Repaint();
 }
 
 void CZELList::LoadSelBitmaps(CString strLeft, CString strMiddle, CString strRight, CString strMark,
                               CString strSelMark) {
-    m_skin.LoadFiles({strLeft, strMiddle, strRight, strMark, strSelMark}, kSelLeft);
+    m_skin->LoadFiles({strLeft, strMiddle, strRight, strMark, strSelMark}, kSelLeft);
     Repaint();
 }
 
 void CZELList::LoadBkBitmap(CString strPanel) {
-    m_skin.LoadFiles({strPanel}, kPanel);
+    m_skin->LoadFiles({strPanel}, kPanel);
     Repaint();
 }
 
 void CZELList::LoadClrBitmap(CString strListBack) {
-    m_skin.LoadFiles({strListBack}, kListBack);
+    m_skin->LoadFiles({strListBack}, kListBack);
     Repaint();
 }
 
 void CZELList::LoadBitBmp2(CString strBadge, CString strSelBadge) {
-    m_skin.LoadFiles({strBadge, strSelBadge}, kBadge);
+    m_skin->LoadFiles({strBadge, strSelBadge}, kBadge);
     Repaint();
 }
 
 int CZELList::AddImage(const CString (&normal)[3], const CString (&selected)[3]) {
     auto* entry = new ImageEntry;
-    entry->pieces.LoadFiles({normal[0], normal[1], normal[2], selected[0], selected[1], selected[2]});
+    entry->pieces = std::make_unique<zelctl::SkinSet>(6);
+    entry->pieces->LoadFiles({normal[0], normal[1], normal[2], selected[0], selected[1], selected[2]});
     ImageEntry** tail = &m_pImages;
     while (*tail) tail = &(*tail)->pNext;
     *tail = entry;
@@ -630,7 +635,7 @@ void CZELList::OnKillFocus(CWnd*) {
 void CZELList::OnDoubleclicked() {}
 
 BOOL CZELList::PreTranslateMessage(MSG* pMsg) {
-    if (pMsg && pMsg->message == WM_KEYDOWN && pMsg->hwnd == m_hWnd) {
+    if (pMsg && pMsg->message == WM_KEYDOWN) {
         const int pos = ScrollPos();
         if (pMsg->wParam == VK_UP && m_nCurSel >= 1) {
             --m_nCurSel;
@@ -663,8 +668,8 @@ void CZELList::OnSize(UINT, int, int) {
 
 void CZELList::OnDestroy() {
     KillTimer(kClickTimer);
-    m_skin.ReleaseAll();
-    for (auto& font : m_hFonts) font.Reset();
+    m_skin->ReleaseAll();
+    for (int i = 0; i < 4; ++i) m_hFonts[i].Reset();
     ClearImages();
     CWnd::OnDestroy();
 }
@@ -692,9 +697,9 @@ void CZELList::RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const {
     }
     for (int p = 0; p < 3; ++p) {
         if (entry)
-            pieces[p] = entry->pieces[(selected ? 3 : 0) + p];
+            pieces[p] = (*entry->pieces)[(selected ? 3 : 0) + p];
         else
-            pieces[p] = m_skin[(selected ? kSelLeft : kNormalLeft) + p];
+            pieces[p] = (*m_skin)[(selected ? kSelLeft : kNormalLeft) + p];
     }
 }
 
@@ -749,7 +754,7 @@ void CZELList::Draw1(HDC hdc) {
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);
     list.Fill(CRect(0, 0, listW, listH), m_clrFill);
-    const SIZE sep = m_skin.Size(kSeparator);
+    const SIZE sep = m_skin->Size(kSeparator);
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
@@ -758,18 +763,19 @@ void CZELList::Draw1(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight;
         const int bottom = (k + 1) * m_nItemHeight - sep.cy;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        const HBITMAP left = m_skin[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = m_skin[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = m_skin[selected ? kSelRight : kNormalRight];
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         if (i != m_nItemCount - 1)
-            list.Stretch(m_skin[kSeparator], 0, bottom - (bottom - m.cy - top + sep.cy) / 2, right, sep.cy);
+            list.Stretch((*m_skin)[kSeparator], 0, bottom - (bottom - m.cy - top + sep.cy) / 2, right, sep.cy);
         CRect text(l.cx + 5, top, right - r.cx, top + r.cy);
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
@@ -794,7 +800,7 @@ void CZELList::Draw2(HDC hdc) {
     panel.Fill(client, m_clrBack);
     // The panel bitmap at its size, its next-to-last column stretched over the rest, and
     // the background colour taken from its last column at half height.
-    const HBITMAP back = m_skin[kPanel];
+    const HBITMAP back = (*m_skin)[kPanel];
     const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
     if (sampled != CLR_INVALID) m_clrBack = sampled;
     m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
@@ -809,19 +815,20 @@ void CZELList::Draw2(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         // The list area's top counts again inside the list bitmap: rows sit that much lower.
         const int top = (2 * m_nRowInterval) / 5 + k * m_nItemHeight + m_rcList.top - 1;
         const int bottom = m_rcList.top + (k + 1) * m_nItemHeight;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        const HBITMAP left = m_skin[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = m_skin[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = m_skin[selected ? kSelRight : kNormalRight];
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
         if (m_ppRows[i]->nMark == 1) {
-            const HBITMAP mark = m_skin[selected ? kSelMark : kMark];
+            const HBITMAP mark = (*m_skin)[selected ? kSelMark : kMark];
             const SIZE ms = zelctl::BitmapSize(mark);
             const int y = top + (r.cy - ms.cy) / 2 - (selected ? 2 : 0);
             list.Blit(mark, right - r.cx - ms.cx, y, ms.cx, ms.cy);
@@ -849,14 +856,24 @@ void CZELList::Draw(HDC hdc) {
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);
     list.Fill(CRect(0, 0, listW, listH), m_clrFill);
-    list.Stretch(m_skin[kListBack], 0, 0, listW, listH);
+    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
-    const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), listW);
+    // The play layout's columns are counted from the client's width: rows stop 2 pixels
+    // short of a visible bar rather than run under it.
+    int limit = listW;
+    if (HasBar() && m_pScrollBar->IsWindowVisible()) {
+        CRect bar;
+        m_pScrollBar->GetWindowRect(&bar);
+        ScreenToClient(&bar);
+        limit = std::min(limit, bar.left - m_rcList.left - 2);
+    }
+    const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
@@ -884,20 +901,21 @@ void CZELList::Draw(HDC hdc) {
     panel.Present();
 }
 
-// Style 3: the panel and list area of style 2 (without sampling a new background colour:
-// the list area takes the current one), the same caps, and four texts per row.
+// Style 3: the panel and list area of style 2 (the background colour sampled the same way),
+// the same caps, and four texts per row.
 void CZELList::Draw3(HDC hdc) {
     CRect client;
     GetClientRect(&client);
     zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
     panel.Fill(client, m_clrBack);
-    const HBITMAP back = m_skin[kPanel];
-    PanelBackground(panel.dc(), hdc, back, client.Width());
+    const HBITMAP back = (*m_skin)[kPanel];
+    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+    if (sampled != CLR_INVALID) m_clrBack = sampled;
     m_rcList.SetRect(client.left + m_nMarginX, client.top + 6, client.right - m_nMarginX, client.bottom - 4);
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     zelctl::OffscreenCanvas list(hdc, listW, listH);
     list.Fill(CRect(0, 0, listW, listH), m_clrBack);
-    list.Stretch(m_skin[kListBack], 0, 0, listW, listH);
+    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
@@ -905,19 +923,20 @@ void CZELList::Draw3(HDC hdc) {
     const int right = ColumnZeroRight();
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
         const int top = k * m_nItemHeight + (2 * m_nRowInterval) / 5;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
-        const HBITMAP left = m_skin[selected ? kSelLeft : kNormalLeft];
-        const HBITMAP middle = m_skin[selected ? kSelMiddle : kNormalMiddle];
-        const HBITMAP rightCap = m_skin[selected ? kSelRight : kNormalRight];
+        const HBITMAP left = (*m_skin)[selected ? kSelLeft : kNormalLeft];
+        const HBITMAP middle = (*m_skin)[selected ? kSelMiddle : kNormalMiddle];
+        const HBITMAP rightCap = (*m_skin)[selected ? kSelRight : kNormalRight];
         DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;
         if (selected) m_rcClick.SetRect(0, top, right, top + rowH);
         ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
         // The number over its badge.
-        const HBITMAP badge = m_skin[selected ? kSelBadge : kBadge];
+        const HBITMAP badge = (*m_skin)[selected ? kSelBadge : kBadge];
         const SIZE b = zelctl::BitmapSize(badge);
         const int numberW = b.cx > 0 ? b.cx : 32;
         const CRect number(l.cx, top, l.cx + numberW, top + rowH);

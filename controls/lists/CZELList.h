@@ -33,13 +33,15 @@
 //   Draw  (0): top = k*h, the row is h - m_nRowInterval high (the interval is the gap),
 //              text from the left cap + 5 to the right cap (or to column 1 in the play
 //              layout), vertically centred on the middle piece; the selected row uses the
-//              selected pieces and m_clrSelText.
+//              selected pieces and m_clrSelText. Rows stop 2 pixels short of a visible
+//              bar (the play layout's widths count from the client width).
 //   Draw3 (3): top = k*h + 2*m_nRowInterval/5. The number "%d." (row + 1) is centred in a
 //              box of the badge's width (32 without a badge) after the left cap, over the
 //              badge; cell 0 (m_hFonts[1], "..." to fit) fills the upper half of the space
 //              up to 18 pixels before the right cap, cell 1 (m_hFonts[2]) the lower half;
 //              cell 2 (m_hFonts[3]) is centred in the 60-pixel box from 18 pixels left of
-//              the right cap's left edge. Selected row: selected pieces and m_clrSelText.
+//              the right cap's left edge, so this style's right cap is a wide piece (about
+//              42 pixels) under the time. Selected row: selected pieces and m_clrSelText.
 // Every style records the selected row's rectangle, in list-area coordinates as drawn, in
 // m_rcClick: the area of the second click of a double click.
 #pragma once
@@ -47,14 +49,17 @@
 #include <afxtempl.h>
 #include <afxwin.h>
 
+#include <memory>
 #include <vector>
 
-#include "ControlFont.h"
 #include "CZELScrollbar.h"
 #include "ListRecords.h"
-#include "SkinSet.h"
 #include "zelctl_api.h"
 
+namespace zelctl {
+class SkinSet;
+class OwnedFont;
+}  // namespace zelctl
 namespace zelctl::lists {
 struct RowStore;
 }
@@ -69,7 +74,7 @@ public:
     // One AddImage entry: three row pieces (left cap, middle, right cap) for normal rows
     // and three for the selected row.
     struct ImageEntry {
-        zelctl::SkinSet pieces{6};
+        std::unique_ptr<zelctl::SkinSet> pieces;  // six pieces
         ImageEntry* pNext = nullptr;
     };
 
@@ -185,7 +190,7 @@ protected:
     int m_bClickArmed;
     CRect m_rcClick;
     CRect m_rcScroll;
-    zelctl::SkinSet m_skin{kPieceCount};
+    std::unique_ptr<zelctl::SkinSet> m_skin;  // kPieceCount pieces
     ImageEntry* m_pImages;
     int m_nImageCount;
     int m_bPlayStyle;
@@ -195,7 +200,7 @@ protected:
     COLORREF m_clrFrame;
     COLORREF m_clrFill;
     CRect m_rcList;
-    zelctl::OwnedFont m_hFonts[4];
+    std::unique_ptr<zelctl::OwnedFont[]> m_hFonts;  // four fonts
     COLORREF m_clrText;
     COLORREF m_clrSelText;
 

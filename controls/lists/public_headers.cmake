@@ -1,3 +1,3 @@
-# Public headers of the list base (see controls/CMakeLists.txt): the lists built on it
-# include it, and its records.
-zel_controls_public_headers(CListData.h ListRecords.h)
+# Public headers of the lists (see controls/CMakeLists.txt). ListRecords.h holds the row and
+# column records the list classes expose.
+zel_controls_public_headers(CListData.h CZELList.h ListRecords.h)

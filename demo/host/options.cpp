@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "tour/tour.h"
+
 namespace zel::demo {
 
 const char* Usage() {
@@ -37,7 +39,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv, std::stri
         } else if (arg == "--help" || arg == "-h") {
             options.help = true;
         } else {
-            if (error) *error = "unknown option '" + std::string(arg) + "'";
+            if (error) *error = "unknown option " + Quoted(arg);
             return std::nullopt;
         }
     }

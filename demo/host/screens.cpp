@@ -5,6 +5,7 @@
 #include "screens/home_screen.h"
 #include "screens/lists_screens.h"
 #include "screens/phone_screen.h"
+#include "screens/lists_screen.h"
 #include "screens/player_screen.h"
 #include "screens/settings_screen.h"
 
@@ -30,7 +31,10 @@ const std::vector<ScreenInfo>& Screens() {
          L"Date and time spinners, a running clock, stroke-digit pickers.", Make<ClockScreen>},
         {"phone", L"Telephone", L"Phone", L"A dial pad, the number display, labels and a shaped portrait.",
          Make<PhoneScreen>},
-        // No tab and no tile yet (the title bar is full): tours reach it by name.
+        {"lists", L"List gallery", L"Lists", L"The image list in its four styles: names, states, numbers, images.",
+         Make<ListsScreen>},
+        // Screens without a tab come last (the tab strip stops at the first): tours reach them
+        // by name.
         {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
         {"contacts", L"Phone book", nullptr, L"Contacts and missed calls, a row set per kind.", Make<ContactsScreen>},
         {"devices", L"Bluetooth devices", nullptr, L"Paired devices; the connected one marked.", Make<DevicesScreen>},

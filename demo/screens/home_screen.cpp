@@ -30,6 +30,7 @@ bool HomeScreen::Build(HWND host, const SkinSource&) {
     return true;
 }
 
+// Up to three tiles keep their full width; more share the row between the margins.
 RECT HomeScreen::TileRect(size_t index) {
     const Grid g = TileGrid();
     const int i = static_cast<int>(index - 1);

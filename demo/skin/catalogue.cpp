@@ -16,7 +16,8 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddClockPieces(all);
         AddPhonePieces(all);
         AddComboPieces(all);
-        AddListPieces(all);
+        AddListPieces(all);  // last: earlier pieces keep their identifiers
+        AddSpecialListPieces(all);  // after them, for the same reason
         return all;
     }();
     return pieces;

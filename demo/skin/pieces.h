@@ -15,9 +15,10 @@ void AddBarPieces(std::vector<SkinPiece>& out);     // scroll bar, slider, progr
 void AddClockPieces(std::vector<SkinPiece>& out);   // spinner buttons, colour samples, separators
 void AddPhonePieces(std::vector<SkinPiece>& out);   // dial keys, number display, labels, a round portrait
 void AddComboPieces(std::vector<SkinPiece>& out);   // combo box (after the others: identifiers keep their values)
-void AddListPieces(std::vector<SkinPiece>& out);    // the special lists (after the combo box, for the same reason)
 
 // The four states of a 78 x 76 push button (button_<name>_<state>) with `glyph` on its face.
 void AddPushButtonStates(std::vector<SkinPiece>& out, const std::string& name, void (*glyph)(Painter&, Pt, COLORREF));
+void AddListPieces(std::vector<SkinPiece>& out);    // image list rows, marks, badges, panel
+void AddSpecialListPieces(std::vector<SkinPiece>& out);  // the special lists: frame, rows, icons, paper, headings
 
 }  // namespace zel::demo

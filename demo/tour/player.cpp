@@ -21,7 +21,7 @@ bool PlayTour(const Tour& tour, TourTarget& target, std::string* error) {
     for (const TourStep& s : tour.steps) {
         switch (s.kind) {
             case Kind::kScreen:
-                if (!target.ShowScreen(s.name)) return fail(s, "unknown screen '" + s.name + "'");
+                if (!target.ShowScreen(s.name)) return fail(s, "unknown screen " + Quoted(s.name));
                 screen = s.name;
                 break;
             case Kind::kTap:
@@ -45,7 +45,7 @@ bool PlayTour(const Tour& tour, TourTarget& target, std::string* error) {
                 break;
             case Kind::kWait: target.Advance(s.ms); break;
             case Kind::kShot:
-                if (!target.Shot(screen, s.name)) return fail(s, "cannot write the shot '" + screen + "-" + s.name + "'");
+                if (!target.Shot(screen, s.name)) return fail(s, "cannot write the shot " + Quoted(screen + "-" + s.name));
                 break;
         }
     }

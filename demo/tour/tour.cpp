@@ -1,6 +1,10 @@
 #include "tour/tour.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <charconv>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
@@ -38,7 +42,11 @@ struct Failure {
     int line = 0;  // when not the line being read
 };
 
-std::string Quoted(std::string_view s) { return "'" + std::string(s) + "'"; }
+// A number as written, bounded as Quoted bounds tokens (leading zeros can make it long).
+std::string Unquoted(std::string_view word) {
+    std::string q = Quoted(word);
+    return q.substr(1, q.size() - 2);
+}
 
 // Words of a line up to a word that starts a comment.
 std::vector<std::string_view> Words(std::string_view line) {
@@ -75,7 +83,7 @@ long long Number(std::string_view word, long long min, long long max, const char
     std::optional<long long> v = Integer(word);
     if (!v) throw Failure{Quoted(word) + " is not a whole number"};
     if (*v < min || *v > max)
-        throw Failure{std::string(what) + " " + std::string(word) + " is out of range (" + std::to_string(min) +
+        throw Failure{std::string(what) + " " + Unquoted(word) + " is out of range (" + std::to_string(min) +
                       ".." + std::to_string(max) + ")"};
     return *v;
 }
@@ -232,14 +240,31 @@ std::optional<Tour> ParseTour(std::string_view text, const std::string& file, st
     }
 }
 
+std::string Quoted(std::string_view token) {
+    bool cut = token.size() > kMaxQuoted;
+    std::string q = "'";
+    for (char c : token.substr(0, cut ? kMaxQuoted - 3 : token.size()))
+        q += c >= 0x20 && c < 0x7F ? c : '?';
+    return q + (cut ? "...'" : "'");
+}
+
 std::optional<Tour> LoadTour(const std::string& path, std::string* error) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        if (error) *error = path + ": cannot open the tour";
+    auto fail = [&](const std::string& why) {
+        if (error) *error = path + ": " + why;
         return std::nullopt;
-    }
+    };
+    // Checked before opening: opening a FIFO would wait for a writer.
+    struct stat st {};
+    if (stat(path.c_str(), &st) != 0) return fail("cannot open the tour");
+    if (S_ISDIR(st.st_mode)) return fail("is a directory, not a tour");
+    if (!S_ISREG(st.st_mode)) return fail("is not a regular file");
+    if (static_cast<uint64_t>(st.st_size) > kMaxTourBytes)
+        return fail("is larger than " + std::to_string(kMaxTourBytes >> 20) + " MiB, too large for a tour");
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return fail(std::string("cannot open the tour (") + std::strerror(errno) + ")");
     std::ostringstream text;
     text << in.rdbuf();
+    if (in.bad()) return fail("cannot read the tour");
     return ParseTour(text.str(), path, error);
 }
 

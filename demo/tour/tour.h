@@ -42,8 +42,19 @@ struct Tour {
 
 constexpr int kDefaultDragSteps = 10;
 
+// A token as error messages quote it: in single quotes, at most kMaxQuoted characters,
+// each byte that is not printable ASCII shown as '?', a longer token cut with "...". A
+// megabyte of binary on a command line or in a tour stays one readable line.
+constexpr size_t kMaxQuoted = 60;
+std::string Quoted(std::string_view token);
+
+// Tours are short hand-written files; anything larger is refused unread.
+constexpr size_t kMaxTourBytes = size_t{1} << 20;
+
 // nullopt on the first bad line, with "file:line: message" in *error.
 std::optional<Tour> ParseTour(std::string_view text, const std::string& file, std::string* error);
+// Only a regular file is read: a directory, a FIFO or a device is refused with a reason,
+// as is a file that cannot be read or is larger than kMaxTourBytes.
 std::optional<Tour> LoadTour(const std::string& path, std::string* error);
 
 }  // namespace zel::demo

@@ -4,34 +4,98 @@
 // libpng reports errors by longjmp to the setjmp of the running call. The functions that
 // call setjmp (ReadInfo, SetUpTransforms, ReadRows) and every frame libpng can unwind (the read callback)
 // hold only trivially destructible locals; buffers are owned by DecodePng, outside the jump.
+//
+// What a file says never decides what one load costs: every chunk must fit in the bytes
+// that are left, ancillary chunks are skipped unread (a bitmap has no use for text,
+// palettes of suggestions or colour profiles), and libpng's own allocations share one
+// fixed budget. The pixels are the only allocation proportional to the header, and they
+// are checked against the image limits first.
 #include <png.h>
 
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include "gdi/image_codec.h"
 
 namespace zel::detail {
 namespace {
 
+// Bytes libpng may hold at once: its structures, zlib's window and a few rows (a row of
+// the widest image, 16384 RGBA pixels at 16 bits, is 128 KiB). The pixels are not in it.
+constexpr size_t kLibpngBudget = size_t{16} << 20;
+
 struct PngInput {
     const uint8_t* data = nullptr;
     size_t size = 0;
     size_t pos = 0;
+    size_t nextChunk = 8;  // offset of the next chunk header, past the signature
+    size_t allocated = 0;  // bytes libpng holds, against kLibpngBudget
     bool truncated = false;
     char message[128] = {};
 };
 
+uint32_t BigEndian32(const uint8_t* p) {
+    return static_cast<uint32_t>(p[0]) << 24 | p[1] << 16 | p[2] << 8 | p[3];
+}
+
+// libpng reads each chunk header (length and type) in one read at the chunk's start and
+// allocates what the length says before reading the data, so a length is checked here,
+// against the bytes that are really left, before libpng sees it.
+void CheckChunkHeader(png_structp png, PngInput& in) {
+    if (in.size - in.pos < 8) return;  // the read itself reports the truncation
+    uint32_t length = BigEndian32(in.data + in.pos);
+    if (in.size - in.pos < 12 || length > in.size - in.pos - 12) {
+        char type[5] = {};
+        for (int i = 0; i < 4; ++i) {
+            uint8_t c = in.data[in.pos + 4 + i];
+            type[i] = c >= 0x20 && c < 0x7F ? static_cast<char>(c) : '?';
+        }
+        std::snprintf(in.message, sizeof in.message, "%s chunk of %u bytes, %zu left", type,
+                      static_cast<unsigned>(length), in.size - in.pos - 8);
+        in.truncated = true;
+        png_longjmp(png, 1);
+    }
+    in.nextChunk = in.pos + 12 + length;
+}
+
 void ReadBytes(png_structp png, png_bytep out, png_size_t count) {
     auto* in = static_cast<PngInput*>(png_get_io_ptr(png));
+    if (in->pos == in->nextChunk) CheckChunkHeader(png, *in);
     if (count > in->size - in->pos) {
         in->truncated = true;
-        png_error(png, "truncated");
+        png_longjmp(png, 1);
     }
     std::memcpy(out, in->data + in->pos, count);
     in->pos += count;
+}
+
+// libpng's allocator: each block carries its size in front, so the budget can be given
+// back on free. A null return makes libpng fail with "out of memory" through OnError.
+constexpr size_t kBlockHeader = alignof(std::max_align_t);
+
+png_voidp Allocate(png_structp png, png_alloc_size_t size) {
+    auto* in = static_cast<PngInput*>(png_get_mem_ptr(png));
+    if (size > kLibpngBudget - in->allocated) return nullptr;
+    auto* block = static_cast<uint8_t*>(std::malloc(size + kBlockHeader));
+    if (!block) return nullptr;
+    std::memcpy(block, &size, sizeof size);
+    in->allocated += size;
+    return block + kBlockHeader;
+}
+
+void Free(png_structp png, png_voidp p) {
+    if (!p) return;
+    auto* in = static_cast<PngInput*>(png_get_mem_ptr(png));
+    uint8_t* block = static_cast<uint8_t*>(p) - kBlockHeader;
+    size_t size;
+    std::memcpy(&size, block, sizeof size);
+    in->allocated -= size;
+    std::free(block);
 }
 
 void OnError(png_structp png, png_const_charp message) {
@@ -80,16 +144,20 @@ bool ReadRows(png_structp png, png_bytepp rows) {
 // Owns libpng's read structures.
 class PngReader {
 public:
-    explicit PngReader(PngInput& input) {
-        png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &input, OnError, OnWarning);
+    PngReader(PngInput& input, const ImageLimits& limits) {
+        png_ = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, &input, OnError, OnWarning, &input, Allocate,
+                                        Free);
         if (png_) info_ = png_create_info_struct(png_);
         if (!info_) return;
         png_set_read_fn(png_, &input, ReadBytes);
-        // Limits are checked by the caller with its own message; libpng's default ones
-        // (1 000 000 a side) would reject first with a less useful one.
-        png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
-        png_set_chunk_cache_max(png_, 1000);          // ancillary chunks kept
-        png_set_chunk_malloc_max(png_, 8u << 20);     // bytes for one ancillary chunk
+        // The caller checks the dimensions first with its own message; these are a second
+        // guard at the same values.
+        png_set_user_limits(png_, static_cast<png_uint_32>(limits.maxSide), static_cast<png_uint_32>(limits.maxSide));
+        // Every ancillary chunk (all but IHDR, PLTE, tRNS, IDAT, IEND) is skipped in small
+        // reads without being stored; none changes the pixels of a bitmap without alpha.
+        png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+        png_set_chunk_cache_max(png_, 32);           // chunks kept, should one still be
+        png_set_chunk_malloc_max(png_, 1u << 20);    // bytes for one ancillary chunk
     }
     ~PngReader() { png_destroy_read_struct(&png_, info_ ? &info_ : nullptr, nullptr); }
     PngReader(const PngReader&) = delete;
@@ -113,7 +181,7 @@ uint64_t ImageDataBytes(const uint8_t* data, size_t size) {
     size_t pos = 8;  // past the signature
     while (pos <= size && size - pos >= 12) {
         const uint8_t* p = data + pos;
-        uint32_t length = static_cast<uint32_t>(p[0]) << 24 | p[1] << 16 | p[2] << 8 | p[3];
+        uint32_t length = BigEndian32(p);
         size_t present = size - pos - 8;  // data and CRC bytes actually in the file
         if (std::memcmp(p + 4, "IEND", 4) == 0) break;
         if (std::memcmp(p + 4, "IDAT", 4) == 0) total += length < present ? length : present;
@@ -124,8 +192,15 @@ uint64_t ImageDataBytes(const uint8_t* data, size_t size) {
 }
 
 std::string Failure(const PngInput& input) {
-    if (input.truncated) return "truncated PNG data";
+    if (input.truncated) return input.message[0] ? std::string("truncated PNG data: ") + input.message : "truncated PNG data";
     return std::string("bad PNG data: ") + input.message;
+}
+
+// The dimensions in the IHDR chunk, read before libpng runs so that an image over the
+// limits is refused with the limits' own message. Nothing when there is no IHDR first.
+std::optional<std::pair<int64_t, int64_t>> HeaderSize(const uint8_t* data, size_t size) {
+    if (size < 8 + 8 + 8 || std::memcmp(data + 12, "IHDR", 4) != 0) return std::nullopt;
+    return std::make_pair(int64_t{BigEndian32(data + 16)}, int64_t{BigEndian32(data + 20)});
 }
 
 }  // namespace
@@ -135,7 +210,13 @@ DecodedImage DecodePng(const uint8_t* data, size_t size, const ImageLimits& limi
     PngInput input;
     input.data = data;
     input.size = size;
-    PngReader reader(input);
+    // Zero and 2^31 and more are libpng's to refuse as bad data.
+    if (auto header = HeaderSize(data, size);
+        header && header->first > 0 && header->second > 0 && header->first < 0x80000000 && header->second < 0x80000000) {
+        result.error = CheckDimensions(header->first, header->second, limits);
+        if (!result.ok()) return result;
+    }
+    PngReader reader(input, limits);
     if (!reader.ok()) {
         result.error = "out of memory";
         return result;

@@ -5,6 +5,7 @@
 // children; only RDW_ALLCHILDREN (UpdateWindow paints invalid children too) reaches them.
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "gdi/dc.h"
 #include "user/wndmgr.h"
@@ -20,21 +21,39 @@ void Subtract(PixRegion& a, const PixRegion& b) { pixman_region32_subtract(a.get
 
 PixRegion ScreenArea() { return PixRegion(RECT{0, 0, gdi::Screen().width, gdi::Screen().height}); }
 
-PixRegion UncoveredDesktop() {
+// The part of `bounds` (screen) that no top-level window covers.
+PixRegion UncoveredDesktop(const RECT& bounds) {
     PixRegion rgn = ScreenArea();
+    rgn.intersect(PixRegion(bounds));
+    RECT meet;
     for (Window* t : State().desktop->children)
-        if (t->style & WS_VISIBLE) Subtract(rgn, Shape(t));
+        if ((t->style & WS_VISIBLE) && IntersectRect(&meet, &t->rect, &bounds)) Subtract(rgn, Shape(t));
     return rgn;
 }
+
+PixRegion UncoveredDesktop() { return UncoveredDesktop(RECT{0, 0, gdi::Screen().width, gdi::Screen().height}); }
 
 // Visible windows whose rectangle meets `bounds` (children lie within their parent).
 template <class F>
 void ForEachVisibleNear(Window* w, const RECT& bounds, F&& f) {
     if (!(w->style & WS_VISIBLE)) return;
+    ++WindowVisits();
     RECT r = ScreenRect(w), meet;
     if (!IntersectRect(&meet, &r, &bounds)) return;
     f(w);
     for (Window* c : w->children) ForEachVisibleNear(c, bounds, f);
+}
+
+// The windows whose paintBelow counts a change below `from`: from and its parent chain,
+// ending with the desktop (the parent of the top-level windows).
+template <class F>
+void ForEachCounter(Window* from, F&& f) {
+    Window* desktop = State().desktop;
+    for (Window* a = from; a; a = a->parent) {
+        f(a);
+        if (a == desktop) return;
+    }
+    f(desktop);
 }
 
 // WM_ERASEBKGND outside BeginPaint: through a DC clipped to the update region.
@@ -71,6 +90,7 @@ void RedrawArea(Window* w, const PixRegion& area, UINT flags) {
             if (flags & RDW_NOERASE) w->erase = false;
             if (flags & RDW_NOINTERNALPAINT) w->internalPaint = false;
         }
+        SyncPaint(w);
     } else if ((flags & RDW_INVALIDATE) && (flags & RDW_ERASE)) {
         PixRegion bare = UncoveredDesktop();
         bare.intersect(area);
@@ -99,9 +119,11 @@ void Invalidate(Window* w, const PixRegion* clientArea, bool erase) {
     if (a.empty()) return;
     Union(w->update, a);
     if (erase) w->erase = true;
+    SyncPaint(w);
 }
 
 void InvalidateTree(Window* w, bool erase) {
+    ++WindowVisits();
     Invalidate(w, nullptr, erase);
     for (Window* c : w->children) InvalidateTree(c, erase);
 }
@@ -115,57 +137,104 @@ void Validate(Window* w, const PixRegion* clientArea) {
         w->erase = false;
         w->eraseDeclined = false;
     }
+    SyncPaint(w);
 }
 
 void ClearUpdateTree(Window* w) {
+    ++WindowVisits();
     w->update = PixRegion();
     w->erase = w->eraseDeclined = w->internalPaint = false;
-    for (Window* c : w->children) ClearUpdateTree(c);
+    SyncPaint(w);
+    for (Window* c : w->children)
+        if (c->paintBelow) ClearUpdateTree(c);
+}
+
+void SyncPaint(Window* w) {
+    bool pending = !w->update.empty() || w->internalPaint;
+    if (pending == w->paintPending) return;
+    w->paintPending = pending;
+    int delta = pending ? 1 : -1;
+    w->paintBelow += delta;
+    ForEachCounter(w->parent, [delta](Window* a) { a->paintBelow += delta; });
+}
+
+void MovePaintCount(Window* w, Window* oldParent) {
+    int n = w->paintBelow;
+    if (!n) return;
+    ForEachCounter(oldParent, [n](Window* a) { a->paintBelow -= n; });
+    ForEachCounter(w->parent, [n](Window* a) { a->paintBelow += n; });
 }
 
 bool NeedsPaint(const Window* w) { return Visible(w) && (!w->update.empty() || w->internalPaint); }
 
-// Parents come before their children, top-level windows in z-order.
+// Parents come before their children, top-level windows in z-order. Subtrees where
+// nothing is pending are skipped on their count, so an idle pump costs nothing.
 Window* FindPaintWindow(HWND filter) {
     Window* found = nullptr;
     auto visit = [&](auto&& self, Window* w) -> void {
-        if (found || !(w->style & WS_VISIBLE)) return;
-        if ((!w->update.empty() || w->internalPaint) && MatchesFilter(filter, w->handle)) {
+        if (found || !(w->style & WS_VISIBLE) || !w->paintBelow) return;
+        ++WindowVisits();
+        if (w->paintPending && MatchesFilter(filter, w->handle)) {
             found = w;
             return;
         }
         for (Window* c : w->children) self(self, c);
     };
-    for (Window* t : State().desktop->children) visit(visit, t);
+    if (State().desktop->paintBelow)
+        for (Window* t : State().desktop->children) visit(visit, t);
     return found;
 }
 
+// A window with an erase pending has a non-empty update region, so subtrees with nothing
+// pending are skipped.
 void EraseNow(Window* w) {
     if (!w || !Visible(w)) return;
+    ++WindowVisits();
     HWND hwnd = w->handle;
     if (w != State().desktop && w->erase && !w->update.empty()) SendErase(w);
     if (!(w = Get(hwnd)) || (w != State().desktop && NeedsPaint(w))) return;
     std::vector<HWND> kids;
-    for (Window* c : w->children) kids.push_back(c->handle);
+    for (Window* c : w->children)
+        if (c->paintBelow) kids.push_back(c->handle);
     for (HWND k : kids) EraseNow(Get(k));
 }
 
-ExposureSnapshot::ExposureSnapshot(std::vector<const Window*> subjects) : subjects_(std::move(subjects)) {
-    bool any = false;
-    for (const Window* s : subjects_) {
-        RECT r = ScreenRect(s);
-        if (!any) bounds_ = r;
-        UnionRect(&bounds_, &bounds_, &r);
-        any = true;
+void EraseChanged(Window* root, const std::vector<HWND>& changed) {
+    HWND rootHandle = root->handle;
+    std::unordered_set<HWND> seen;
+    for (HWND h : changed) {
+        if (!seen.insert(h).second) continue;
+        Window* w = Get(h);
+        Window* r = Get(rootHandle);
+        if (!w || !r || w == State().desktop || !Visible(w) || (w != r && !IsInside(r, w))) continue;
+        ++WindowVisits();
+        if (!w->erase || w->update.empty()) continue;
+        bool waiting = false;
+        for (Window* a = w->parent; a && a != State().desktop && !waiting; a = a->parent) {
+            waiting = NeedsPaint(a);
+            if (a == r) break;
+        }
+        if (!waiting) SendErase(w);
     }
-    for (Window* t : State().desktop->children) {
-        ForEachVisibleNear(t, bounds_, [this](Window* w) { windows_.emplace_back(w->handle, VisibleRegion(w)); });
-    }
-    desktop_ = UncoveredDesktop();
-    desktop_.intersect(PixRegion(bounds_));
 }
 
-void ExposureSnapshot::Apply() {
+ExposureSnapshot::ExposureSnapshot(std::vector<const Window*> subjects) : subjects_(std::move(subjects)) {
+    for (const Window* s : subjects_) {
+        if (!Visible(s)) continue;
+        RECT r = ScreenRect(s);
+        if (!covered_) bounds_ = r;
+        UnionRect(&bounds_, &bounds_, &r);
+        covered_ = true;
+    }
+    if (!covered_) return;
+    for (Window* t : State().desktop->children) {
+        ForEachVisibleNear(t, bounds_,
+                           [this](Window* w) { windows_.emplace_back(w->handle, VisibleRegionWithin(w, bounds_)); });
+    }
+    desktop_ = UncoveredDesktop(bounds_);
+}
+
+std::vector<HWND> ExposureSnapshot::Apply() {
     std::unordered_map<HWND, const PixRegion*> before;
     std::vector<HWND> order;
     for (const auto& [h, rgn] : windows_) {
@@ -173,28 +242,39 @@ void ExposureSnapshot::Apply() {
         order.push_back(h);
     }
     // A subject that was hidden before is not in the record: all it shows now is new.
+    size_t othersEnd = order.size();
+    std::unordered_set<HWND> subjectTree;
     for (const Window* s : subjects_) {
         if (!Get(s->handle)) continue;
+        size_t from = order.size();
         PreOrder(const_cast<Window*>(s), order);
+        subjectTree.insert(order.begin() + static_cast<std::ptrdiff_t>(from), order.end());
     }
-    std::unordered_map<HWND, bool> done;
-    for (HWND h : order) {
+    std::vector<HWND> changed;
+    std::unordered_set<HWND> done;
+    for (size_t i = 0; i < order.size(); ++i) {
+        HWND h = order[i];
         Window* w = Get(h);
-        if (!w || done[h] || !Visible(w)) continue;
-        done[h] = true;
-        PixRegion gained = VisibleRegion(w);
+        if (!w || !Visible(w) || !done.insert(h).second) continue;
+        // Others can only have gained where the subjects were; the subjects' own windows
+        // may show anything new.
+        bool subject = i >= othersEnd || subjectTree.count(h);
+        PixRegion gained = subject ? VisibleRegion(w) : VisibleRegionWithin(w, bounds_);
         auto it = before.find(h);
         if (it != before.end()) Subtract(gained, *it->second);
         if (gained.empty()) continue;
         POINT o = ScreenOrigin(w);
         gained.translate(-o.x, -o.y);
         Invalidate(w, &gained, true);
+        changed.push_back(h);
     }
-    PixRegion bare = UncoveredDesktop();
-    bare.intersect(PixRegion(bounds_));
-    Subtract(bare, desktop_);
-    PaintDesktop(bare);
+    if (covered_) {
+        PixRegion bare = UncoveredDesktop(bounds_);
+        Subtract(bare, desktop_);
+        PaintDesktop(bare);
+    }
     RefreshWindowDCs();
+    return changed;
 }
 
 // The bare desktop has no window to paint it: it is filled at once.
@@ -228,6 +308,7 @@ HDC BeginPaint(HWND hwnd, LPPAINTSTRUCT ps) {
     // erase or paint handler starts a new cycle.
     w->update = PixRegion();
     w->erase = w->eraseDeclined = w->internalPaint = false;
+    SyncPaint(w);
     HDC dc = NewWindowDC(w, &area);
     ps->hdc = dc;
     ps->fErase = declined;

@@ -17,41 +17,71 @@ CreateWindowHook& CreateHook() {
     return hook;
 }
 
-// Sends WM_DESTROY to a window and then to its children: parents hear first.
-void SendDestroy(HWND hwnd) {
-    Window* w = Get(hwnd);
-    if (!w) return;
-    w->destroying = true;
-    Send(w, WM_DESTROY, 0, 0);
-    w = Get(hwnd);
-    if (!w) return;
-    std::vector<HWND> kids;
-    for (Window* c : w->children) kids.push_back(c->handle);
-    for (HWND k : kids) SendDestroy(k);
+// Sends WM_DESTROY to a window and then to its children, parents first, each window once:
+// a window whose WM_DESTROY was already sent (it is being destroyed further up the stack,
+// say a child destroying its parent from its own WM_DESTROY) is passed over, its children
+// not. Children are listed after their parent's WM_DESTROY, so windows created in it are
+// destroyed too. Iterative: the depth of the tree never reaches the stack.
+void SendDestroy(HWND root) {
+    std::vector<HWND> pending{root};
+    while (!pending.empty()) {
+        HWND hwnd = pending.back();
+        pending.pop_back();
+        Window* w = Get(hwnd);
+        if (!w) continue;
+        ++WindowVisits();
+        if (!w->destroying) {
+            w->destroying = true;
+            Send(w, WM_DESTROY, 0, 0);
+            if (!(w = Get(hwnd))) continue;
+        }
+        for (auto it = w->children.rbegin(); it != w->children.rend(); ++it) pending.push_back((*it)->handle);
+    }
 }
 
-// Releases a window after its children: WM_NCDESTROY is the last message it receives.
-void FreeWindow(Window* w) {
-    std::vector<HWND> kids;
-    for (Window* c : w->children) kids.push_back(c->handle);
-    for (HWND k : kids)
-        if (Window* c = Get(k)) FreeWindow(c);
+// Releases one window whose children are gone: WM_NCDESTROY is the last message it receives.
+void ReleaseWindow(Window* w) {
     w->destroying = true;
     Send(w, WM_NCDESTROY, 0, 0);
     HWND hwnd = w->handle;
     KillWindowTimers(hwnd);
     PurgePosted(hwnd);
     ForgetWindow(w);
+    ClearUpdateTree(w);  // its pending paint (and any escaped child's) leaves the counts
     std::vector<Window*>& sibs = Siblings(w);
-    sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
+    if (auto it = std::find(sibs.begin(), sibs.end(), w); it != sibs.end()) sibs.erase(it);
     for (Window* c : w->children) c->parent = nullptr;  // only if a child escaped FreeWindow
     w->children.clear();
     if (w->cls) --w->cls->windows;
+    if (w->owner) --w->owner->owned;
     UserState& s = State();
-    s.table.ForEach([w](uint8_t, Window& o) {
-        if (o.owner == w) o.owner = nullptr;
-    });
+    if (w->owned) {
+        s.table.ForEach([w](uint8_t, Window& o) {
+            if (o.owner == w) o.owner = nullptr;
+        });
+    }
     s.graveyard.push_back(s.table.Remove(reinterpret_cast<uintptr_t>(hwnd)));
+}
+
+// Releases a window after its children, in z-order (post-order), without recursion.
+void FreeWindow(Window* root) {
+    std::vector<std::pair<HWND, bool>> pending{{root->handle, false}};  // (window, children listed)
+    while (!pending.empty()) {
+        auto [hwnd, listed] = pending.back();
+        Window* w = Get(hwnd);
+        if (!w) {
+            pending.pop_back();
+            continue;
+        }
+        ++WindowVisits();
+        if (listed) {
+            pending.pop_back();
+            ReleaseWindow(w);
+            continue;
+        }
+        pending.back().second = true;
+        for (auto it = w->children.rbegin(); it != w->children.rend(); ++it) pending.emplace_back((*it)->handle, false);
+    }
 }
 
 Window* NewDesktop(UserState& s) {
@@ -77,6 +107,19 @@ void FillCreateStruct(CREATESTRUCTW& cs, LPVOID param, HINSTANCE inst, HMENU men
     cs.lpszName = name;
     cs.lpszClass = cls;
     cs.dwExStyle = exStyle;
+}
+
+// Levels of the subtree under w, w included (1 for a window without children).
+int SubtreeDepth(const Window* root) {
+    int deepest = 0;
+    std::vector<std::pair<const Window*, int>> pending{{root, 1}};
+    while (!pending.empty()) {
+        auto [w, depth] = pending.back();
+        pending.pop_back();
+        deepest = std::max(deepest, depth);
+        for (const Window* c : w->children) pending.emplace_back(c, depth + 1);
+    }
+    return deepest;
 }
 
 // CW_USEDEFAULT: top-level windows fill the screen, as on CE; children start empty at 0,0.
@@ -107,6 +150,17 @@ Window* Desktop() {
 
 Window* Get(HWND hwnd) {
     return State().table.Lookup(reinterpret_cast<uintptr_t>(hwnd), kWindowTag);
+}
+
+uint64_t& WindowVisits() {
+    static uint64_t visits = 0;
+    return visits;
+}
+
+int NestingLevel(const Window* w) {
+    int level = 0;
+    for (; w && w != State().desktop; w = w->parent ? w->parent : w->owner) ++level;
+    return level;
 }
 
 Busy::Busy() { ++State().busy; }
@@ -152,6 +206,7 @@ bool Visible(const Window* w) {
 }
 
 void PreOrder(Window* root, std::vector<HWND>& out) {
+    ++WindowVisits();
     out.push_back(root->handle);
     for (Window* c : root->children) PreOrder(c, out);
 }
@@ -214,6 +269,11 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD
         SetLastError(kErrorTlwWithWschild);
         return nullptr;
     }
+    // The documentation names no error code for a window nested too deep.
+    if (NestingLevel(parent ? parent : owner) >= kMaxNesting) {
+        SetLastError(kErrorInvalidParameter);
+        return nullptr;
+    }
 
     auto win = std::make_unique<Window>();
     Window* w = win.get();
@@ -231,7 +291,9 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD
     w->extra.assign(static_cast<size_t>(std::max(cls->wndExtra, 0)), 0);
     w->handle = reinterpret_cast<HWND>(State().table.Add(std::move(win), kWindowTag));
     ++cls->windows;
-    Restack(w, TopIndexFor(w));
+    if (owner) ++owner->owned;
+    std::vector<Window*>& sibs = Siblings(w);
+    sibs.insert(sibs.begin() + static_cast<std::ptrdiff_t>(TopIndexFor(w)), w);
     HWND hwnd = w->handle;
 
     CREATESTRUCTW cs;
@@ -279,11 +341,13 @@ BOOL DestroyWindow(HWND hwnd) {
         if (!(w = Get(hwnd)) || w->destroying) return TRUE;
     }
 
-    std::vector<HWND> owned;
-    for (Window* t : State().desktop->children)
-        if (t->owner == w) owned.push_back(t->handle);
-    for (HWND o : owned) DestroyWindow(o);
-    if (!(w = Get(hwnd)) || w->destroying) return TRUE;
+    if (w->owned) {
+        std::vector<HWND> owned;
+        for (Window* t : State().desktop->children)
+            if (t->owner == w) owned.push_back(t->handle);
+        for (HWND o : owned) DestroyWindow(o);  // owner chains are bounded by kMaxNesting
+        if (!(w = Get(hwnd)) || w->destroying) return TRUE;
+    }
 
     SendDestroy(hwnd);
     if ((w = Get(hwnd))) FreeWindow(w);
@@ -486,7 +550,8 @@ HWND SetParent(HWND hwnd, HWND parentHandle) {
     Busy busy;
     Window* w = Get(hwnd);
     Window* p = parentHandle ? Get(parentHandle) : Desktop();
-    if (!w || !p || w == Desktop() || p == w || IsInside(w, p)) {
+    if (!w || !p || w == Desktop() || p == w || IsInside(w, p) ||
+        NestingLevel(p == Desktop() ? nullptr : p) + SubtreeDepth(w) > kMaxNesting) {
         SetLastError(kErrorInvalidParameter);
         return nullptr;
     }
@@ -494,7 +559,9 @@ HWND SetParent(HWND hwnd, HWND parentHandle) {
     ExposureSnapshot snapshot({w});
     std::vector<Window*>& sibs = Siblings(w);
     sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
+    Window* oldParent = w->parent;
     w->parent = p == Desktop() ? nullptr : p;
+    MovePaintCount(w, oldParent);
     Restack(w, TopIndexFor(w));
     snapshot.Apply();
     InvalidateTree(w, true);

@@ -81,21 +81,55 @@ PixRegion Shape(const Window* w) {
     return s;
 }
 
+namespace {
+
+bool Meets(const RECT& a, const RECT& b) {
+    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+// Subtracts from rgn the visible windows of `list` before `stop` (all of them when stop
+// is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
+// the list's parent client area.
+void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
+    RECT left = rgn.box();  // all zero once nothing is left
+    for (const Window* s : list) {
+        if (s == stop || IsRectEmpty(&left)) return;
+        if (!(s->style & WS_VISIBLE)) continue;
+        ++WindowVisits();
+        RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
+        if (!Meets(r, left)) continue;
+        PixRegion shape(r);
+        if (s->shape) {
+            PixRegion t = *s->shape;
+            t.translate(r.left, r.top);
+            shape.intersect(t);
+        }
+        Subtract(rgn, shape);
+        left = rgn.box();
+    }
+}
+
+}  // namespace
+
 // What a window may paint on the screen: its shape, inside every ancestor's shape, minus
 // the visible siblings above it and above each ancestor, minus its visible children.
 PixRegion VisibleRegion(const Window* w) {
+    return VisibleRegionWithin(w, RECT{0, 0, gdi::Screen().width, gdi::Screen().height});
+}
+
+PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
     if (!w || !Visible(w) || w == State().desktop) return PixRegion();
     PixRegion rgn = Shape(w);
-    rgn.intersect(PixRegion(RECT{0, 0, gdi::Screen().width, gdi::Screen().height}));
-    for (const Window* x = w; x; x = x->parent) {
+    RECT clip;
+    RECT screen{0, 0, gdi::Screen().width, gdi::Screen().height};
+    if (!IntersectRect(&clip, &screen, &bounds)) return PixRegion();
+    rgn.intersect(PixRegion(clip));
+    for (const Window* x = w; x && !rgn.empty(); x = x->parent) {
         if (x != w) rgn.intersect(Shape(x));
-        for (const Window* s : Siblings(const_cast<Window*>(x))) {
-            if (s == x) break;
-            if (s->style & WS_VISIBLE) Subtract(rgn, Shape(s));
-        }
+        POINT origin = x->parent ? ScreenOrigin(x->parent) : POINT{0, 0};
+        SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin);
     }
-    for (const Window* c : w->children)
-        if (c->style & WS_VISIBLE) Subtract(rgn, Shape(c));
+    SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w));
     return rgn;
 }
 
@@ -209,11 +243,14 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     bool sized = (old.right - old.left) != w->Width() || (old.bottom - old.top) != w->Height();
 
     if (redraw) {
-        snapshot->Apply();
+        std::vector<HWND> changed = snapshot->Apply();
         // Nothing is copied on the screen: a moved, resized or newly shown window is
         // repainted whole, children included.
-        if (moved || sized || (wp.flags & SWP_SHOWWINDOW)) InvalidateTree(w, true);
-        EraseNow(w->parent ? w->parent : w);
+        if (moved || sized || (wp.flags & SWP_SHOWWINDOW)) {
+            InvalidateTree(w, true);
+            PreOrder(w, changed);
+        }
+        EraseChanged(w->parent ? w->parent : w, changed);
     } else {
         RefreshWindowDCs();
     }
@@ -303,11 +340,15 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
     if (redraw) snapshot.emplace(std::vector<const Window*>{w});
     w->shape = std::move(shape);
     if (redraw) {
-        snapshot->Apply();
+        std::vector<HWND> changed = snapshot->Apply();
         // The frame changed: the window gets a WM_PAINT even when nothing of its client
         // area became invalid.
-        if (Visible(w)) w->internalPaint = true;
-        EraseNow(w->parent ? w->parent : w);
+        if (Visible(w)) {
+            w->internalPaint = true;
+            SyncPaint(w);
+        }
+        changed.push_back(w->handle);
+        EraseChanged(w->parent ? w->parent : w, changed);
     } else {
         RefreshWindowDCs();
     }

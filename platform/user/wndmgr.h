@@ -64,7 +64,13 @@ struct Window {
     bool erase = false;             // the update region still needs WM_ERASEBKGND
     bool eraseDeclined = false;     // an early WM_ERASEBKGND returned 0: BeginPaint reports fErase
     bool internalPaint = false;     // WM_PAINT is due although nothing is invalid
-    bool destroying = false;        // DestroyWindow has started on it
+    bool destroying = false;        // WM_DESTROY has been sent (or NCCREATE refused): never sent again
+    int owned = 0;                  // windows whose owner this is
+    // Paint bookkeeping: paintPending mirrors "update not empty or internalPaint" and
+    // paintBelow counts such windows in the subtree (itself included), kept by SyncPaint,
+    // so that finding the next window to paint skips quiet subtrees.
+    bool paintPending = false;
+    int paintBelow = 0;
     std::unique_ptr<ControlData> control;
 
     int Width() const { return rect.right - rect.left; }
@@ -77,6 +83,11 @@ struct Window {
 // a window (right = left + width, screen origins summed over ancestors) can overflow.
 inline constexpr int kMinWindowCoord = -32768;
 inline constexpr int kMaxWindowCoord = 32767;
+
+// Windows nest at most this deep, counting a top-level window as level 1 and following
+// parents and owners, as on Windows (50 since XP); CreateWindowExW and SetParent fail past
+// it. Every tree walk is therefore bounded in depth.
+inline constexpr int kMaxNesting = 50;
 
 struct UserState {
     detail::HandleTable<Window> table;
@@ -109,8 +120,11 @@ bool IsInside(const Window* ancestor, const Window* w);  // w is a descendant of
 POINT ScreenOrigin(const Window* w);
 RECT ScreenRect(const Window* w);
 bool Visible(const Window* w);           // it and every ancestor have WS_VISIBLE
+int NestingLevel(const Window* w);       // 1 for a top-level window without owner
 PixRegion Shape(const Window* w);        // screen coordinates: rect ∩ window region
 PixRegion VisibleRegion(const Window* w);  // screen coordinates, children and covering windows removed
+// The visible region within `bounds` (screen): only windows meeting them are subtracted.
+PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds);
 void PreOrder(Window* root, std::vector<HWND>& out);  // root first, then children in z-order
 bool MatchesFilter(HWND filter, HWND target);  // the hwnd filter of PeekMessage
 
@@ -122,29 +136,48 @@ size_t TopIndexFor(const Window* w);
 // Raises a top-level window and the windows it owns, repainting what they uncover.
 void BringToTop(Window* top);
 
+// Windows the manager has worked on one by one (a region computed against them, a paint
+// or erase candidate examined, a window invalidated by a tree walk). Tests read the
+// difference across one call to prove its cost follows what it changes, not what exists.
+uint64_t& WindowVisits();
+
 // ---- painting (painting.cpp) ----
 void Invalidate(Window* w, const PixRegion* clientArea, bool erase);  // nullptr = whole client
 void InvalidateTree(Window* w, bool erase);                            // w and all descendants
 void Validate(Window* w, const PixRegion* clientArea);
 void ClearUpdateTree(Window* w);  // a hidden subtree has nothing pending
+// Brings paintPending and the paintBelow counts of w's ancestors up to date after its
+// update region or internalPaint changed.
+void SyncPaint(Window* w);
+// Moves w's paintBelow count from the ancestors of `oldParent` to w's current ancestors
+// (after SetParent); nullptr stands for the desktop.
+void MovePaintCount(Window* w, Window* oldParent);
 bool NeedsPaint(const Window* w);
 Window* FindPaintWindow(HWND filter);
 // Sends WM_ERASEBKGND now to windows of the subtree with a pending erase; a window that
 // still has to paint keeps its children waiting for their own BeginPaint.
 void EraseNow(Window* w);
+// The same for the windows in `changed` only (those an operation invalidated), parents
+// before children as listed: a window waits while an ancestor up to `root` still has to
+// paint, and windows outside `root` are left to BeginPaint.
+void EraseChanged(Window* root, const std::vector<HWND>& changed);
 
 // Records what the windows around `subjects` show, so that after the subjects change
 // (move, resize, show, hide, restack, reshape) the parts that became visible can be
 // invalidated and the bare desktop repainted. Only the subjects may change in between:
-// then nothing outside their former rectangles can have been uncovered.
+// then nothing outside their former rectangles can have been uncovered, and when no
+// subject was visible nothing at all (showing a window only covers), so nothing but the
+// subjects is looked at.
 class ExposureSnapshot {
 public:
     explicit ExposureSnapshot(std::vector<const Window*> subjects);
-    void Apply();
+    // Invalidates what became visible; returns the windows invalidated, in tree order.
+    std::vector<HWND> Apply();
 
 private:
     std::vector<const Window*> subjects_;
-    RECT bounds_{};  // screen: the union of the subjects' former rectangles
+    bool covered_ = false;  // some subject was visible: others may be uncovered
+    RECT bounds_{};  // screen: the union of the visible subjects' former rectangles
     std::vector<std::pair<HWND, PixRegion>> windows_;
     PixRegion desktop_;
 };

@@ -85,9 +85,9 @@ TEST_F(DefaultTour, HostHearsTheExpectedNotificationsAndTheScreensMatchTheirGold
                                                        "buttons-holding", "buttons-pressed", "clock-date",
                                                        "clock-picker", "clock-running", "phone-ready",
                                                        "phone-short", "phone-long", "settings-language",
-                                                       "settings-region", "settings-chosen", "contacts-call",
-                                                       "devices-connected", "files-marked", "table-by-size",
-                                                       "table-by-kind"}));
+                                                       "settings-region", "settings-chosen", "lists-opened",
+                                                       "lists-chosen", "contacts-call", "devices-connected",
+                                                       "files-marked", "table-by-size", "table-by-kind"}));
     for (const std::string& failure : target.failures) ADD_FAILURE() << failure;
     EXPECT_TRUE(LogMatches(app.log().Lines()));
 }

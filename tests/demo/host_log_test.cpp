@@ -10,6 +10,7 @@
 
 #include "host/notification.h"
 #include "host/options.h"
+#include "tour/tour.h"
 
 namespace zel::demo {
 namespace {
@@ -120,6 +121,11 @@ TEST(HostOptions, RejectsUnknownOptionsAndMissingValues) {
     EXPECT_EQ(error, "--out needs a value");
     EXPECT_FALSE(Parse({"extra"}, &error));
     EXPECT_EQ(error, "unknown option 'extra'");
+    const std::string huge(1 << 20, '-');
+    EXPECT_FALSE(Parse({huge.c_str()}, &error));
+    EXPECT_EQ(error, "unknown option '" + std::string(kMaxQuoted - 3, '-') + "...'") << "a megabyte is not echoed";
+    EXPECT_FALSE(Parse({"\x1B[2J\xC3\xA9"}, &error));
+    EXPECT_EQ(error, "unknown option '?[2J?" "?'") << "control bytes and non-ASCII are not echoed";
 }
 
 }  // namespace

@@ -2,7 +2,11 @@
 // every way a line can be wrong, before anything is played.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
+#include <fstream>
 
 #include "tour/keys.h"
 #include "tour/tour.h"
@@ -146,6 +150,63 @@ TEST(TourParser, LoadTourReportsAMissingFileByName) {
     std::string error;
     EXPECT_FALSE(LoadTour("/nonexistent/dir/x.tour", &error));
     EXPECT_EQ(error, "/nonexistent/dir/x.tour: cannot open the tour");
+}
+
+// Whatever a bad token holds, its message stays one short printable line.
+TEST(TourParser, QuotesABadTokenAsAtMostSixtyPrintableCharacters) {
+    const std::string huge(1 << 20, 'x');
+    const std::string cut = "'" + std::string(kMaxQuoted - 3, 'x') + "...'";
+    struct Case {
+        std::string text, message;
+    } cases[] = {
+        {huge + "\n", "tour.txt:1: unknown command " + cut},
+        {"key " + huge + "\n", "tour.txt:1: unknown key " + cut},
+        {"screen \x01\xFF" "a\x7F\n", "tour.txt:1: screen name '??a?' may only use letters, digits, '-' and '_'"},
+        {"tap " + std::string(1 << 20, '0') + "40000 1\n",
+         "tour.txt:1: coordinate " + std::string(kMaxQuoted - 3, '0') + "... is out of range (-32768..32767)"},
+        {"tap " + std::string(kMaxQuoted, 'y') + " 1\n", "tour.txt:1: '" + std::string(kMaxQuoted, 'y') + "' is not a whole number"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(ErrorOf(c.text), c.message) << c.text.substr(0, 80);
+    EXPECT_EQ(Quoted(std::string(kMaxQuoted + 1, 'z')).size(), kMaxQuoted + 2) << "60 characters and the quotes";
+}
+
+// A tour is read only from a regular file of reasonable size; anything else is a clear
+// error before a byte is read (opening a FIFO would wait for a writer for ever).
+TEST(TourParser, LoadTourReadsOnlyRegularFiles) {
+    const std::filesystem::path dir = std::filesystem::path(ZEL_TEST_OUT_DIR) / "tour_files";
+    std::filesystem::remove_all(dir);
+    std::filesystem::create_directories(dir / "a.tour");
+    const std::string fifo = (dir / "fifo.tour").string();
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const std::string big = (dir / "big.tour").string();
+    std::ofstream(big) << std::string(kMaxTourBytes + 1, '#');
+    const std::string good = (dir / "good.tour").string();
+    std::ofstream(good) << "wait 1\n";
+
+    struct Case {
+        std::string path, message;
+    } cases[] = {
+        {(dir / "a.tour").string(), "is a directory, not a tour"},
+        {fifo, "is not a regular file"},
+        {"/dev/null", "is not a regular file"},
+        {big, "is larger than 1 MiB, too large for a tour"},
+        {(dir / "missing.tour").string(), "cannot open the tour"},
+    };
+    for (const Case& c : cases) {
+        std::string error;
+        EXPECT_FALSE(LoadTour(c.path, &error)) << c.path;
+        EXPECT_EQ(error, c.path + ": " + c.message);
+    }
+    std::string error;
+    std::optional<Tour> tour = LoadTour(good, &error);
+    ASSERT_TRUE(tour) << error;
+    EXPECT_EQ(tour->steps.size(), 1u);
+    if (geteuid() != 0) {  // root reads whatever the mode says
+        chmod(good.c_str(), 0);
+        EXPECT_FALSE(LoadTour(good, &error));
+        EXPECT_EQ(error, good + ": cannot open the tour (Permission denied)");
+    }
+    std::filesystem::remove_all(dir);
 }
 
 TEST(TourParser, TheDemosToursParse) {

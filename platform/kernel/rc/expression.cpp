@@ -10,8 +10,6 @@ namespace zel::detail::rc {
 
 namespace {
 
-constexpr int kMaxExpressionDepth = 200;
-
 // Number literals as C writes them: decimal, 0x hex, 0 octal, optional U/L suffixes.
 std::optional<int64_t> ParseNumber(const std::string& text) {
     size_t i = 0;
@@ -39,15 +37,14 @@ std::optional<int64_t> ParseNumber(const std::string& text) {
 
 class Expression {
 public:
-    Expression(const std::string& text, const MacroTable& macros, int depth)
-        : macros_(macros), depth_(depth) {
-        Lex(text);
-    }
+    Expression(const std::string& text, const MacroTable& macros, ExpressionCache& cache, int depth)
+        : macros_(macros), cache_(cache), depth_(depth), text_(text) {}
 
     // The value, or an error message through *error.
     std::optional<int64_t> Evaluate(std::string* error) {
         try {
-            if (depth_ > kMaxExpressionDepth) throw ScriptError{"expression nested too deeply"};
+            if (depth_ > kMaxExpressionNesting) throw ScriptError{"expression nested too deeply"};
+            Lex(text_);
             if (tokens_.empty()) throw ScriptError{"empty expression"};
             int64_t v = Conditional(0);
             if (pos_ != tokens_.size()) throw ScriptError{"unexpected '" + tokens_[pos_] + "' in expression"};
@@ -80,6 +77,8 @@ private:
                 tokens_.push_back(matched ? two : std::string(1, c));
                 i += matched ? 2 : 1;
             }
+            if (++cache_.tokens > kMaxExpressionTokens)
+                throw ScriptError{"macros expand to more than " + std::to_string(kMaxExpressionTokens) + " tokens"};
         }
     }
 
@@ -95,9 +94,11 @@ private:
         if (!Accept(op)) throw ScriptError{std::string("expected '") + op + "' in expression"};
     }
 
+    // `level` counts the nesting that grows the stack: parentheses, unary operators, ?:
+    // branches (the walk through the precedence levels is a bounded factor on it).
     int64_t Conditional(int level) {
         Guard(level);
-        int64_t cond = Binary(0, level + 1);
+        int64_t cond = Binary(0, level);
         if (!Accept("?")) return cond;
         int64_t a = Conditional(level + 1);
         Expect(":");
@@ -110,9 +111,8 @@ private:
         static const std::vector<std::vector<std::string>> kLevels = {
             {"||"}, {"&&"}, {"|"}, {"^"}, {"&"}, {"==", "!="}, {"<", ">", "<=", ">="}, {"<<", ">>"}, {"+", "-"},
             {"*", "/", "%"}};
-        Guard(level);
-        if (prec == static_cast<int>(kLevels.size())) return Unary(level + 1);
-        int64_t lhs = Binary(prec + 1, level + 1);
+        if (prec == static_cast<int>(kLevels.size())) return Unary(level);
+        int64_t lhs = Binary(prec + 1, level);
         for (;;) {
             const std::string* op = Peek();
             bool found = false;
@@ -121,7 +121,7 @@ private:
             if (!found) return lhs;
             std::string o = *op;
             ++pos_;
-            int64_t rhs = Binary(prec + 1, level + 1);
+            int64_t rhs = Binary(prec + 1, level);
             lhs = Apply(o, lhs, rhs);
         }
     }
@@ -198,26 +198,34 @@ private:
             }
             return 0;
         }
+        if (auto known = cache_.values.find(name); known != cache_.values.end()) return known->second;
         std::string error;
-        auto v = Expression(it->second.body, macros_, depth_ + level + 1).Evaluate(&error);
-        if (!v) throw ScriptError{name + ": " + error};
+        auto v = Expression(it->second.body, macros_, cache_, depth_ + level + 1).Evaluate(&error);
+        // Only the macro the expression itself used is named: a chain of them would make
+        // the line as long as the chain.
+        if (!v) throw ScriptError{depth_ == 0 ? name + ": " + error : error};
+        cache_.values.emplace(name, *v);
         return *v;
     }
 
     void Guard(int level) const {
-        if (depth_ + level > kMaxExpressionDepth) throw ScriptError{"expression nested too deeply"};
+        if (depth_ + level > kMaxExpressionNesting) throw ScriptError{"expression nested too deeply"};
     }
 
     const MacroTable& macros_;
+    ExpressionCache& cache_;
     int depth_;
+    const std::string& text_;
     std::vector<std::string> tokens_;
     size_t pos_ = 0;
 };
 
 }  // namespace
 
-std::optional<int64_t> EvaluateExpression(const std::string& text, const MacroTable& macros, std::string* error) {
-    return Expression(text, macros, 0).Evaluate(error);
+std::optional<int64_t> EvaluateExpression(const std::string& text, const MacroTable& macros, std::string* error,
+                                          ExpressionCache* cache) {
+    ExpressionCache own;
+    return Expression(text, macros, cache ? *cache : own, 0).Evaluate(error);
 }
 
 }  // namespace zel::detail::rc

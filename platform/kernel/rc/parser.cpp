@@ -117,7 +117,7 @@ private:
             return n;
         }
         std::string error;
-        auto v = EvaluateExpression(expression, source_.macros, &error);
+        auto v = EvaluateExpression(expression, source_.macros, &error, &cache_);
         if (!v) Fail(t.where, "resource name '" + n.display + "': " + error);
         n.numeric = true;
         n.id = static_cast<unsigned>(*v) & 0xFFFF;  // resource identifiers are 16 bits
@@ -169,6 +169,7 @@ private:
     std::string language_;
     std::map<std::string, Seen> seen_;
     ResourceScript script_;
+    ExpressionCache cache_;  // the macro table is final here
 };
 
 }  // namespace

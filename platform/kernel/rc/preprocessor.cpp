@@ -12,7 +12,12 @@ namespace zel::detail::rc {
 
 namespace {
 
+// What one load may read, far beyond any real script; a file that goes over is refused
+// at the line that did, so include fan-outs without guards end quickly.
 constexpr int kMaxIncludeDepth = 16;
+constexpr int kMaxFiles = 256;                       // the script and every #include, guarded or not
+constexpr size_t kMaxTotalBytes = size_t{32} << 20;  // of all the files read
+constexpr size_t kMaxLines = size_t{1} << 20;        // resource lines kept for the parser
 
 // Resource editors often save scripts as UTF-16 with a byte order mark.
 std::string DecodeText(const std::string& bytes) {
@@ -74,7 +79,11 @@ public:
         out_.macros["_WIN32_WCE"] = Macro{false, "0x600"};
     }
 
-    void Run(const std::string& path) { ProcessFile(path, 0, false, Where{}); }
+    void Run(const std::string& path) {
+        std::optional<std::string> bytes = reader_(path);
+        if (!bytes) throw ScriptError{path + ": cannot open the file"};
+        ProcessFile(path, *bytes, 0, false, Where{});
+    }
 
     Preprocessed Take() { return std::move(out_); }
 
@@ -87,15 +96,15 @@ private:
         bool seenElse;
     };
 
-    void ProcessFile(const std::string& path, int depth, bool directivesOnly, Where from) {
-        std::optional<std::string> bytes = reader_(path);
-        if (!bytes) {
-            if (depth == 0) throw ScriptError{path + ": cannot open the file"};
-            Fail(from, "cannot open include file '" + path + "'");
-        }
+    void ProcessFile(const std::string& path, const std::string& bytes, int depth, bool directivesOnly, Where from) {
+        if (static_cast<int>(out_.files.size()) >= kMaxFiles)
+            Fail(from, "more than " + std::to_string(kMaxFiles) + " files included");
+        totalBytes_ += bytes.size();
+        if (totalBytes_ > kMaxTotalBytes)
+            Fail(from, "included files exceed " + std::to_string(kMaxTotalBytes >> 20) + " MiB in all");
         int file = static_cast<int>(out_.files.size());
         out_.files.push_back(path);
-        std::string text = StripComments(DecodeText(*bytes));
+        std::string text = StripComments(DecodeText(bytes));
 
         std::vector<Condition> conditions;
         std::istringstream in(text);
@@ -118,6 +127,8 @@ private:
             if (!line.empty() && line[0] == '#') {
                 Directive(line.substr(1), where, conditions, active, depth, path);
             } else if (active && !directivesOnly && !line.empty()) {
+                if (out_.lines.size() >= kMaxLines)
+                    Fail(where, "more than " + std::to_string(kMaxLines) + " resource lines");
                 out_.lines.push_back(SourceLine{where, line});
             }
         }
@@ -159,6 +170,7 @@ private:
             Define(arg, where);
         } else if (name == "undef") {
             out_.macros.erase(FirstWord(arg));
+            cache_.Forget();
         } else if (name == "include") {
             Include(arg, where, depth, path);
         } else if (name == "error") {
@@ -175,7 +187,7 @@ private:
 
     int64_t Evaluate(const std::string& text, Where where) {
         std::string error;
-        auto v = EvaluateExpression(text, out_.macros, &error);
+        auto v = EvaluateExpression(text, out_.macros, &error, &cache_);
         if (!v) Fail(where, "#if " + text + ": " + error);
         return *v;
     }
@@ -193,6 +205,7 @@ private:
         }
         m.body = kernel::Trim(rest);
         out_.macros[name] = m;
+        cache_.Forget();
     }
 
     void Include(const std::string& arg, Where where, int depth, const std::string& path) {
@@ -205,8 +218,10 @@ private:
         std::string here = JoinPath(DirectoryOf(path), name);
         std::string top = JoinPath(DirectoryOf(out_.files[0]), name);
         std::string found;
+        std::optional<std::string> bytes;
         for (const std::string& candidate : {here, top}) {
-            if (found.empty() && reader_(candidate)) found = candidate;
+            if (!found.empty()) break;
+            if ((bytes = reader_(candidate))) found = candidate;
         }
         if (found.empty()) {
             // The platform's own headers are not needed to read resources.
@@ -215,7 +230,7 @@ private:
         }
         size_t dot = found.rfind('.');
         std::string ext = kernel::Upper(found.substr(dot == std::string::npos ? found.size() : dot));
-        ProcessFile(found, depth + 1, ext == ".H" || ext == ".C", where);
+        ProcessFile(found, *bytes, depth + 1, ext == ".H" || ext == ".C", where);
     }
 
     static bool IsFrameworkHeader(std::string name) {
@@ -233,6 +248,8 @@ private:
 
     const FileReader& reader_;
     Preprocessed out_;
+    ExpressionCache cache_;
+    size_t totalBytes_ = 0;
 };
 
 }  // namespace

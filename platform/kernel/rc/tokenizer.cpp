@@ -36,6 +36,7 @@ std::vector<Token> Tokenize(const Preprocessed& source) {
     for (const SourceLine& sl : source.lines) {
         const std::string& s = sl.text;
         for (size_t i = 0; i < s.size();) {
+            if (tokens.size() >= kMaxTokens) Fail(source.files, sl.where, "more than " + std::to_string(kMaxTokens) + " tokens");
             char c = s[i];
             if (std::isspace(static_cast<unsigned char>(c))) {
                 ++i;

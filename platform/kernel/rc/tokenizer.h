@@ -15,7 +15,10 @@ struct Token {
     Where where;
 };
 
-// Throws ScriptError for an unterminated string.
+// Far more than any real script holds; each token costs a string and its position.
+constexpr size_t kMaxTokens = size_t{1} << 22;
+
+// Throws ScriptError for an unterminated string, or past kMaxTokens.
 std::vector<Token> Tokenize(const Preprocessed& source);
 
 }  // namespace zel::detail::rc

@@ -5,6 +5,7 @@
 #include "gdi/image_codec.h"
 #include "platform/images/image_builders.h"
 #include "support/leak_check.h"
+#include "support/peak_memory.h"
 
 namespace {
 
@@ -186,6 +187,49 @@ TEST_F(PngLoad, EveryPrefixIsRefused) {
         Bytes prefix(file.begin(), file.begin() + n);
         EXPECT_FALSE(Decode(prefix).ok()) << "prefix of " << n << " bytes";
     }
+}
+
+// A chunk whose length runs past the end of the file is refused when its header is read,
+// before libpng allocates what the length says. 44 bytes: signature, IHDR, the header of
+// a chunk claiming nearly 2 GiB, and three bytes of it.
+Bytes ChunkLongerThanTheFile(const char* type) {
+    Bytes png = zel::test::PngSignature();
+    zel::test::PutChunk(png, "IHDR", zel::test::PngHeaderChunk(1, 1, 8, kRgb, false));
+    zel::test::PutBE(png, 0x7FFFFFF0u);
+    png.insert(png.end(), type, type + 4);
+    png.insert(png.end(), {'a', 0, 'b'});
+    return png;
+}
+
+TEST_F(PngLoad, AChunkLongerThanTheFileCostsNothing) {
+    for (const char* type : {"tEXt", "zTXt", "iTXt", "sPLT", "iCCP", "prVt", "IDAT", "PLTE"}) {
+        SCOPED_TRACE(type);
+        Bytes file = ChunkLongerThanTheFile(type);
+        ASSERT_EQ(file.size(), 44u);
+        zel::detail::DecodedImage d = Decode(file);
+        EXPECT_NE(d.error.find(std::string("truncated PNG data: ") + type + " chunk of 2147483632 bytes, 3 left"),
+                  std::string::npos)
+            << "error: " << d.error;
+        uint64_t growth = zel::test::PeakGrowthOf([&] { Decode(file); });
+        EXPECT_LT(growth, uint64_t{64} << 20) << "peak resident growth of " << (growth >> 20) << " MiB";
+    }
+}
+
+TEST_F(PngLoad, AncillaryChunksAreSkippedUnread) {
+    // Text, a profile and private chunks, some damaged, none of which changes a bitmap.
+    PngParts s = Png(kRgb, 8, {{{1, 2, 3}, {4, 5, 6}}});
+    Bytes good = BuildPng(s);
+    Bytes file(good.begin(), good.begin() + 33);  // signature and IHDR
+    zel::test::PutChunk(file, "tEXt", {'K', 'e', 'y', 0, 'v', 'a', 'l', 'u', 'e'});
+    zel::test::PutChunk(file, "zTXt", {'K', 0, 0, 0xFF, 0xFF, 0xFF});  // not a zlib stream
+    zel::test::PutChunk(file, "iCCP", {'p', 0, 0, 0x78});
+    Bytes badCrc;
+    zel::test::PutChunk(badCrc, "gAMA", {0, 0, 0, 0});
+    badCrc.back() ^= 1;
+    file.insert(file.end(), badCrc.begin(), badCrc.end());
+    zel::test::PutChunk(file, "prVt", Bytes(5000, 0xAB));
+    file.insert(file.end(), good.begin() + 33, good.end());
+    EXPECT_TRUE(Pixels(Decode(file), {{0x010203, 0x040506}}));
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include <windows.h>
 #include <zel/resources.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -223,6 +225,90 @@ TEST_F(ResourceScripts, AnErrorInAnIncludedHeaderNamesTheHeader) {
     Write("loop.h", "#include \"loop.h\"\n");
     error = ErrorOf("#include \"loop.h\"\n");
     EXPECT_NE(error.find("nested too deeply"), std::string::npos) << error;
+}
+
+// ---- what one load may cost ----
+
+// "#define <name><k> (<name><k-1> <op> ... )", `uses` uses of the previous level each.
+std::string MacroChain(const std::string& name, int levels, int uses, const std::string& op) {
+    std::string text = "#define " + name + "0 1\n";
+    for (int k = 1; k <= levels; ++k) {
+        text += "#define " + name + std::to_string(k) + " (";
+        for (int u = 0; u < uses; ++u) text += (u ? " " + op + " " : "") + name + std::to_string(k - 1);
+        text += ")\n";
+    }
+    return text;
+}
+
+TEST_F(ResourceScripts, MacrosUsedManyTimesAreEvaluatedOnce) {
+    // Twelve levels of ten uses each: 10^12 expansions if each use were expanded again.
+    std::string rc = MacroChain("A", 12, 10, "+") +
+                     "#if A12 != 1000000000000\n#error wrong value\n#endif\n"
+                     "A4 BITMAP \"a.bmp\"\n";
+    std::string error;
+    auto script = zel::detail::ParseResourceScript(Write("chain.rc", rc), &error);
+    ASSERT_TRUE(script) << error;
+    EXPECT_EQ(script->bitmapsById.count(10000), 1u);
+}
+
+TEST_F(ResourceScripts, ExpressionsNestAsDeepAsRealHeaders) {
+    // 32 parenthesised #defines, each one more than the last, and 32 parentheses.
+    std::string rc = MacroChain("N", 32, 1, "+");
+    for (int k = 1; k <= 32; ++k) rc += "#define P" + std::to_string(k) + " ((N" + std::to_string(k) + ") + 1)\n";
+    rc += "#if P32 != 2 || " + std::string(32, '(') + "1" + std::string(32, ')') + " != 1\n#error wrong\n#endif\n";
+    rc += "P32 BITMAP \"p.bmp\"\n";
+    std::string error;
+    auto script = zel::detail::ParseResourceScript(Write("deep.rc", rc), &error);
+    ASSERT_TRUE(script) << error;
+    EXPECT_EQ(script->bitmapsById.count(2), 1u);
+
+    // Past any real header: refused with a reason, whatever the kind of nesting.
+    const std::string deep[] = {
+        "#if " + std::string(5000, '(') + "1" + std::string(5000, ')') + "\n#endif\n",
+        "#if " + std::string(100000, '-') + "1\n#endif\n",
+        "#if " + std::string(100000, '!') + "1\n#endif\n",
+        MacroChain("D", 500, 1, "+") + "#if D500\n#endif\n",
+    };
+    for (const std::string& text : deep) {
+        std::string message = ErrorOf(text);
+        EXPECT_NE(message.find("nested too deeply"), std::string::npos) << message;
+    }
+}
+
+TEST_F(ResourceScripts, ExpansionWorkHasABudgetPerLoad) {
+    // 30 levels of 500 uses each, about 30 000 tokens, evaluated again after every #undef
+    // (which may change any value): 200 times is more than the budget.
+    std::string rc = MacroChain("C", 30, 500, "+");
+    for (int i = 0; i < 200; ++i) rc += "#undef X\n#if C30\n#endif\n";
+    std::string message = ErrorOf(rc);
+    EXPECT_NE(message.find("macros expand to more than 4194304 tokens"), std::string::npos) << message;
+    EXPECT_NE(message.find("broken.rc:"), std::string::npos) << message;
+}
+
+TEST_F(ResourceScripts, IncludeFanOutsEndAtTheFileBudget) {
+    // Each header includes the next one ten times, without guards: 10^6 inclusions.
+    for (int level = 0; level < 6; ++level) {
+        std::string text = "#define L" + std::to_string(level) + " 1\n";
+        for (int i = 0; i < 10; ++i) text += "#include \"h" + std::to_string(level + 1) + ".h\"\n";
+        Write("h" + std::to_string(level) + ".h", text);
+    }
+    Write("h6.h", "#define LEAF 1\n");
+    std::string message = ErrorOf("#include \"h0.h\"\n");
+    EXPECT_NE(message.find("more than 256 files included"), std::string::npos) << message;
+    EXPECT_NE(message.find(".h:"), std::string::npos) << "names the header and line: " << message;
+}
+
+TEST_F(ResourceScripts, OnlyRegularFilesAreRead) {
+    // A FIFO would block the reader for ever; a directory reads as nothing.
+    std::string fifo = Dir() + "/fifo.rc";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    std::string error;
+    EXPECT_FALSE(zel::detail::ParseResourceScript(fifo, &error));
+    EXPECT_EQ(error, fifo + ": cannot open the file");
+    EXPECT_FALSE(zel::detail::ParseResourceScript(Dir() + "/res", &error));
+    EXPECT_EQ(error, Dir() + "/res: cannot open the file");
+    EXPECT_NE(ErrorOf("#include \"fifo.rc\"\n").find("broken.rc:1: cannot open include file 'fifo.rc'"), std::string::npos);
+    EXPECT_NE(ErrorOf("#include \"res\"\n").find("broken.rc:1: cannot open include file 'res'"), std::string::npos);
 }
 
 TEST_F(ResourceScripts, ModuleHandlesAreCheckedAndFreed) {
