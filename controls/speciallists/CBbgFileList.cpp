@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <climits>
 
 #include "CZELScrollbar.h"
 #include "ControlFont.h"
@@ -378,7 +379,7 @@ void CBbgFileList::OnPaint() {
     const HBITMAP currentRow = (*m_skin)[kCurrentRow];
     CRect text(0, 0, 0, 0);
     int y = 0;
-    for (int i = ScrollPos(); i < GetItemCount() && m_nItemHeight > 0; ++i) {
+    for (int i = std::max(0, ScrollPos()); i < GetItemCount() && m_nItemHeight > 0; ++i) {
         const Item& item = m_items[i];
         const bool current = i == m_nCurSel;
         const bool marked = item.nState == 1;
@@ -392,7 +393,9 @@ void CBbgFileList::OnPaint() {
             list.Stretch(currentRow, m_rcCurRow.left, m_rcCurRow.top, m_rcCurRow.Width(), m_rcCurRow.Height());
         }
         // The right edge grows by the column width on every row (the surface clips it).
-        text.SetRect(text.left, y, text.right + m_nColumnWidth, y + m_nItemHeight);
+        const long long right = static_cast<long long>(text.right) + m_nColumnWidth;
+        text.SetRect(text.left, y, static_cast<int>(std::clamp<long long>(right, INT_MIN, INT_MAX)),
+                     y + m_nItemHeight);
         if (y > listH) break;
         if (!item.strText.IsEmpty()) {
             CString s = item.strText;

@@ -108,7 +108,7 @@ void CZELBTList::DrawInterface(HDC hdc) {
     const bool barShown = ::IsWindow(m_pScrollBar->m_hWnd) && m_pScrollBar->IsWindowVisible();
     const int barWidth = barShown ? ScrollBarWidth() : 0;
     int y = m_rcList.top;
-    for (int i = ScrollPos(); i < m_nItemCount && m_nItemHeight > 0; ++i) {
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
         ListCell* head = m_ppRows[i];
         if (!head) break;
         const bool marked = head->nMark == 1;

@@ -173,10 +173,12 @@ BOOL CZELListCtrl::SetColumnWidth(int nCol, int cx) {
 
 int CZELListCtrl::GetColumnWidth(int nCol) { return CListData::GetColumnWidth(nCol); }
 
+// Column edges are summed in 64 bits: a host may give any width.
 int CZELListCtrl::ColumnAtX(int x) const {
-    int left = m_rcList.left, k = 0;
-    for (const ListColumn* c = m_pColumns; c; c = c->pNext, ++k) {
-        const int right = left + std::max(c->nWidth, 0);
+    long long left = m_rcList.left;
+    int k = 0;
+    for (const ListColumn* c = m_pColumns; c && left < m_rcList.right; c = c->pNext, ++k) {
+        const long long right = left + std::max(c->nWidth, 0);
         if (x >= left && x < right && x < m_rcList.right) return k;
         left = right;
     }
@@ -261,9 +263,11 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
     const zelctl::SkinSet& skin = *m_skin;
     // Headings, clipped at the rows' right edge.
     const CRect band = GetHeadingRect();
-    int x = band.left, k = 0;
+    long long x = band.left;
+    int k = 0;
     for (const ListColumn* c = m_pColumns; c && x < band.right; c = c->pNext, ++k) {
-        const CRect cell(x, band.top, std::min<int>(x + std::max(c->nWidth, 0), band.right), band.bottom);
+        const CRect cell(static_cast<int>(x), band.top,
+                         static_cast<int>(std::min<long long>(x + std::max(c->nWidth, 0), band.right)), band.bottom);
         x += std::max(c->nWidth, 0);
         if (cell.IsRectEmpty()) continue;
         const bool down = k == m_nPressedColumn;
@@ -282,7 +286,7 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
     // Rows.
     const HGDIOBJ oldFont = ::SelectObject(dc, m_fontRow->get() ? m_fontRow->get() : ::GetCurrentObject(dc, OBJ_FONT));
     int y = m_rcList.top;
-    for (int i = ScrollPos(); i < m_nItemCount && m_nItemHeight > 0 && y < m_rcList.bottom; ++i) {
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0 && y < m_rcList.bottom; ++i) {
         ListCell* head = m_ppRows[i];
         if (!head) break;
         CRect row(m_rcList.left, y, m_rcList.right, std::min<int>(y + m_nItemHeight, m_rcList.bottom));
@@ -294,13 +298,15 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
         // The texts are clipped at the row's bottom (a cut last row) and the list's right.
         const HRGN clip = ::CreateRectRgnIndirect(&row);
         ::SelectClipRgn(dc, clip);
-        int left = m_rcList.left, c = 0;
+        long long left = m_rcList.left;
+        int c = 0;
         const ListColumn* column = m_pColumns;
         for (ListCell* cell = head; cell && column && left < m_rcList.right;
              cell = cell->pNextCell, column = column->pNext, ++c) {
             const int width = std::max(column->nWidth, 0);
             // A column that passes the right edge aligns and shortens within what shows.
-            CRect text(left + kTextInset, y, std::min<int>(left + width, m_rcList.right) - kTextInset, y + m_nItemHeight);
+            const int cellRight = static_cast<int>(std::min<long long>(left + width, m_rcList.right));
+            CRect text(static_cast<int>(left) + kTextInset, y, cellRight - kTextInset, y + m_nItemHeight);
             left += width;
             if (cell->strText.IsEmpty() || text.Width() <= 0) continue;
             CString s = cell->strText;

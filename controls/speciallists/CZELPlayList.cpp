@@ -114,7 +114,7 @@ void CZELPlayList::DrawInterface(HDC hdc) {
     const int numberWidth = measure.right - measure.left;
 
     int y = m_rcList.top;
-    for (int i = ScrollPos(); i < m_nItemCount && m_nItemHeight > 0; ++i) {
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
         ListCell* head = m_ppRows[i];
         if (!head) break;
         const bool marked = head->nMark == 1;

@@ -120,7 +120,7 @@ void CZELTelList::DrawInterface(HDC hdc) {
     const int barWidth = ScrollBarWidth();
     const HGDIOBJ oldFont = ::GetCurrentObject(dc, OBJ_FONT);
     int y = m_rcList.top;
-    for (int i = ScrollPos(); i < m_nItemCount && m_nItemHeight > 0; ++i) {
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
         ListCell* head = m_ppRows[i];
         if (!head) break;
         NKDbgPrintfW(L"imagelist = %d\n", head->nImage);

@@ -4,6 +4,7 @@
 // inside NM_DBLCLK, the whole-screen background piece, 100 000 rows, and the goldens.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <memory>
 
 #include "CBbgFileList.h"
@@ -237,6 +238,7 @@ TEST_F(FileListTest, AHundredThousandRows) {
     for (int i = 0; i < 100000; ++i) l.InsertItem(i, L"row", i);
     l.ScrollTo(1 << 30);
     l.SetCurSel(99999);
+    l.SetColumnWidth(0, INT_MAX);  // the text rectangle's growing edge stays in range
     desktop.RunUntilIdle();
     EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 100000 - 5);
     EXPECT_EQ(l.GetItemData(99999), 99999);

@@ -4,6 +4,7 @@
 // bad input, and the goldens.
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <memory>
 
 #include "CZELListCtrl.h"
@@ -177,7 +178,10 @@ TEST_F(ListCtrlTest, BadInputDrawsWithoutThePieceAndRefuses) {
     EXPECT_EQ(t.GetItemText(7, 0), CString());
     EXPECT_EQ(t.SetCurSel(5), -1);
     EXPECT_EQ(t.InsertItem(0, nullptr), 0);
+    EXPECT_TRUE(t.SetColumnWidth(1, INT_MAX));  // the edges after it would overflow 32 bits
+    EXPECT_TRUE(t.SetColumnWidth(2, INT_MAX));
     desktop.RunUntilIdle();
+    TapAt(t.m_hWnd, 200, 12);
     EXPECT_EQ(zel::test::InkBox(t.m_hWnd, kHead), CRect());
 }
 
