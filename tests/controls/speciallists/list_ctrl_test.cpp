@@ -41,13 +41,13 @@ protected:
         table.reset();
         SpecialListTest::TearDown();
     }
-    ProbeCtrl& Make(int rows, bool columns = true) {
+    ProbeCtrl& Make(int rows, bool columns = true, int height = 150) {
         WritePieces();
         skins.Solid("h", 8, 20, kHead);
         skins.Solid("hd", 8, 20, kHeadDown);
         skins.Solid("k", 8, kRowHeight, kMark);
         table = std::make_unique<ProbeCtrl>();
-        EXPECT_TRUE(table->Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 250, 160), &parent, 65));
+        EXPECT_TRUE(table->Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 250, 10 + height), &parent, 65));
         parent.Name(table->m_hWnd, "table");
         table->LoadScrollBitmap(BarSkin(), L"");
         table->LoadSkin(skins.Skin({"h", "h", "h", "hd", "hd", "hd", "l", "m", "r", "cl", "cm", "cr", "k", "k", "k"}),
@@ -185,8 +185,9 @@ TEST_F(ListCtrlTest, BadInputDrawsWithoutThePieceAndRefuses) {
     EXPECT_EQ(zel::test::InkBox(t.m_hWnd, kHead), CRect());
 }
 
+// 135 high: rows end at 132, the fourth row cut 19 pixels down.
 TEST_F(ListCtrlTest, Goldens) {
-    ProbeCtrl& t = Make(6);
+    ProbeCtrl& t = Make(6, true, 135);
     t.SetItemText(2, 0, L"A name far longer than its column");
     t.SetSelectionMark(3);
     t.SetCurSel(1);
