@@ -23,12 +23,7 @@ public:
     using CBbgFileList::m_nColumnWidth;
     using CBbgFileList::m_pScrollBar;
     using CBbgFileList::m_rcList;
-    std::string Bar() {
-        long lo = 0, hi = 0;
-        m_pScrollBar->GetRange(lo, hi);
-        return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(m_pScrollBar->GetScrollPos()) +
-               (m_pScrollBar->IsWindowVisible() ? " shown" : " hidden");
-    }
+    std::string Bar() { return BarState(m_pScrollBar); }
     std::string Marks() {
         std::string s;
         for (int i = 0; i < GetItemCount(); ++i) s += i == GetCurSel() ? 'C' : '.';

@@ -27,12 +27,7 @@ public:
             s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
         return s;
     }
-    std::string Bar() {
-        long lo = 0, hi = 0;
-        m_pScrollBar->GetRange(lo, hi);
-        return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(m_pScrollBar->GetScrollPos()) +
-               (m_pScrollBar->IsWindowVisible() ? " shown" : " hidden");
-    }
+    std::string Bar() { return BarState(m_pScrollBar); }
 };
 
 // The list: 200 x 130 at (10, 10) of the parent; margins 3 leave 124 pixels: 4 rows of 30.

@@ -2,6 +2,8 @@
 
 #include <zel/debug.h>
 
+#include "CZELScrollbar.h"
+
 namespace speclisttest {
 
 namespace {
@@ -11,6 +13,14 @@ constexpr wchar_t kItemClass[] = L"ZelSpecialListItem";
 std::string Narrow(const CString& s) {
     std::wstring w(static_cast<LPCWSTR>(s));
     return std::string(w.begin(), w.end());
+}
+
+std::string BarState(CWnd* wnd) {
+    auto* bar = static_cast<CZELScrollbar*>(wnd);
+    long lo = 0, hi = 0;
+    bar->GetRange(lo, hi);
+    return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(bar->GetScrollPos()) +
+           (bar->IsWindowVisible() ? " shown" : " hidden") + (bar->IsWindowEnabled() ? "" : " disabled");
 }
 
 void SpecialListTest::SetUp() {

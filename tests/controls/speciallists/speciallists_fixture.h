@@ -52,6 +52,9 @@ private:
 
 std::string Narrow(const CString& s);
 
+// "lo..hi@pos shown|hidden[ disabled]" of a list's scroll bar.
+std::string BarState(CWnd* bar);
+
 }  // namespace speclisttest
 
 // Rectangles print as (l,t,r,b) in failures.

@@ -27,13 +27,7 @@ public:
     using Base::m_ppRows;
     using Base::m_rcClick;
     using Base::m_rcList;
-    std::string Bar() {
-        long lo = 0, hi = 0;
-        m_pScrollBar->GetRange(lo, hi);
-        return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(m_pScrollBar->GetScrollPos()) +
-               (m_pScrollBar->IsWindowVisible() ? " shown" : " hidden") +
-               (m_pScrollBar->IsWindowEnabled() ? "" : " disabled");
-    }
+    std::string Bar() { return BarState(m_pScrollBar); }
 };
 
 class ProbeBT : public Probe<CZELBTList> {
