@@ -68,9 +68,9 @@ void GlyphCache::Trim() {
     }
 }
 
-uint32_t StrikeId(uint32_t faceId, int xPpem, int yPpem, uint32_t flags) {
-    static auto* ids = new std::map<std::tuple<uint32_t, int, int, uint32_t>, uint32_t>();
-    auto key = std::make_tuple(faceId, xPpem, yPpem, flags);
+uint32_t StrikeId(uint32_t faceId, long xScale, int ppem, uint32_t flags) {
+    static auto* ids = new std::map<std::tuple<uint32_t, long, int, uint32_t>, uint32_t>();
+    auto key = std::make_tuple(faceId, xScale, ppem, flags);
     auto it = ids->find(key);
     if (it != ids->end()) return it->second;
     uint32_t id = static_cast<uint32_t>(ids->size()) + 1;

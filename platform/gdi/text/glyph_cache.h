@@ -77,8 +77,8 @@ private:
     std::unordered_map<uint64_t, std::list<Entry>::iterator> map_;
 };
 
-// Strike numbers for glyph cache keys: one per distinct (face file, x and y pixel size,
-// rendering flags) in the process.
-uint32_t StrikeId(uint32_t faceId, int xPpem, int yPpem, uint32_t flags);
+// Strike numbers for glyph cache keys: one per distinct (face file, horizontal stretch
+// (16.16), pixel size, rendering flags) in the process.
+uint32_t StrikeId(uint32_t faceId, long xScale, int ppem, uint32_t flags);
 
 }  // namespace zel::text

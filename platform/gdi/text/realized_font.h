@@ -2,15 +2,25 @@
 // per-character advances and glyph images (through the shared glyph cache).
 //
 // Height rules (as GDI's TrueType mapper):
+//   a size the face's VDMX table lists for the height wins (and gives ascent and descent);
 //   lfHeight > 0  cell height: ppem = MulDiv(unitsPerEm, lfHeight, winAscent + winDescent),
-//                 then lowered while the rounded cell would still be taller than asked;
+//                 one less when that cell, rounded, would be taller than asked;
 //   lfHeight < 0  character height: ppem = -lfHeight;
 //   lfHeight = 0  as a cell height of 16;
-//   lfWidth != 0  the average character width: glyphs are stretched or squeezed to it.
-// Advances are the hinted advances of the face's normal hinting; glyph shapes are hinted
-// for the rendering they get. NONANTIALIASED_QUALITY renders monochrome, ANTIALIASED,
-// CLEARTYPE and CLEARTYPE_NATURAL antialiased (greyscale); DEFAULT, DRAFT and PROOF follow
-// the device's font smoothing switch, which is off by default, so they render monochrome.
+//   lfWidth != 0  the average character width: glyphs hinted at ppem are stretched or
+//                 squeezed to it.
+// Every metric is font units times ppem / unitsPerEm (one 16.16 factor), rounded.
+//
+// Two advances per glyph, as GDI has them: text is measured (GetTextExtent*, DrawTextW's
+// layout and alignment) with the outline hinted for greyscale, its advance rounded up to
+// a whole pixel; glyphs are drawn hinted for the rendering they get (monochrome uses the
+// face's embedded bitmaps where it has them) and the pen moves by that rendering's own
+// advance. The two may differ by a pixel or two per glyph, so painted text can end a
+// little before or after its measured extent, as on the device.
+// NONANTIALIASED_QUALITY renders monochrome; ANTIALIASED_QUALITY greyscale at the sizes
+// the face's gasp table allows it (Tahoma: above 16 ppem), monochrome below; CLEARTYPE
+// and CLEARTYPE_NATURAL greyscale at every size; DEFAULT, DRAFT and PROOF follow the
+// device's font smoothing switch (off by default: monochrome), then the gasp table.
 #pragma once
 
 #include <windows.h>
@@ -30,7 +40,7 @@ namespace zel::gdi {
 struct GlyphInfo {
     uint32_t glyph = 0;  // glyph index in the face of `slot`
     uint16_t slot = 0;   // 0 = the font's own face, others fall-back faces
-    int16_t advance = 0; // pixels
+    int16_t advance = 0; // pixels, for measuring (see above)
 };
 
 class RealizedFont {
@@ -72,6 +82,7 @@ private:
         std::shared_ptr<text::FaceFile> file;
         FT_Size size = nullptr;
         uint32_t strike = 0;
+        uint32_t flags = 0;  // rendering flags of the strike
         bool embolden = false;
         bool oblique = false;
     };
@@ -84,10 +95,14 @@ private:
     const GlyphInfo& GlyphSlow(char32_t ch);
     GlyphInfo LookUp(char32_t ch);
     std::unique_ptr<text::GlyphImage> Render(const Slot& slot, uint32_t glyph);
+    int CellAdvance(FT_Pos advance, bool embolden) const;
+    FT_Matrix Transform(const Slot& slot) const;
 
     TEXTMETRICW tm_{};
     int ppem_ = 0;
-    int xPpem_ = 0;
+    FT_Fixed widthScale_ = 0x10000;            // lfWidth's stretch, 16.16
+    int vdmxYMax_ = 0, vdmxYMin_ = 0;          // the VDMX table's cell for this size, if any
+    int halfWidth_ = 0, fullWidthRounded_ = 0;  // monospaced faces: see ComputeMetrics
     bool gray_ = false;
     bool wantBold_ = false;
     bool wantItalic_ = false;

@@ -1,0 +1,108 @@
+// BitBlt and StretchBlt with negative and mirrored extents, sources and destinations
+// partly outside their surfaces, and the one-pixel edges of mirrored stretching.
+#include "recorded.h"
+
+namespace {
+
+using recorded::Facts;
+
+// A 32-bpp surface; Pixels() prints it as rows of "bbggrr" joined by '/', runs as *n.
+class Surface {
+public:
+    Surface(int w, int h) : w_(w), h_(h) {
+        HDC screen = GetDC(nullptr);
+        dc_ = CreateCompatibleDC(screen);
+        bmp_ = CreateCompatibleBitmap(screen, w, h);
+        ReleaseDC(nullptr, screen);
+        old_ = SelectObject(dc_, bmp_);
+    }
+    ~Surface() {
+        SelectObject(dc_, old_);
+        DeleteObject(bmp_);
+        DeleteDC(dc_);
+    }
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
+    HDC dc() const { return dc_; }
+    void Fill(COLORREF c) {
+        RECT r = {0, 0, w_, h_};
+        HBRUSH b = CreateSolidBrush(c);
+        FillRect(dc_, &r, b);
+        DeleteObject(b);
+    }
+    // Every pixel its own colour.
+    void Gradient() {
+        for (int y = 0; y < h_; ++y)
+            for (int x = 0; x < w_; ++x) SetPixel(dc_, x, y, RGB(16 + x * 24, 8 + y * 24, 128));
+    }
+    std::string Pixels() const {
+        std::string out;
+        for (int y = 0; y < h_; ++y) {
+            if (y) out += '/';
+            COLORREF last = 0xFFFFFFFF;
+            int run = 0;
+            auto flush = [&] {
+                if (!run) return;
+                char b[24];
+                std::snprintf(b, sizeof b, "%s%06lx", out.empty() || out.back() == '/' ? "" : ",",
+                              static_cast<unsigned long>(last));
+                out += b;
+                if (run > 1) out += "*" + std::to_string(run);
+            };
+            for (int x = 0; x < w_; ++x) {
+                COLORREF c = GetPixel(dc_, x, y) & 0xFFFFFF;
+                if (c == last) {
+                    ++run;
+                    continue;
+                }
+                flush();
+                last = c;
+                run = 1;
+            }
+            flush();
+        }
+        return out;
+    }
+
+private:
+    int w_, h_;
+    HDC dc_;
+    HBITMAP bmp_;
+    HGDIOBJ old_;
+};
+
+void Blit(Facts& facts, int dx, int dy, int w, int h, int sx, int sy) {
+    Surface src(6, 5), dst(10, 8);
+    src.Gradient();
+    dst.Fill(RGB(255, 255, 255));
+    facts.Add("ret", BitBlt(dst.dc(), dx, dy, w, h, src.dc(), sx, sy, SRCCOPY));
+    facts.Add("px", dst.Pixels());
+}
+
+void Stretch(Facts& facts, int dx, int dy, int dw, int dh, int sx, int sy, int sw, int sh) {
+    Surface src(6, 5), dst(12, 10);
+    src.Gradient();
+    dst.Fill(RGB(255, 255, 255));
+    SetStretchBltMode(dst.dc(), COLORONCOLOR);
+    facts.Add("ret", StretchBlt(dst.dc(), dx, dy, dw, dh, src.dc(), sx, sy, sw, sh, SRCCOPY));
+    facts.Add("px", dst.Pixels());
+}
+
+}  // namespace
+
+RECORDED_CASE(blits, bitblt_plain) { Blit(facts, 2, 1, 4, 3, 1, 1); }
+RECORDED_CASE(blits, bitblt_negative_width) { Blit(facts, 6, 1, -4, 3, 1, 1); }
+RECORDED_CASE(blits, bitblt_negative_height) { Blit(facts, 2, 5, 4, -3, 1, 1); }
+RECORDED_CASE(blits, bitblt_negative_both) { Blit(facts, 6, 5, -4, -3, 1, 1); }
+RECORDED_CASE(blits, bitblt_source_left_outside) { Blit(facts, 2, 1, 5, 3, -2, 1); }
+RECORDED_CASE(blits, bitblt_source_right_outside) { Blit(facts, 2, 1, 5, 3, 3, 1); }
+RECORDED_CASE(blits, bitblt_dest_outside) { Blit(facts, -2, -1, 6, 5, 0, 0); }
+RECORDED_CASE(blits, stretch_mirror_x) { Stretch(facts, 8, 1, -6, 5, 0, 0, 6, 5); }
+RECORDED_CASE(blits, stretch_mirror_y) { Stretch(facts, 1, 7, 6, -5, 0, 0, 6, 5); }
+RECORDED_CASE(blits, stretch_mirror_source_x) { Stretch(facts, 1, 1, 6, 5, 6, 0, -6, 5); }
+RECORDED_CASE(blits, stretch_mirror_both_sides) { Stretch(facts, 8, 1, -6, 5, 6, 0, -6, 5); }
+RECORDED_CASE(blits, stretch_mirror_x_grow) { Stretch(facts, 11, 0, -11, 9, 0, 0, 6, 5); }
+RECORDED_CASE(blits, stretch_mirror_y_shrink) { Stretch(facts, 0, 4, 4, -3, 0, 0, 6, 5); }
+RECORDED_CASE(blits, stretch_mirror_source_partly_outside) { Stretch(facts, 1, 1, 8, 6, 5, 0, -8, 5); }
+RECORDED_CASE(blits, stretch_grow_odd) { Stretch(facts, 0, 0, 11, 7, 1, 1, 4, 3); }
+RECORDED_CASE(blits, stretch_shrink_odd) { Stretch(facts, 1, 1, 4, 3, 0, 0, 6, 5); }
