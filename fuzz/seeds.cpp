@@ -463,6 +463,18 @@ void StormSeeds(Seeds& out) {
                                 .Tap(kTextButton).Font(false, -1, -1).Caption(kRepeatButton, "", 5).Check(7, false)
                                 .Tap(kCheckBox, 5, 128).Focus(kCheckBox).Key(kReturn));
 
+    // The special lists: a drag held past the file list's bottom and top (auto-scroll), double
+    // taps, heading taps on the table, and each list destroyed inside its own notification.
+    write("special_lists",
+          Storm().Down(kFileList, 128, 40).Move(kFileList, 128, 250).Wait(1000).Move(kFileList, 128, 0).Wait(700)
+              .Up(kFileList).Tap(kFileList, 128, 60).Tap(kFileList, 200, 60).Tap(kListCtrl, 60, 20)
+              .Down(kListCtrl, 60, 20).Move(kListCtrl, 200, 20).Up(kListCtrl, 200, 20).Tap(kListCtrl).Tap(kListCtrl)
+              .Tap(kPlayList).Tap(kPlayList).Tap(kTelList).Tap(kTelList).Tap(kBTList).Tap(kBTList)
+              .Call(kTelList, kTelClearImages).Tap(kTelList).Call(kFileList, kFileDeleteAll).Tap(kFileList)
+              .Arm(kOnAny, kDestroySender, 0).Tap(kFileList, 128, 60).Tap(kFileList, 200, 60).Recreate(kFileList)
+              .Arm(kOnAny, kDestroySender, 0).Tap(kListCtrl).Tap(kListCtrl).Recreate(kListCtrl)
+              .Arm(kOnAny, kDestroySender, 0).Tap(kPlayList).Tap(kPlayList).Recreate(kPlayList));
+
     Storm raw;
     for (uint8_t c = 0; c < kControlCount; ++c)
         for (uint8_t what = 0; what < 9; ++what) raw.Raw(c, 5, 5, what, what);

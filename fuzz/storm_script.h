@@ -47,6 +47,11 @@ enum Control : uint8_t {
     kBkLabel,       // CZELBkLable
     kPicture,       // CZELStatic on a STATIC window
     kCombo,         // CZELComBox
+    kPlayList,      // CZELPlayList
+    kTelList,       // CZELTelList, two image sets
+    kBTList,        // CZELBTList
+    kFileList,      // CBbgFileList, resource skins
+    kListCtrl,      // CZELListCtrl, three columns
     kControlCount
 };
 
@@ -192,6 +197,57 @@ enum ComboCall : uint8_t {
     kComboReset,
     kComboQuery,         // index value
     kComboCalls
+};
+
+// The special lists' calls. Row and column indexes are "extreme" values; texts are read
+// as UTF-8 text.
+enum ListDataCall : uint8_t {  // the calls every list on CListData takes first
+    kListInsert,         // value (index), text
+    kListSetText,        // 2 values (row, cell), text
+    kListDelete,         // value
+    kListDeleteAll,
+    kListCurSel,         // value
+    kListMark,           // value (SetSelectionMark)
+    kListScrollTo,       // value
+    kListColumn,         // flag (insert / delete), value, text
+    kListScrollSkin,     // skin string (the bar's two-string form)
+    kListDataCalls
+};
+enum PlayListCall : uint8_t {
+    kPlayLoadBitmaps = kListDataCalls,  // 3 counts, then that many file indexes per array
+    kPlayListCalls
+};
+enum TelListCall : uint8_t {
+    kTelAddImage = kListDataCalls,  // 2 counts, file indexes
+    kTelClearImages,
+    kTelAddItem,                    // count, texts, value (image)
+    kTelSetImage,                   // 2 values: a row's image index as the host's data may hold it
+    kTelListCalls
+};
+enum BTListCall : uint8_t {
+    kBTLoadBitmaps = kListDataCalls,  // 4 counts, file indexes
+    kBTLookup,                        // flag (name / state), text
+    kBTListCalls
+};
+enum FileListCall : uint8_t {
+    kFileInsert,         // value, text, value
+    kFileDeleteAll,
+    kFileCurSel,         // value
+    kFileMark,           // value (SetSelectionMark, unchecked)
+    kFileItemState,      // value (unsigned), value
+    kFileStyle,          // value
+    kFileScrollTo,       // value
+    kFileColumnWidth,    // value
+    kFileResources,      // module, 2 identifiers
+    kFileBarResources,   // module, 7 identifiers
+    kFileQuery,          // value (GetNextSelectedItemIndex start)
+    kFileListCalls
+};
+enum ListCtrlCall : uint8_t {
+    kCtrlInsertColumn = kListDataCalls,  // value, text, value (format), value (width)
+    kCtrlColumnWidth,                    // 2 values
+    kCtrlEnsureVisible,                  // value, flag
+    kCtrlListCalls
 };
 
 // Point targets: a control's window rectangle with 8 pixels around it, the whole plane,

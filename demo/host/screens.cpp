@@ -3,6 +3,7 @@
 #include "screens/buttons_screen.h"
 #include "screens/clock_screen.h"
 #include "screens/home_screen.h"
+#include "screens/lists_screens.h"
 #include "screens/phone_screen.h"
 #include "screens/lists_screen.h"
 #include "screens/player_screen.h"
@@ -35,6 +36,10 @@ const std::vector<ScreenInfo>& Screens() {
         // Screens without a tab come last (the tab strip stops at the first): tours reach them
         // by name.
         {"settings", L"Settings", nullptr, L"Two combo boxes; the lower one opens upward.", Make<SettingsScreen>},
+        {"contacts", L"Phone book", nullptr, L"Contacts and missed calls, a row set per kind.", Make<ContactsScreen>},
+        {"devices", L"Bluetooth devices", nullptr, L"Paired devices; the connected one marked.", Make<DevicesScreen>},
+        {"files", L"Files", nullptr, L"A file browser over the screen: drag to mark.", Make<FilesScreen>},
+        {"table", L"Table", nullptr, L"A table with headings that sort.", Make<TableScreen>},
     };
     return screens;
 }

@@ -1,5 +1,7 @@
 #include "screens/player_screen.h"
 
+#include <commctrl.h>
+
 #include <iterator>
 #include <string>
 #include <utility>
@@ -24,11 +26,8 @@ constexpr RECT kPlay{188, 262, 260, 334};
 constexpr RECT kNext{266, 260, 344, 336};
 constexpr RECT kVolumeLabel{24, 346, 424, 368};
 constexpr RECT kVolume{24, 372, 424, 420};
-// Right column: the play list in a panel, its scroll bar along the panel's right side.
+// Right column: the play list, its scroll bar along its right side.
 constexpr RECT kListPanel{448, 72, 784, 432};
-constexpr RECT kListArea{456, 80, 728, 424};
-constexpr RECT kListBar{736, 80, 776, 424};
-constexpr int kRowHeight = 43;
 
 constexpr int kVolumeStart = 60, kVolumeLine = 5, kVolumePage = 10;
 
@@ -41,27 +40,36 @@ RECT Centered(int cx, int cy, int radius) { return RECT{cx - radius, cy - radius
 
 }  // namespace
 
-PlayerScreen::PlayerScreen() : playback_(DemoTracks()), list_{kListArea, kRowHeight} {}
+PlayerScreen::PlayerScreen() : playback_(DemoTracks()) {}
 
 bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
     host_ = host;
     skinModule_ = skin.module;
-    if (!BuildListBar(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
+    if (!BuildList(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
     TrackChanged();
     SetTimer(host_, kTickTimer, 1000, nullptr);
     return true;
 }
 
-// The bar sizes itself to its skin (track width, two arrows and the track high); moving it
-// then stretches the track over the list's height.
-bool PlayerScreen::BuildListBar(const SkinSource& skin) {
-    if (!listBar_.Create(L"", WS_CHILD | WS_VISIBLE, kListBar, CWnd::FromHandle(host_), kListBarId)) return false;
-    listBar_.LoadBitmapW(IDB_SCROLL_THUMB, IDB_SCROLL_THUMB_PRESSED, IDB_SCROLL_TRACK, IDB_SCROLL_UP, IDB_SCROLL_DOWN,
-                         IDB_SCROLL_DOWN_PRESSED, IDB_SCROLL_UP_PRESSED, skin.module);
-    listBar_.MoveWindow(&kListBar);
-    listBar_.SetScrollRange(0, list_.LastFirstRow(playback_.count()));
-    listBar_.SetPagesize(list_.VisibleRows());
-    listBar_.SetLineSize(1);
+// Rows are "title - artist.mp3" with the length beside them: a long name is shortened
+// before its extension. The list's bar is 40 pixels wide, one pixel inside its right edge.
+bool PlayerScreen::BuildList(const SkinSource& skin) {
+    HWND placeholder = CreatePlaceholder(host_, kListId, kListPanel);
+    if (!placeholder || !list_.SubclassWindow(placeholder)) return false;
+    list_.LoadScrollBitmap(SkinFile(skin, "scroll_thumb"), SkinFile(skin, "scroll_thumb_pressed"),
+                           SkinFile(skin, "scroll_track"), SkinFile(skin, "scroll_up"), SkinFile(skin, "scroll_down"),
+                           SkinFile(skin, "scroll_down_pressed"), SkinFile(skin, "scroll_up_pressed"));
+    CString pieces;
+    for (const char* piece : {"list_frame_tl", "list_frame_bl", "list_frame_tr", "list_frame_br", "list_row_left",
+                              "list_row_middle", "list_row_right", "list_current_left", "list_current_middle",
+                              "list_current_right"})
+        pieces += SkinFile(skin, piece) + L"|";
+    list_.LoadSkin(pieces, L"");
+    for (int i = 0; i < playback_.count(); ++i) {
+        const Track& t = DemoTracks()[static_cast<size_t>(i)];
+        const int row = list_.InsertItem(i, (std::wstring(t.title) + L" - " + t.artist + L".mp3").c_str(), true);
+        list_.SetItemText(row, 1, FormatTime(t.seconds).c_str());
+    }
     return true;
 }
 
@@ -122,19 +130,20 @@ void PlayerScreen::ShowPlayState() {
 }
 
 // The progress bar counts the new track's seconds; the art, the titles and the list's
-// highlight change with it.
-void PlayerScreen::TrackChanged() {
+// current row change with it (and the list scrolls to it, unless it was tapped there).
+void PlayerScreen::TrackChanged(bool follow) {
     progress_.SetRange(0, playback_.current().seconds);
     progress_.SetPos(playback_.elapsed());
     Invalidate(RECT{kArt.left, kArt.top, kNowPlaying.right, kNowPlaying.bottom});
     Invalidate(kTimes);
-    Invalidate(kListArea);
+    list_.SetCurSel(playback_.track());
+    if (follow) list_.ScrollTo(playback_.track() - 3);  // the new track comes into view
+    list_.Invalidate(FALSE);
 }
 
 void PlayerScreen::Invalidate(const RECT& area) const { InvalidateRect(host_, &area, FALSE); }
 
 std::optional<long> PlayerScreen::ScrollPos(HWND control) const {
-    if (control == listBar_.m_hWnd) return listBar_.GetScrollPos();
     if (control == volume_.m_hWnd) return volume_.GetPos();
     if (control == progress_.m_hWnd) return progress_.GetPos();
     return std::nullopt;
@@ -149,9 +158,10 @@ void PlayerScreen::Heard(UINT message, WPARAM wParam, LPARAM lParam) {
             case kPlayId: playback_.SetPlaying(!playback_.playing()); ShowPlayState(); break;
             default: break;
         }
-    } else if (message == WM_VSCROLL && from == listBar_.m_hWnd) {
-        firstRow_ = listBar_.GetScrollPos();
-        Invalidate(kListArea);
+    } else if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->hwndFrom == list_.m_hWnd) {
+        // A tap on a row has made it the list's current row: play it.
+        if (reinterpret_cast<const NMHDR*>(lParam)->code == NM_CLICK && playback_.Select(list_.GetCurSel()))
+            TrackChanged(false);
     } else if (message == WM_HSCROLL && from == volume_.m_hWnd) {
         Invalidate(kVolumeLabel);
     } else if (message == WM_HSCROLL && from == progress_.m_hWnd) {
@@ -160,13 +170,10 @@ void PlayerScreen::Heard(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// A tap on a row plays it; a tap on the art pauses or resumes.
+// A tap on the art pauses or resumes.
 void PlayerScreen::Tap(UINT message, POINT point) {
     if (message != WM_LBUTTONUP) return;
-    const int row = list_.RowAt(point, firstRow_, playback_.count());
-    if (row >= 0 && playback_.Select(row)) {
-        TrackChanged();
-    } else if (PtInRect(&kArt, point)) {
+    if (PtInRect(&kArt, point)) {
         playback_.SetPlaying(!playback_.playing());
         ShowPlayState();
     }
@@ -191,7 +198,6 @@ void PlayerScreen::Paint(HDC frame) {
     DrawLabel(frame, L"Volume", kVolumeLabel, textFont_, kText);
     DrawLabel(frame, std::to_wstring(volume_.GetPos()) + L" %", kVolumeLabel, textFont_, kAccentLight,
               DT_RIGHT | DT_VCENTER | DT_SINGLELINE);
-    PaintList(frame);
 }
 
 // The art is a record whose label takes the track's colour; paused, it carries two bars.
@@ -221,28 +227,6 @@ void PlayerScreen::PaintNowPlaying(HDC frame) const {
     DrawLabel(frame, where, line, smallFont_, kTextDim);
     OffsetRect(&line, 0, 24);
     DrawLabel(frame, playback_.playing() ? L"Playing" : L"Paused", line, smallFont_, kAccentLight);
-}
-
-// Rows: title over artist, the length on the right; the track playing on an accent band.
-void PlayerScreen::PaintList(HDC frame) const {
-    Panel(frame, kListPanel, kScreen, kRule, 16);
-    const int visible = list_.VisibleRows();
-    for (int i = 0; i < visible && firstRow_ + i < playback_.count(); ++i) {
-        const int index = firstRow_ + i;
-        const Track& t = DemoTracks()[static_cast<size_t>(index)];
-        const RECT row = list_.RowRect(i);
-        const bool current = index == playback_.track();
-        if (current)
-            Panel(frame, RECT{row.left, row.top + 1, row.right, row.bottom - 1}, kAccentDeep, kAccent, 10);
-        else if (i + 1 < visible)
-            FillBox(frame, RECT{row.left + 8, row.bottom - 1, row.right - 8, row.bottom}, kRule);
-        DrawLabel(frame, t.title, RECT{row.left + 12, row.top + 3, row.right - 56, row.top + 23}, textFont_,
-                  current ? RGB(255, 255, 255) : kText, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-        DrawLabel(frame, t.artist, RECT{row.left + 12, row.top + 23, row.right - 56, row.top + 40}, smallFont_,
-                  current ? kAccentLight : kTextDim, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-        DrawLabel(frame, FormatTime(t.seconds), RECT{row.right - 56, row.top, row.right - 10, row.bottom}, smallFont_,
-                  current ? RGB(255, 255, 255) : kTextDim, DT_RIGHT | DT_VCENTER | DT_SINGLELINE);
-    }
 }
 
 }  // namespace zel::demo

@@ -1,8 +1,9 @@
 // The media player: what is playing (art, title, a progress bar to seek with, the time),
-// the volume, and the play list with its scroll bar.
+// the volume, and the play list (a CZELPlayList: numbered tracks, their lengths, the
+// playing track as its current row, its own scroll bar).
 //
-// Its controls are made the ways a device application makes them: the scroll bar with
-// Create and a skin by resource identifier from an explicit module; the volume slider with
+// Its controls are made the ways a device application makes them: the play list by
+// subclassing a placeholder child, skinned by file paths; the volume slider with
 // Create and a LoadSkin string of file paths; the progress bar by subclassing a
 // placeholder child and a skin by identifier from the application's resource handle; the
 // transport keys with Create, the round play key swapping its skins between play and pause.
@@ -12,6 +13,7 @@
 
 #include <CZELBmpButton.h>
 #include <CZELButton.h>
+#include <CZELPlayList.h>
 
 #include "host/paint_kit.h"
 #include "host/screens.h"
@@ -21,7 +23,7 @@ namespace zel::demo {
 
 class PlayerScreen : public Screen {
 public:
-    static constexpr int kListBarId = 9001;
+    static constexpr int kListId = 9001;
     static constexpr int kVolumeId = 9101;
     static constexpr int kProgressId = 9102;
     static constexpr int kPreviousId = 2001, kPlayId = 2002, kNextId = 2003;
@@ -37,21 +39,18 @@ public:
     void Timer(UINT_PTR id) override;
 
 private:
-    bool BuildListBar(const SkinSource& skin);
+    bool BuildList(const SkinSource& skin);
     bool BuildVolume(const SkinSource& skin);
     bool BuildProgress();
     bool BuildTransport(const SkinSource& skin);
     void ShowPlayState();
-    void TrackChanged();
+    void TrackChanged(bool follow = true);
     void Invalidate(const RECT& area) const;
     void PaintNowPlaying(HDC frame) const;
-    void PaintList(HDC frame) const;
 
     HWND host_ = nullptr;
     Playback playback_;
-    ListGeometry list_;
-    int firstRow_ = 0;
-    CZELScrollbar listBar_;
+    CZELPlayList list_;
     CZELSlider volume_;
     CZELSlider progress_;
     CZELButton previous_, next_;

@@ -17,6 +17,7 @@ const std::vector<SkinPiece>& DefaultSkin() {
         AddPhonePieces(all);
         AddComboPieces(all);
         AddListPieces(all);  // last: earlier pieces keep their identifiers
+        AddSpecialListPieces(all);  // after them, for the same reason
         return all;
     }();
     return pieces;

@@ -19,5 +19,6 @@ void AddComboPieces(std::vector<SkinPiece>& out);   // combo box (after the othe
 // The four states of a 78 x 76 push button (button_<name>_<state>) with `glyph` on its face.
 void AddPushButtonStates(std::vector<SkinPiece>& out, const std::string& name, void (*glyph)(Painter&, Pt, COLORREF));
 void AddListPieces(std::vector<SkinPiece>& out);    // image list rows, marks, badges, panel
+void AddSpecialListPieces(std::vector<SkinPiece>& out);  // the special lists: frame, rows, icons, paper, headings
 
 }  // namespace zel::demo

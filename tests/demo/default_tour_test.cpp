@@ -86,7 +86,8 @@ TEST_F(DefaultTour, HostHearsTheExpectedNotificationsAndTheScreensMatchTheirGold
                                                        "clock-picker", "clock-running", "phone-ready",
                                                        "phone-short", "phone-long", "settings-language",
                                                        "settings-region", "settings-chosen", "lists-opened",
-                                                       "lists-chosen"}));
+                                                       "lists-chosen", "contacts-call", "devices-connected",
+                                                       "files-marked", "table-by-size", "table-by-kind"}));
     for (const std::string& failure : target.failures) ADD_FAILURE() << failure;
     EXPECT_TRUE(LogMatches(app.log().Lines()));
 }

@@ -1,0 +1,184 @@
+#include "CZELTelList.h"
+
+#include <aygshell.h>
+
+#include <algorithm>
+
+#include "ListPaint.h"
+#include "ListRowStore.h"
+#include "OffscreenCanvas.h"
+#include "SkinList.h"
+#include "SkinSet.h"
+#include "ControlFont.h"
+
+namespace sl = zelctl::speciallists;
+
+struct CZELTelList::ImageSet {
+    zelctl::SkinSet pieces{kPieces};
+};
+
+struct CZELTelList::Resources {
+    zelctl::SkinSet spare{6};  // never loaded or drawn by the list; released with it
+    zelctl::OwnedFont fonts[4];
+};
+
+BEGIN_MESSAGE_MAP(CZELTelList, CListData)
+ON_WM_SIZE()
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
+CZELTelList::CZELTelList() : m_res(std::make_unique<Resources>()), m_szPiece{{0, 0}, {0, 0}, {0, 0}}, m_nFontHeight{30, 28, 17, 13} {
+    m_nMarginX = 11;
+    m_nMarginY = 6;
+    m_nImageCount = 0;
+    for (int i = 0; i < 4; ++i) m_res->fonts[i].Create(m_nFontHeight[i]);
+}
+
+CZELTelList::~CZELTelList() = default;
+
+void CZELTelList::PreSubclassWindow() {
+    CListData::PreSubclassWindow();
+    InsertColumn(0, L"name", 0, 40, 0);
+    InsertColumn(1, L"Tname", 0, 40, 1);
+    InsertColumn(2, L"time", 0, 40, 2);
+}
+
+void CZELTelList::AddImage(CArray<CString, CString>& arrNormal, CArray<CString, CString>& arrCurrent) {
+    if (arrNormal.GetSize() < 3 || arrCurrent.GetSize() < 3) return;
+    auto set = std::make_unique<ImageSet>();
+    for (int k = 0; k < 3; ++k) {
+        set->pieces.Set(kLeft + k, zelctl::LoadSkinFile(arrNormal[k]));
+        set->pieces.Set(kCurLeft + k, zelctl::LoadSkinFile(arrCurrent[k]));
+        if (set->pieces[kLeft + k]) m_szPiece[k] = set->pieces.Size(kLeft + k);
+    }
+    m_sets.push_back(std::move(set));
+    m_nItemHeight = m_szPiece[0].cy;
+    ++m_nImageCount;
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+void CZELTelList::ClearImages() {
+    m_sets.clear();
+    m_nImageCount = 0;
+    if (::IsWindow(m_hWnd)) Invalidate();
+}
+
+int CZELTelList::AddItem(CArray<CString, CString>& arrCells, int nImage) {
+    if (arrCells.GetSize() != m_nColumnCount || m_nColumnCount < 1) return -1;
+    const int row = InsertItem(m_nItemCount, arrCells[0], nImage);
+    if (row < 0) return -1;
+    for (int k = 1; k < m_nColumnCount; ++k) SetItemText(row, k, arrCells[k]);
+    return row;
+}
+
+void CZELTelList::LoadScrollBitmap(CString strThumb, CString strThumbDown, CString strTrack, CString strUp,
+                                   CString strDown, CString strDownDown, CString strUpDown) {
+    m_pScrollBar->LoadBitmapW(strThumb, strThumbDown, strTrack, strUp, strDown, strDownDown, strUpDown);
+    PlaceBarAtRightEdge();
+}
+
+void CZELTelList::PlaceBarAtRightEdge() {
+    if (!::IsWindow(m_hWnd) || !::IsWindow(m_pScrollBar->m_hWnd)) return;
+    CRect client;
+    GetClientRect(&client);
+    const int barWidth = ScrollBarWidth();
+    m_pScrollBar->MoveWindow(client.right - barWidth - client.left, 0, barWidth, client.Height(), TRUE);
+}
+
+void CZELTelList::OnSize(UINT nType, int cx, int cy) {
+    CListData::OnSize(nType, cx, cy);
+    PlaceBarAtRightEdge();
+}
+
+void CZELTelList::OnDestroy() {
+    m_sets.clear();  // m_nImageCount stays: rows keep their indexes
+    CListData::OnDestroy();
+}
+
+void CZELTelList::UpdataScrollBar() {
+    if (!::IsWindow(m_hWnd) || !::IsWindow(m_pScrollBar->m_hWnd)) return;
+    m_pScrollBar->GetClientRect(&m_rcScroll);
+    const int max = m_nItemHeight > 0 ? m_nItemCount - m_rcList.Height() / m_nItemHeight : 0;
+    sl::ApplyAlwaysShownBar(*this, *m_pScrollBar, m_rcScroll, max, m_nItemHeight);
+}
+
+const CZELTelList::ImageSet* CZELTelList::SetOfRow(int image) const {
+    if (image < 0 || m_sets.empty()) return nullptr;
+    return m_sets[std::min<size_t>(static_cast<size_t>(image), m_sets.size() - 1)].get();
+}
+
+void CZELTelList::DrawInterface(HDC hdc) {
+    CRect client;
+    GetClientRect(&client);
+    zelctl::OffscreenCanvas frame(hdc, client.Width(), client.Height());
+    HDC dc = frame.dc();
+    ::SetBkMode(dc, TRANSPARENT);
+    sl::PaintListFrame(dc, client, m_hBkBitmap);
+    m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);
+
+    const bool barShown = ::IsWindow(m_pScrollBar->m_hWnd) && m_pScrollBar->IsWindowVisible();
+    const int barWidth = ScrollBarWidth();
+    const HGDIOBJ oldFont = ::GetCurrentObject(dc, OBJ_FONT);
+    int y = m_rcList.top;
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
+        ListCell* head = m_ppRows[i];
+        if (!head) break;
+        NKDbgPrintfW(L"imagelist = %d\n", head->nImage);
+        const ImageSet* set = SetOfRow(head->nImage);
+        const bool marked = head->nMark == 1;
+        if (marked) ::SetTextColor(dc, sl::kMarkedText);
+
+        CRect rc(m_rcList.left, y, m_rcList.right - (barShown ? barWidth : 0), y + m_nItemHeight);
+        const bool cut = rc.bottom > m_rcList.bottom;
+        if (cut) rc.bottom = m_rcList.bottom;
+        if (set) {
+            const zelctl::SkinSet& p = set->pieces;
+            if (i == m_nCurSel) {
+                const HBITMAP current[3] = {p[kCurLeft], p[kCurMiddle], p[kCurRight]};
+                if (current[0] && current[1] && current[2]) {
+                    m_rcClick = rc;
+                    sl::PaintRowPieces(dc, rc, current, m_szPiece);
+                }
+            } else {
+                const HBITMAP normal[3] = {p[kLeft], p[kMiddle], p[kRight]};
+                sl::PaintRowPieces(dc, rc, normal, m_szPiece);
+            }
+        }
+
+        // The text band: the row less the pieces' caps and the bar's strip (taken whether
+        // the bar shows or not), 5 pixels further left, 2 less at the top and 10 at the
+        // bottom.
+        CRect numberRc(m_rcList.left + m_szPiece[0].cx, y, m_rcList.right - barWidth - m_szPiece[2].cx,
+                       y + m_nItemHeight);
+        numberRc.OffsetRect(-5, 0);
+        numberRc.top += 2;
+        numberRc.bottom -= 10;
+        CString number;
+        number.Format(L"%d.", i + 1);
+        ::SelectObject(dc, m_res->fonts[0].get() ? static_cast<HGDIOBJ>(m_res->fonts[0].get()) : oldFont);
+        if (numberRc.bottom < m_rcList.bottom)
+            ::DrawTextW(dc, number, number.GetLength(), &numberRc, sl::kCentredLine);
+        else
+            sl::DrawCutLine(dc, number, numberRc.left, numberRc.right, y, m_nItemHeight, m_rcList.bottom,
+                            DT_SINGLELINE);
+
+        CRect nameRc = numberRc;
+        nameRc.left += 40;
+        ::SelectObject(dc, m_res->fonts[1].get() ? static_cast<HGDIOBJ>(m_res->fonts[1].get()) : oldFont);
+        CString name = head->strText;
+        ForMartLeng(dc, name, nameRc.Width());
+        if (nameRc.bottom < m_rcList.bottom) {
+            ::DrawTextW(dc, name, name.GetLength(), &nameRc, sl::kCentredLine);
+        } else {
+            CRect measured = nameRc;
+            ::DrawTextW(dc, name, name.GetLength(), &measured, sl::kMeasureLine);
+            ::DrawTextW(dc, name, name.GetLength(), &measured, DT_SINGLELINE);
+        }
+
+        y += m_nItemHeight;
+        if (marked) ::SetTextColor(dc, RGB(0, 0, 0));
+        if (cut) break;
+    }
+    ::SelectObject(dc, oldFont);
+    frame.Present();
+}

@@ -1,0 +1,93 @@
+#include "speciallists_fixture.h"
+
+#include <zel/debug.h>
+
+#include "CZELScrollbar.h"
+
+namespace speclisttest {
+
+namespace {
+constexpr wchar_t kItemClass[] = L"ZelSpecialListItem";
+}
+
+std::string Narrow(const CString& s) {
+    std::wstring w(static_cast<LPCWSTR>(s));
+    return std::string(w.begin(), w.end());
+}
+
+std::string BarState(CWnd* wnd) {
+    auto* bar = static_cast<CZELScrollbar*>(wnd);
+    long lo = 0, hi = 0;
+    bar->GetRange(lo, hi);
+    return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(bar->GetScrollPos()) +
+           (bar->IsWindowVisible() ? " shown" : " hidden") + (bar->IsWindowEnabled() ? "" : " disabled");
+}
+
+void SpecialListTest::SetUp() {
+    ControlTest::SetUp();
+    lines_.clear();
+    zel::SetDebugSink([this](const std::wstring& line) { lines_.push_back(line); });
+}
+
+void SpecialListTest::TearDown() {
+    zel::SetDebugSink(nullptr);
+    arrays_.clear();
+    ControlTest::TearDown();
+}
+
+HWND SpecialListTest::ItemWindow(const CRect& rc, int id) {
+    WNDCLASSW wc{};
+    wc.lpfnWndProc = ::DefWindowProcW;
+    wc.lpszClassName = kItemClass;
+    ::RegisterClassW(&wc);  // again after each desktop reset; a repeat fails harmlessly
+    return ::CreateWindowExW(0, kItemClass, L"", WS_CHILD | WS_VISIBLE, rc.left, rc.top, rc.Width(), rc.Height(),
+                             parent.m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+}
+
+void SpecialListTest::WritePieces() {
+    for (const char* name : {"bk0", "bk1", "bk2", "bk3"}) skins.Solid(name, 8, 8, kFrame);
+    skins.Solid("l", 6, kRowHeight, kLeft);
+    skins.Solid("m", 10, kRowHeight, kMiddle);
+    skins.Solid("r", 6, kRowHeight, kRight);
+    skins.Solid("cl", 6, kRowHeight, kCurLeft);
+    skins.Solid("cm", 10, kRowHeight, kCurMiddle);
+    skins.Solid("cr", 6, kRowHeight, kCurRight);
+}
+
+CString SpecialListTest::BarSkin() {
+    skins.Solid("up", kBarWidth, 8, kBarArrow);
+    skins.Solid("up_down", kBarWidth, 8, kBarArrow);
+    skins.Solid("track", kBarWidth, 24, kBarTrack);
+    skins.Solid("thumb", 10, 8, kBarThumb);
+    skins.Solid("thumb_down", 10, 8, kBarThumb);
+    skins.Solid("down", kBarWidth, 8, kBarArrow);
+    skins.Solid("down_down", kBarWidth, 8, kBarArrow);
+    return skins.Skin({"up", "up_down", "track", "thumb", "thumb_down", "down", "down_down"});
+}
+
+CArray<CString, CString>& SpecialListTest::Paths(std::initializer_list<std::string> names) {
+    arrays_.push_back(std::make_unique<CArray<CString, CString>>());
+    for (const std::string& n : names) arrays_.back()->Add(n.empty() ? CString() : CString(skins.Path(n).c_str()));
+    return *arrays_.back();
+}
+
+std::string SpecialListTest::DebugLines() {
+    std::string s;
+    for (const std::wstring& w : lines_) s += (s.empty() ? "" : "|") + std::string(w.begin(), w.end());
+    lines_.clear();
+    return s;
+}
+
+bool SpecialListTest::InkInBand(HWND hwnd, COLORREF ink, int top, int h) {
+    CRect client;
+    ::GetClientRect(hwnd, &client);
+    for (int y = std::max(0, top); y < std::min<int>(client.bottom, top + h); ++y)
+        for (int x = 0; x < client.right; ++x) {
+            POINT pt{x, y};
+            ::ClientToScreen(hwnd, &pt);
+            if (zel::test::ScreenPixel(pt.x, pt.y) == ink) return true;
+        }
+    return false;
+}
+
+}  // namespace speclisttest
