@@ -75,12 +75,23 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // push buttons, the parent's from lists; the host covers the screen, so both are the same
 // here): the control under it is the sender. With no control there, the stylus touched the
 // host itself: a tab when released in the title bar, otherwise the screen's business.
-// ChildWindowFromPoint also finds hidden and disabled children, which take no input: a tap
-// on one is the host's own.
+// ChildWindowFromPoint also finds hidden and disabled children, which take no input, and
+// looks only at rectangles, not at window regions: a tap on a hidden or disabled control,
+// or outside a shaped control's region, is the host's own.
 int HostWindow::ControlAt(POINT point) const {
     HWND child = ::ChildWindowFromPoint(m_hWnd, point);
     if (!child || child == m_hWnd || !::IsWindowVisible(child) || !::IsWindowEnabled(child)) return 0;
-    return ::GetDlgCtrlID(child);
+    HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    bool outside = false;
+    if (shape && ::GetWindowRgn(child, shape) != ERROR) {
+        POINT screen = point;
+        ::ClientToScreen(m_hWnd, &screen);
+        RECT frame;
+        ::GetWindowRect(child, &frame);
+        outside = !::PtInRegion(shape, screen.x - frame.left, screen.y - frame.top);
+    }
+    if (shape) ::DeleteObject(shape);
+    return outside ? 0 : ::GetDlgCtrlID(child);
 }
 
 void HostWindow::Pointer(UINT message, LPARAM lParam) {

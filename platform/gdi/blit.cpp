@@ -123,11 +123,11 @@ BOOL BitBlt(HDC hdcDst, int x, int y, int cx, int cy, HDC hdcSrc, int x1, int y1
     if (!RopUsesSource(rop)) return PatBlt(hdcDst, x, y, cx, cy, rop);
     DC* src = LookupDC(hdcSrc);
     if (!src) return FALSE;
-    // Equal signs never mirror: a negative extent just names the rectangle from its other
-    // edge, [x + cx, x), on both surfaces.
+    // Equal signs never mirror. A negative extent counts back from the origin pixel, as in
+    // PatBlt: width -w at x covers x - w + 1 .. x on both surfaces.
     int64_t dl = x, sl = x1, dt = y, st = y1, w = cx, h = cy;
-    if (w < 0) dl += w, sl += w, w = -w;
-    if (h < 0) dt += h, st += h, h = -h;
+    if (w < 0) dl += w + 1, sl += w + 1, w = -w;
+    if (h < 0) dt += h + 1, st += h + 1, h = -h;
     // Source offset in surface units; one beyond any surface size leaves nothing to copy.
     int64_t dx = sl + src->origin.x - (dl + dst->origin.x), dy = st + src->origin.y - (dt + dst->origin.y);
     if (std::abs(dx) > kFarOffset || std::abs(dy) > kFarOffset) return TRUE;

@@ -3,6 +3,7 @@
 #include "gdi/objects.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -186,7 +187,7 @@ int GetObjectW(HANDLE handle, int size, LPVOID buffer) {
         }
         case kBrush: {
             auto* b = static_cast<Brush*>(o);
-            LOGBRUSH lb{b->style, b->style == BS_SOLID ? b->color : 0, 0};
+            LOGBRUSH lb{b->style, b->style == BS_SOLID ? b->color : 0, b->style == BS_PATTERN ? b->hatch : 0};
             return CopyOut(&lb, sizeof lb, size, buffer);
         }
         case kFont:
@@ -304,7 +305,8 @@ HPEN CreatePen(int style, int width, COLORREF color) {
     if ((style & PS_STYLE_MASK) == PS_NULL) return static_cast<HPEN>(GetStockObject(NULL_PEN));
     auto p = std::make_unique<Pen>();
     p->style = static_cast<UINT>(style);
-    p->width = width < 0 ? 0 : width;
+    // A negative width is kept as its magnitude: reported so, and drawn that wide.
+    p->width = width < 0 ? static_cast<int>(std::min<int64_t>(-int64_t{width}, INT_MAX)) : width;
     p->color = color;
     return HandleOf<HPEN>(Register(std::move(p), kPen));
 }
@@ -326,6 +328,7 @@ HBRUSH CreatePatternBrush(HBITMAP hbm) {
     auto b = std::make_unique<Brush>();
     b->style = BS_PATTERN;
     b->pattern = std::make_shared<const PixelBuffer>(bitmap->px);  // later bitmap changes do not show
+    b->hatch = reinterpret_cast<ULONG_PTR>(hbm);
     return HandleOf<HBRUSH>(Register(std::move(b), kBrush));
 }
 

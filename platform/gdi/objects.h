@@ -46,6 +46,9 @@ struct Brush : GdiObject {
     COLORREF color = 0;
     // Pattern brushes copy the bitmap's pixels at creation (the bitmap may be deleted).
     std::shared_ptr<const PixelBuffer> pattern;
+    // The bitmap it was made from, as GetObjectW reports it in lbHatch (a value only, even
+    // after the bitmap is deleted).
+    ULONG_PTR hatch = 0;
 };
 
 struct Pen : GdiObject {
@@ -54,7 +57,7 @@ struct Pen : GdiObject {
     COLORREF color = 0;
 };
 
-struct RealizedFont;  // owned by the text engine
+class RealizedFont;  // owned by the text engine
 
 struct Font : GdiObject {
     LOGFONTW lf{};

@@ -49,15 +49,14 @@ struct Axis {
     int sStep = 1;
 };
 
-// Without mirroring on either axis a negative extent only names the rectangle from its
-// other edge, [x + w, x); once either axis mirrors, a negative extent counts back from the
-// origin pixel, x, x - 1, ..., x + w + 1 (the reference behaviour for all sixteen sign
-// combinations of a 2x2 copy).
-Axis MakeAxis(i64 dOrg, i64 dExt, i64 sOrg, i64 sExt, bool mirrored) {
+// A negative extent counts back from the origin pixel: width -w at x covers x - w + 1 .. x,
+// on each surface on its own (as PatBlt and BitBlt). The axis mirrors when the signs
+// differ; equal negative signs just walk both rectangles forwards from their other edge.
+Axis MakeAxis(i64 dOrg, i64 dExt, i64 sOrg, i64 sExt) {
     Axis a;
-    if (!mirrored) {
-        if (dExt < 0) dOrg += dExt, dExt = -dExt;
-        if (sExt < 0) sOrg += sExt, sExt = -sExt;
+    if (dExt < 0 && sExt < 0) {
+        dOrg += dExt + 1, dExt = -dExt;
+        sOrg += sExt + 1, sExt = -sExt;
     }
     a.dStart = dOrg;
     a.dStep = dExt < 0 ? -1 : 1;
@@ -66,6 +65,21 @@ Axis MakeAxis(i64 dOrg, i64 dExt, i64 sOrg, i64 sExt, bool mirrored) {
     a.sStep = sExt < 0 ? -1 : 1;
     a.S = sExt < 0 ? -sExt : sExt;
     return a;
+}
+
+// A mirrored axis whose source lies partly outside the source surface is clipped as if it
+// did not mirror: the destination keeps the run of pixels at the same distance from its
+// edges as the visible source has from the source rectangle's, and the mirrored image is
+// drawn inside that run. So the visible source is mapped to the destination range
+// [D - b, D - a) instead of [a, b) (walk indices from the origin edge), a shift of the whole
+// mapping by D - a - b. A mirrored source whose origin pixel alone lies outside (by one
+// pixel, on the far side) is the exception: it keeps the plain mapping.
+i64 MirrorClipShift(const Axis& a, i64 ja, i64 jb) {
+    if (a.dStep == a.sStep) return 0;
+    const bool shifts = a.sStep < 0 ? (jb < a.S || ja >= 2) : (ja > 0 || jb < a.S);
+    if (!shifts) return 0;
+    const i64 lo = static_cast<i64>(i128(ja) * a.D / a.S), hi = static_cast<i64>(i128(jb) * a.D / a.S);
+    return a.D - lo - hi;
 }
 
 // Which source pixels of a shrunk group make the destination pixel.
@@ -220,16 +234,18 @@ struct AxisPlan {
     bool Empty() const { return lo >= hi; }
 };
 
-AxisPlan PlanAxis(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
+AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
     AxisPlan p;
-    const i64 dlo = a.dStep > 0 ? a.dStart : a.dStart - a.D + 1;
-    const i64 from = std::max<i64>(dlo, clipLo), to = std::min<i64>(dlo + a.D, clipHi);
     // Walk indices of source pixels inside the source surface.
     i64 ja = a.sStep > 0 ? -a.sStart : a.sStart - limit + 1;
     i64 jb = a.sStep > 0 ? limit - a.sStart : a.sStart + 1;
     ja = std::max<i64>(ja, 0);
     jb = std::min(jb, a.S);
-    if (from >= to || ja >= jb) return p;
+    if (ja >= jb) return p;
+    a.dStart += a.dStep * MirrorClipShift(a, ja, jb);
+    const i64 dlo = a.dStep > 0 ? a.dStart : a.dStart - a.D + 1;
+    const i64 from = std::max<i64>(dlo, clipLo), to = std::min<i64>(dlo + a.D, clipHi);
+    if (from >= to) return p;
 
     p.taps.reserve(static_cast<size_t>(to - from));
     p.first.reserve(static_cast<size_t>(to - from) + 1);
@@ -555,8 +571,8 @@ BOOL StretchBlt(HDC hdcDst, int xDst, int yDst, int wDst, int hDst, HDC hdcSrc, 
     if (wDst == 1 && ws > 1) --ws;
     if (hDst == 1 && hs > 1) --hs;
     const bool mirrored = (wDst < 0) != (ws < 0) || (hDst < 0) != (hs < 0);
-    Axis ax = MakeAxis(i64{xDst} + dst->origin.x, wDst, i64{xSrc} + src->origin.x, ws, mirrored);
-    Axis ay = MakeAxis(i64{yDst} + dst->origin.y, hDst, i64{ySrc} + src->origin.y, hs, mirrored);
+    Axis ax = MakeAxis(i64{xDst} + dst->origin.x, wDst, i64{xSrc} + src->origin.x, ws);
+    Axis ay = MakeAxis(i64{yDst} + dst->origin.y, hDst, i64{ySrc} + src->origin.y, hs);
     if (!mirrored && ax.D == ax.S && ay.D == ay.S) {
         // Same size: the plain blit (sampling is the identity then, whatever the mode).
         i64 dx = ax.sStart - ax.dStart, dy = ay.sStart - ay.dStart;

@@ -651,6 +651,7 @@ ZEL_API BOOL EnableWindow(HWND hwnd, BOOL enable);
 ZEL_API BOOL ShowWindow(HWND hwnd, int cmd);
 ZEL_API BOOL MoveWindow(HWND hwnd, int x, int y, int width, int height, BOOL repaint);
 ZEL_API BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UINT flags);
+ZEL_API BOOL BringWindowToTop(HWND hwnd);
 ZEL_API BOOL GetClientRect(HWND hwnd, LPRECT rect);
 ZEL_API BOOL GetWindowRect(HWND hwnd, LPRECT rect);
 ZEL_API BOOL ClientToScreen(HWND hwnd, LPPOINT pt);

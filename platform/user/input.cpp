@@ -255,8 +255,9 @@ void AfterHide(Window* w) {
     HWND hwnd = w->handle;
     if (!w->parent && ValidOrNull(s.active) == hwnd) ActivateOther(w);
     if (!(w = Get(hwnd))) return;
-    Window* f = Get(ValidOrNull(s.focus));
-    if (f && (f == w || IsInside(w, f))) SetFocus(w->parent ? w->parent->handle : nullptr);
+    // Only the focus window itself gives the focus to its parent; a focused descendant of
+    // the hidden window keeps it (and loses it silently if the window is then destroyed).
+    if (ValidOrNull(s.focus) == hwnd) SetFocus(w->parent ? w->parent->handle : nullptr);
 }
 
 // Destruction releases capture without WM_CAPTURECHANGED: the window is already gone.
@@ -284,7 +285,9 @@ HWND SetCapture(HWND hwnd) {
     }
     HWND prev = ValidOrNull(s.capture);
     s.capture = hwnd;
-    if (prev && prev != hwnd) Send(Get(prev), WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(hwnd));
+    // Also when the window already has the capture: it is told that it took it again
+    // (lParam names itself), which handlers that end a drag must tell from a loss.
+    if (prev) Send(Get(prev), WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(hwnd));
     return prev;
 }
 
@@ -360,15 +363,16 @@ HWND WindowFromPoint(POINT pt) {
 }
 
 // Only the direct children, hidden and disabled ones included; the parent itself when no
-// child contains the point, NULL when the point is outside the parent.
+// child contains the point, NULL when the point is outside the parent. Only the children's
+// rectangles count: unlike WindowFromPoint, a window region is not looked at, so a child
+// is hit where its region leaves a hole, and even with an empty region.
 HWND ChildWindowFromPoint(HWND parent, POINT pt) {
     Window* p = Get(parent);
     if (!p) return nullptr;
     RECT client = p->ClientRect();
     if (!PtInRect(&client, pt)) return nullptr;
-    POINT o = ScreenOrigin(p);
     for (Window* c : p->children)
-        if (Shape(c).contains(pt.x + o.x, pt.y + o.y)) return c->handle;
+        if (PtInRect(&c->rect, pt)) return c->handle;
     return parent;
 }
 

@@ -267,6 +267,9 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     return TRUE;
 }
 
+// To the top of its siblings' z-order; a top-level window is activated as well.
+BOOL BringWindowToTop(HWND hwnd) { return SetWindowPos(hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); }
+
 BOOL MoveWindow(HWND hwnd, int x, int y, int width, int height, BOOL repaint) {
     return SetWindowPos(hwnd, nullptr, x, y, width, height,
                         SWP_NOZORDER | SWP_NOACTIVATE | (repaint ? 0 : SWP_NOREDRAW));
@@ -310,8 +313,9 @@ BOOL EnableWindow(HWND hwnd, BOOL enable) {
         Send(w, WM_CANCELMODE, 0, 0);
         if (!(w = Get(hwnd))) return FALSE;
         w->style |= WS_DISABLED;
-        Window* focus = Get(State().focus);
-        if (focus && (focus == w || IsInside(w, focus))) SetFocus(nullptr);
+        // Only the focus window itself loses the focus; a focused child of a window being
+        // disabled keeps it.
+        if (GetFocus() == hwnd) SetFocus(nullptr);
         if ((w = Get(hwnd))) Send(w, WM_ENABLE, FALSE, 0);
     }
     return wasDisabled;

@@ -34,14 +34,15 @@ TEST_F(Blit, SourceOutsideItsBitmapContributesNothing) {
     EXPECT_EQ(dst.FenceIntact(RECT{3, 3, 7, 7}), "");
 }
 
-// A negative extent names the same rectangle from its other edge on both surfaces.
-TEST_F(Blit, NegativeExtentsDoNotMirror) {
+// A negative extent counts back from the origin pixel on both surfaces (width -3 at 4
+// covers 2..4) and never mirrors.
+TEST_F(Blit, NegativeExtentsCountBackFromTheOrigin) {
     Canvas src(6, 6), a(6, 6), b(6, 6);
     src.Gradient();
     EXPECT_TRUE(BitBlt(a.dc(), 4, 5, -3, -2, src.dc(), 5, 4, SRCCOPY));
-    EXPECT_TRUE(BitBlt(b.dc(), 1, 3, 3, 2, src.dc(), 2, 2, SRCCOPY));
+    EXPECT_TRUE(BitBlt(b.dc(), 2, 4, 3, 2, src.dc(), 3, 3, SRCCOPY));
     EXPECT_EQ(a.Pixels(), b.Pixels());
-    EXPECT_EQ(a.FenceIntact(RECT{1, 3, 4, 5}), "");
+    EXPECT_EQ(a.FenceIntact(RECT{2, 4, 5, 6}), "");
 }
 
 TEST_F(Blit, ZeroExtentDrawsNothing) {

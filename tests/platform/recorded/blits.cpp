@@ -106,3 +106,35 @@ RECORDED_CASE(blits, stretch_mirror_y_shrink) { Stretch(facts, 0, 4, 4, -3, 0, 0
 RECORDED_CASE(blits, stretch_mirror_source_partly_outside) { Stretch(facts, 1, 1, 8, 6, 5, 0, -8, 5); }
 RECORDED_CASE(blits, stretch_grow_odd) { Stretch(facts, 0, 0, 11, 7, 1, 1, 4, 3); }
 RECORDED_CASE(blits, stretch_shrink_odd) { Stretch(facts, 1, 1, 4, 3, 0, 0, 6, 5); }
+
+// The general rule behind the negative extents: width -w at x covers x - w + 1 .. x, the
+// origin pixel counted back, on each surface on its own; the copy mirrors only when the
+// two signs differ.
+RECORDED_CASE(blits, bitblt_negative_source_inside) { Blit(facts, 7, 4, -3, -2, 4, 3); }
+RECORDED_CASE(blits, bitblt_negative_dest_edge) { Blit(facts, 1, 1, -4, 3, 3, 1); }
+RECORDED_CASE(blits, bitblt_negative_one) { Blit(facts, 4, 2, -1, -1, 2, 2); }
+
+// Every sign combination of a 2x2 copy onto a 3x3 surface, one key per combination:
+// "dw,dh,sw,sh" with the origins chosen so that each extent counts back from pixel 1.
+RECORDED_CASE(blits, stretch_sign_combinations) {
+    for (int bits = 0; bits < 16; ++bits) {
+        const int dw = bits & 8 ? -2 : 2, dh = bits & 4 ? -2 : 2, sw = bits & 2 ? -2 : 2, sh = bits & 1 ? -2 : 2;
+        Surface src(3, 3), dst(3, 3);
+        src.Gradient();
+        dst.Fill(RGB(255, 255, 255));
+        SetStretchBltMode(dst.dc(), COLORONCOLOR);
+        StretchBlt(dst.dc(), 1, 1, dw, dh, src.dc(), 1, 1, sw, sh, SRCCOPY);
+        facts.Add(std::to_string(dw) + "," + std::to_string(dh) + "," + std::to_string(sw) + "," + std::to_string(sh),
+                  dst.Pixels());
+    }
+}
+
+// Mirrored copies whose source lies partly outside the source surface, on every side.
+RECORDED_CASE(blits, stretch_mirror_dest_source_left_outside) { Stretch(facts, 8, 1, -8, 6, -2, 0, 8, 5); }
+RECORDED_CASE(blits, stretch_mirror_dest_source_right_outside) { Stretch(facts, 8, 1, -8, 6, 2, 0, 8, 5); }
+RECORDED_CASE(blits, stretch_mirror_source_right_outside) { Stretch(facts, 1, 1, 8, 6, 7, 0, -8, 5); }
+RECORDED_CASE(blits, stretch_mirror_source_both_outside) { Stretch(facts, 0, 1, 10, 5, 7, 0, -10, 5); }
+RECORDED_CASE(blits, stretch_mirror_source_y_outside) { Stretch(facts, 1, 1, 6, 8, 0, 5, 6, -8); }
+RECORDED_CASE(blits, stretch_mirror_source_outside_grow) { Stretch(facts, 0, 0, 12, 5, 5, 0, -8, 5); }
+RECORDED_CASE(blits, stretch_mirror_dest_outside) { Stretch(facts, 4, 1, -8, 5, 0, 0, 6, 5); }
+RECORDED_CASE(blits, stretch_plain_source_left_outside) { Stretch(facts, 1, 1, 8, 6, -2, 0, 8, 5); }

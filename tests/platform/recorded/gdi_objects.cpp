@@ -153,3 +153,42 @@ RECORDED_CASE(gdi_objects, regions_and_dcs) {
     DeleteDC(memory);
     DeleteObject(region);
 }
+
+// A negative pen width is kept as its magnitude: reported by GetObjectW and drawn that wide.
+RECORDED_CASE(gdi_objects, pen_negative_width) {
+    recorded::TextSurface surface(16, 16, -12);
+    HPEN pen = CreatePen(PS_SOLID, -5, RGB(0, 0, 0));
+    LOGPEN given = {PS_SOLID, {-3, 0}, RGB(0, 0, 0)};
+    HPEN indirect = CreatePenIndirect(&given);
+    facts.Add("pen", Pen(pen)).Add("indirect", Pen(indirect));
+    HGDIOBJ old = SelectObject(surface.dc(), pen);
+    MoveToEx(surface.dc(), 3, 8, nullptr);
+    LineTo(surface.dc(), 13, 8);
+    facts.Add("line", surface.Ink());
+    SelectObject(surface.dc(), old);
+    DeleteObject(pen);
+    DeleteObject(indirect);
+}
+
+// A pattern brush reports the bitmap it was made from in lbHatch, also after the bitmap
+// is gone; CreateBrushIndirect makes the same brush from that handle.
+RECORDED_CASE(gdi_objects, pattern_brush_bitmap) {
+    HBITMAP pattern = CreateBitmap(8, 8, 1, 1, nullptr);
+    HBRUSH brush = CreatePatternBrush(pattern);
+    LOGBRUSH lb;
+    std::memset(&lb, 0, sizeof lb);
+    facts.Add("n", GetObjectW(brush, sizeof lb, &lb));
+    facts.Add("style", lb.lbStyle).Add("colour", static_cast<long long>(lb.lbColor));
+    facts.Add("hatch", lb.lbHatch == reinterpret_cast<ULONG_PTR>(pattern) ? "bitmap" : lb.lbHatch ? "other" : "0");
+    LOGBRUSH again = {BS_PATTERN, 0, reinterpret_cast<ULONG_PTR>(pattern)};
+    HBRUSH indirect = CreateBrushIndirect(&again);
+    std::memset(&lb, 0, sizeof lb);
+    GetObjectW(indirect, sizeof lb, &lb);
+    facts.Add("indirect", lb.lbHatch == reinterpret_cast<ULONG_PTR>(pattern) ? "bitmap" : lb.lbHatch ? "other" : "0");
+    DeleteObject(pattern);
+    std::memset(&lb, 0, sizeof lb);
+    facts.Add("after_delete_n", GetObjectW(brush, sizeof lb, &lb));
+    facts.Add("after_delete", lb.lbHatch == reinterpret_cast<ULONG_PTR>(pattern) ? "bitmap" : lb.lbHatch ? "other" : "0");
+    DeleteObject(indirect);
+    DeleteObject(brush);
+}

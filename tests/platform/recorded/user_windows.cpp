@@ -324,3 +324,107 @@ RECORDED_CASE(user_windows, window_region_offset_and_empty) {
     POINT q = {60 + 40, 50 + 30};
     facts.Add("screen_empty_rgn", NameOf(WindowFromPoint(q)));
 }
+
+// Hiding or disabling a window whose child has the focus, and destroying a window two
+// levels above the focus.
+RECORDED_CASE(user_windows, focus_hide_parent_of_focused) {
+    Scene s;
+    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
+    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
+    s.Settle();
+    SetFocus(inner);
+    Take();
+    ShowWindow(panel, SW_HIDE);
+    facts.Add("hide", Take()).Add("focus", NameOf(GetFocus()));
+}
+
+RECORDED_CASE(user_windows, focus_disable_parent_of_focused) {
+    Scene s;
+    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
+    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
+    s.Settle();
+    SetFocus(inner);
+    Take();
+    EnableWindow(panel, FALSE);
+    facts.Add("disable", Take()).Add("focus", NameOf(GetFocus()));
+}
+
+RECORDED_CASE(user_windows, focus_destroy_grandparent_of_focused) {
+    Scene s;
+    HWND outer = s.Child(s.top(), "outer", 10, 10, 150, 100);
+    HWND panel = s.Child(outer, "panel", 5, 5, 100, 60);
+    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
+    s.Settle();
+    SetFocus(inner);
+    Take();
+    DestroyWindow(outer);
+    facts.Add("destroy", Take()).Add("focus", NameOf(GetFocus()));
+    // The top window can take the focus again afterwards.
+    facts.Add("refocus_prev", NameOf(SetFocus(s.top()))).Add("refocus", Take());
+}
+
+RECORDED_CASE(user_windows, capture_set_twice_then_other) {
+    Scene s;
+    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
+    s.Child(s.top(), "b", 70, 10, 50, 30);
+    s.Settle();
+    SetCapture(a);
+    Take();
+    facts.Add("again_prev", NameOf(SetCapture(a))).Add("again", Take());
+    facts.Add("release", ReleaseCapture()).Add("released", Take()).Add("capture", NameOf(GetCapture()));
+}
+
+// The sibling z-order as GetWindow walks it: new children go to the bottom, so the first
+// created is first (and on top); SetWindowPos and BringWindowToTop move them.
+std::string Siblings(HWND parent) {
+    std::string out;
+    for (HWND c = GetWindow(parent, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
+        out += (out.empty() ? "" : ".") + NameOf(c);
+    return out.empty() ? "-" : out;
+}
+
+RECORDED_CASE(user_windows, zorder_of_new_children) {
+    Scene s;
+    HWND first = s.Child(s.top(), "first", 10, 10, 80, 60);
+    HWND second = s.Child(s.top(), "second", 40, 30, 80, 60);
+    HWND third = s.Child(s.top(), "third", 70, 50, 80, 60, 0);
+    s.Settle();
+    facts.Add("created", Siblings(s.top()));
+    facts.Add("last", NameOf(GetWindow(first, GW_HWNDLAST))).Add("prev_of_third", NameOf(GetWindow(third, GW_HWNDPREV)));
+    BringWindowToTop(second);
+    facts.Add("bring_second", Siblings(s.top()));
+    SetWindowPos(second, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    facts.Add("second_bottom", Siblings(s.top()));
+    SetWindowPos(third, first, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    facts.Add("third_after_first", Siblings(s.top()));
+    ShowWindow(third, SW_SHOW);
+    facts.Add("shown", Siblings(s.top()));
+    POINT overlap = {80, 60};  // inside all three
+    facts.Add("child_at", NameOf(ChildWindowFromPoint(s.top(), overlap)));
+    POINT screen = {80 + 40, 60 + 30};
+    facts.Add("window_at", NameOf(WindowFromPoint(screen)));
+    HWND inner = s.Child(first, "inner", 0, 0, 10, 10);
+    HWND inner2 = s.Child(first, "inner2", 0, 0, 10, 10);
+    (void)inner;
+    (void)inner2;
+    facts.Add("grandchildren", Siblings(first));
+}
+
+// Overlapping siblings without WS_CLIPSIBLINGS: who is hit where two overlap, and the
+// order in which an update of the parent's whole area paints them.
+RECORDED_CASE(user_windows, zorder_paint_and_hit) {
+    Scene s;
+    s.Child(s.top(), "a", 10, 10, 60, 40);
+    HWND b = s.Child(s.top(), "b", 30, 20, 60, 40);
+    s.Settle();
+    POINT both = {40, 30};
+    facts.Add("hit", NameOf(ChildWindowFromPoint(s.top(), both)));
+    POINT q = {40 + 40, 30 + 30};
+    facts.Add("screen_hit", NameOf(WindowFromPoint(q)));
+    RedrawWindow(s.top(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    facts.Add("redraw", Take());
+    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    facts.Add("hit_after", NameOf(ChildWindowFromPoint(s.top(), both)));
+    RedrawWindow(s.top(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    facts.Add("redraw_after", Take());
+}
