@@ -203,7 +203,7 @@ std::vector<Family> ListSpecialFamilies() {
         {"CBbgFileList", Roles({"screen background", "current row"}, kBarRoles), nullptr, ScrollBarRules(kFileBar),
          states,
          [](const SpecimenSkin& skin) {
-             return SIZE{320, kShownRows * std::max<LONG>(skin.sizes[kFileCurrent].cy, 1)};
+             return SIZE{320, kShownRows * std::max<LONG>(skin.sizes[kFileCurrent].cy, 24)};  // 24: the bare list's rows
          },
          MakeFileList},
         // LoadSkin's fifteen pieces, the bar, then the base's frame corners (LoadBkImage).
