@@ -74,6 +74,19 @@ std::vector<DressedControl> DressedControls() {
     controls.push_back({"CZELList", "tracks",
                         {"list3_left", "list3_middle", "list3_right", "list_separator", "list3_left_sel",
                          "list3_middle_sel", "list3_right_sel", "list_mark", "list_mark_sel"}});
+    // The special lists as the contacts, devices, files, table and player screens dress them.
+    const std::vector<std::string> frame{"list_frame_tl", "list_frame_bl", "list_frame_tr", "list_frame_br"};
+    const std::vector<std::string> rows{"list_row_left", "list_row_middle", "list_row_right"};
+    const std::vector<std::string> current{"list_current_left", "list_current_middle", "list_current_right"};
+    controls.push_back({"CZELPlayList", "player_tracks", Joined({frame, rows, current, bar})});
+    controls.push_back({"CZELTelList", "contacts",
+                        Joined({frame, rows, current, bar, {"list_missed_left", "list_missed_middle", "list_missed_right"}})});
+    controls.push_back({"CZELBTList", "devices", Joined({frame, rows, current, {"list_link", "list_link_current"}, bar})});
+    controls.push_back({"CBbgFileList", "files", Joined({{"file_paper", "file_row_current"}, bar})});
+    controls.push_back({"CZELListCtrl", "table",
+                        Joined({{"table_head_left", "table_head_middle", "table_head_right", "table_head_pressed_left",
+                                 "table_head_pressed_middle", "table_head_pressed_right"},
+                                rows, current, {"list_marked_left", "list_marked_middle", "list_marked_right"}, bar, frame})});
     return controls;
 }
 

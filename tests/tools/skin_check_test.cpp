@@ -19,6 +19,10 @@
 namespace zel::skintool {
 namespace {
 
+// The demo's controls that wear the scroll bar's pieces as their own bar, in list order.
+const char* const kBarWearers[] = {"CZELComBox language", "CZELPlayList player_tracks", "CZELTelList contacts",
+                                   "CZELBTList devices", "CBbgFileList files", "CZELListCtrl table"};
+
 namespace fs = std::filesystem;
 
 const fs::path kDemoSkin = ZEL_DEMO_SKIN_DIR;
@@ -145,11 +149,12 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
         {"scroll bar cells",
          [&](const SkinCopy& s) { s.Replace("scroll_thumb_pressed", made.Solid("thumb", 40, 56, blue)); },
          [](const SkinCopy& s) {
-             // Both the combo box's bar and the list's bar wear it.
+             // The bar itself, the combo box's bar and the special lists' bars wear it.
              const std::string file = s.Piece("scroll_thumb_pressed");
-             return std::vector<std::string>{
-                 file + ": CZELScrollbar list_bar: thumb pressed is 40 x 56, thumb is 24 x 56",
-                 file + ": CZELComBox language: bar thumb pressed is 40 x 56, bar thumb is 24 x 56"};
+             std::vector<std::string> lines{file + ": CZELScrollbar list_bar: thumb pressed is 40 x 56, thumb is 24 x 56"};
+             for (const char* control : kBarWearers)
+                 lines.push_back(file + ": " + control + ": bar thumb pressed is 40 x 56, bar thumb is 24 x 56");
+             return lines;
          }},
         {"thumb wider than its track",
          [&](const SkinCopy& s) {
@@ -159,9 +164,12 @@ TEST_F(SkinCheck, EachFaultIsOneExactLine) {
          [](const SkinCopy& s) {
              const std::string track = std::to_string(PieceSize(s.Piece("scroll_track")).cx);
              const std::string file = s.Piece("scroll_thumb");
-             return std::vector<std::string>{
-                 file + ": CZELScrollbar list_bar: thumb is 200 wide, wider than the track (" + track + ")",
-                 file + ": CZELComBox language: bar thumb is 200 wide, wider than the bar track (" + track + ")"};
+             std::vector<std::string> lines{file + ": CZELScrollbar list_bar: thumb is 200 wide, wider than the track (" +
+                                            track + ")"};
+             for (const char* control : kBarWearers)
+                 lines.push_back(file + ": " + control + ": bar thumb is 200 wide, wider than the bar track (" + track +
+                                 ")");
+             return lines;
          }},
         {"more pieces than the class takes",
          [](const SkinCopy& s) {

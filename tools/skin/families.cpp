@@ -19,12 +19,13 @@ void PressCentre(CWnd& control) {
     zel::Desktop::Get().PointerDown(rc.CenterPoint().x, rc.CenterPoint().y);
 }
 
-// One line per area; the special lists add ListSpecialFamilies() here when they land.
+// One line per area.
 const std::vector<Family>& Families() {
     static const std::vector<Family> table = [] {
         std::vector<Family> all;
         for (auto area :
-             {ButtonFamilies, ScrollFamilies, ListFamilies, DateTimeFamilies, ComboFamilies, LabelFamilies}) {
+             {ButtonFamilies, ScrollFamilies, ListFamilies, DateTimeFamilies, ComboFamilies, LabelFamilies,
+              ListSpecialFamilies}) {
             std::vector<Family> some = area();
             all.insert(all.end(), some.begin(), some.end());
         }

@@ -73,5 +73,6 @@ std::vector<Family> ListFamilies();
 std::vector<Family> DateTimeFamilies();
 std::vector<Family> ComboFamilies();
 std::vector<Family> LabelFamilies();
+std::vector<Family> ListSpecialFamilies();
 
 }  // namespace zel::skintool
