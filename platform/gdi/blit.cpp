@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "gdi/raster.h"
+#include "gdi/row_copy.h"
 
 namespace zel::gdi {
 
@@ -25,7 +26,7 @@ bool Empty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
 
 // How the rows of one blit are produced, chosen once per call.
 enum class RowMode {
-    kMove,     // SRCCOPY between equal formats: a memmove per row
+    kMove,     // SRCCOPY between equal formats: a row copy
     kConvert,  // SRCCOPY between formats: convert straight into the destination
     kRop,      // anything else: source row (converted if needed) through the ROP kernel
 };
@@ -70,15 +71,19 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
         uint32_t* d = t->row(y) + r.left;
         switch (mode) {
             case RowMode::kMove:
-                std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                // Only a row moved along itself can overlap.
+                if (stage)
+                    std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                else
+                    CopyPixels(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n));
                 break;
             case RowMode::kConvert:
                 conv.Into(r.left + dx, y + dy, n, d);
                 break;
             case RowMode::kRop: {
                 const uint32_t* in = conv.Row(r.left + dx, y + dy, n, scratch.data());
-                if (stage) {
-                    std::memmove(scratch.data(), in, static_cast<size_t>(n) * sizeof *in);
+                if (stage && in != scratch.data()) {
+                    CopyPixels(scratch.data(), in, static_cast<size_t>(n));
                     in = scratch.data();
                 }
                 applier.Apply(d, in, r.left, y, n);

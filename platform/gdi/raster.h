@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "gdi/dc.h"
+#include "gdi/row_copy.h"
 
 namespace zel::gdi {
 
@@ -103,7 +104,7 @@ public:
         if (convert_)
             convert_(source_.row(y) + x, out, n, a_, b_);
         else
-            std::memcpy(out, source_.row(y) + x, static_cast<size_t>(n) * sizeof *out);
+            CopyPixels(out, source_.row(y) + x, static_cast<size_t>(n));
     }
 
 private:

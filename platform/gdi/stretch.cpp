@@ -317,7 +317,7 @@ void GatherTable(const uint32_t* src, int, const int* idx, int, int n, uint32_t*
     for (int k = 0; k < n; ++k) out[k] = src[idx[k] - base];
 }
 void GatherRun(const uint32_t* src, int, const int*, int, int n, uint32_t* out) {
-    std::memcpy(out, src, static_cast<size_t>(n) * sizeof *out);
+    CopyPixels(out, src, static_cast<size_t>(n));
 }
 // Halving: every other pixel, four at a time. The vector loop stops early enough never to
 // read past the last sampled pixel.
@@ -417,7 +417,7 @@ private:
             // one above it.
             const int sy = py_.taps[v0];
             if (sy == lastSource_)
-                std::memcpy(d, d - t_.width, static_cast<size_t>(n) * sizeof *d);
+                CopyPixels(d, d - t_.width, static_cast<size_t>(n));
             else
                 Gather(s_.row(sy), r.left, n, d);
             lastSource_ = sy;

@@ -6,18 +6,36 @@
 // how results are masked (a 1-bpp ROP result keeps bit 0).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <new>
 #include <vector>
 
 #include <windows.h>
 
 namespace zel::gdi {
 
+// Pixel storage starts on a 64-byte boundary: a cache line, and a whole vector for every
+// row copy and ROP loop, whatever the allocator would have given.
+template <class T>
+struct PixelAllocator {
+    using value_type = T;
+    static constexpr std::align_val_t kAlign{64};
+    PixelAllocator() = default;
+    template <class U>
+    PixelAllocator(const PixelAllocator<U>&) {}
+    T* allocate(size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), kAlign)); }
+    void deallocate(T* p, size_t) { ::operator delete(p, kAlign); }
+    template <class U>
+    bool operator==(const PixelAllocator<U>&) const { return true; }
+};
+using PixelStore = std::vector<uint32_t, PixelAllocator<uint32_t>>;
+
 struct PixelBuffer {
     int width = 0;
     int height = 0;
     int bpp = 32;  // 1 or 32
-    std::vector<uint32_t> pixels;
+    PixelStore pixels;
 
     PixelBuffer() = default;
     PixelBuffer(int w, int h, int bitsPerPixel, uint32_t fill = 0)
