@@ -30,7 +30,7 @@ public:
         DeleteDC(dc_);
     }
     HDC dc() const { return dc_; }
-    zel::gdi::PixelBuffer& px() const { return zel::gdi::LookupBitmap(bmp_)->px; }
+    zel::gdi::PixelBuffer& px() const { return zel::gdi::LookupBitmap(bmp_)->Pixels(); }
 
 private:
     HDC dc_;

@@ -48,15 +48,17 @@ RowConverter::RowConverter(const DC& dst, const PixelBuffer& target, const DC& s
 }
 
 void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop) {
-    PixelBuffer* t = dst.Target();
+    const PixelBuffer* shape = dst.TargetShape();
     const PixelBuffer* s = src.Target();
-    if (!t || !s) return;
+    if (!shape || !s) return;
     // Destination pixels whose source lies outside the source surface stay untouched.
     RECT area = Intersect(device, RECT{-dx, -dy, s->width - dx, s->height - dy});
     if (Empty(area)) return;
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
+    if (!RopReadsDest(rop)) dst.WillOverwrite(area);
+    PixelBuffer* t = dst.Target();
     RowConverter conv(dst, *t, src, *s);
     const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;
 

@@ -51,6 +51,7 @@ HBITMAP LoadImageFromMemory(const uint8_t* data, size_t size, const char* nameFo
     // Created empty and handed the decoded pixels, so they are never copied.
     gdi::Bitmap* bitmap = gdi::NewBitmap(0, 0, 32);
     bitmap->px = std::move(image.pixels);
+    bitmap->zeroPending = false;
     return gdi::HandleOf<HBITMAP>(bitmap);
 }
 

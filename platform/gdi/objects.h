@@ -6,6 +6,7 @@
 
 #include <pixman.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -36,9 +37,22 @@ struct GdiObject {
     int selections = 0;  // how many DC states (current or saved) hold it
 };
 
+// A new bitmap reads as zero (as CE's CreateBitmap and CreateCompatibleBitmap give), but
+// the zeroes are written only when someone could see them: `zeroPending` bitmaps have
+// undefined contents until Pixels() fills them, or until an operation that overwrites
+// every pixel without reading them drops the fill (DC::WillOverwrite).
 struct Bitmap : GdiObject {
-    PixelBuffer px;
+    PixelBuffer px;  // size and format always valid; pixel access through Pixels()
     DC* selectedIn = nullptr;  // a bitmap is selected into at most one DC
+    bool zeroPending = false;
+
+    PixelBuffer& Pixels() {
+        if (zeroPending) {
+            std::fill(px.pixels.begin(), px.pixels.end(), 0u);
+            zeroPending = false;
+        }
+        return px;
+    }
 };
 
 struct Brush : GdiObject {
@@ -132,7 +146,7 @@ H HandleOf(const T* object) {
 void Retain(GdiObject* object);
 void Release(GdiObject* object);
 
-// Creates a bitmap object (no size checks: callers validate).
+// Creates a bitmap object (no size checks: callers validate), reading as zero.
 Bitmap* NewBitmap(int width, int height, int bpp);
 
 // NULLREGION, SIMPLEREGION or COMPLEXREGION.

@@ -21,6 +21,8 @@ inline uint32_t Rop3(uint8_t rop, uint32_t p, uint32_t s, uint32_t d) {
 inline uint8_t RopIndex(DWORD rop) { return static_cast<uint8_t>((rop >> 16) & 0xFF); }
 inline bool RopUsesSource(DWORD rop) { return ((rop >> 2) & 0x330000) != (rop & 0x330000); }
 inline bool RopUsesPattern(DWORD rop) { return ((rop >> 4) & 0x0F0000) != (rop & 0x0F0000); }
+// Whether a ROP3 index's result depends on the destination's old value.
+inline bool RopReadsDest(uint8_t index) { return ((index >> 1) & 0x55) != (index & 0x55); }
 
 // Row kernels of one ROP3: d[i] = rop(p, s[i], d[i]) & mask for i in [0, n). `s` must be
 // readable for n pixels even when the operation ignores it (pass `d`). The mask keeps bit 0

@@ -506,11 +506,12 @@ private:
 bool Filterable(uint8_t rop) { return rop == 0xCC || rop == 0x88 || rop == 0xEE; }
 
 void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) {
-    PixelBuffer* t = dst.Target();
+    const PixelBuffer* shape = dst.TargetShape();
     const PixelBuffer* s = src.Target();
-    if (!t || !s) return;
+    if (!shape || !s) return;
+    const bool mono = shape->mono();
     int mode = dst.state.stretchMode;
-    if (mode == HALFTONE && (t->mono() || !Filterable(rop))) mode = t->mono() ? BLACKONWHITE : COLORONCOLOR;
+    if (mode == HALFTONE && (mono || !Filterable(rop))) mode = mono ? BLACKONWHITE : COLORONCOLOR;
 
     const std::vector<RECT>& clip = dst.ClipRects();
     if (clip.empty()) return;
@@ -526,6 +527,8 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
+    if (!RopReadsDest(rop)) dst.WillOverwrite(RECT{px.lo, py.lo, px.hi, py.hi});
+    PixelBuffer* t = dst.Target();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
     // when the scales differ.
     PixelBuffer snapshot;

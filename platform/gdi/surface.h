@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -26,6 +27,16 @@ struct PixelAllocator {
     PixelAllocator(const PixelAllocator<U>&) {}
     T* allocate(size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), kAlign)); }
     void deallocate(T* p, size_t) { ::operator delete(p, kAlign); }
+    // A sized store without a fill value is left uninitialised: a new bitmap's zero fill is
+    // decided by its owner (see Bitmap::Pixels).
+    template <class U>
+    void construct(U* p) noexcept {
+        ::new (static_cast<void*>(p)) U;
+    }
+    template <class U, class... Args>
+    void construct(U* p, Args&&... args) {
+        ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
+    }
     template <class U>
     bool operator==(const PixelAllocator<U>&) const { return true; }
 };
@@ -40,6 +51,9 @@ struct PixelBuffer {
     PixelBuffer() = default;
     PixelBuffer(int w, int h, int bitsPerPixel, uint32_t fill = 0)
         : width(w), height(h), bpp(bitsPerPixel), pixels(static_cast<size_t>(w) * h, fill) {}
+    struct Uninitialised {};
+    PixelBuffer(int w, int h, int bitsPerPixel, Uninitialised)
+        : width(w), height(h), bpp(bitsPerPixel), pixels(static_cast<size_t>(w) * h) {}
 
     uint32_t* row(int y) { return pixels.data() + static_cast<size_t>(y) * width; }
     const uint32_t* row(int y) const { return pixels.data() + static_cast<size_t>(y) * width; }

@@ -48,7 +48,7 @@ public:
     }
 
 private:
-    gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->px; }
+    gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->Pixels(); }
 };
 
 }  // namespace zel::test
