@@ -48,9 +48,10 @@ RowConverter::RowConverter(const DC& dst, const PixelBuffer& target, const DC& s
 }
 
 void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop) {
-    const PixelBuffer* shape = dst.TargetShape();
-    const PixelBuffer* s = src.Target();
-    if (!shape || !s) return;
+    // The destination is materialised before the source is looked at: on one bitmap that
+    // is still a cached image, the source is then the bitmap's own copy.
+    const PixelBuffer* s = src.TargetShape();
+    if (!dst.TargetShape() || !s) return;
     // Destination pixels whose source lies outside the source surface stay untouched.
     RECT area = Intersect(device, RECT{-dx, -dy, s->width - dx, s->height - dy});
     if (Empty(area)) return;
@@ -59,6 +60,7 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
     if (applier.Skip()) return;
     if (!RopReadsDest(rop)) dst.WillOverwrite(area);
     PixelBuffer* t = dst.Target();
+    s = src.Source();
     RowConverter conv(dst, *t, src, *s);
     const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;
 

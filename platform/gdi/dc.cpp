@@ -81,13 +81,13 @@ const std::vector<RECT>& DC::ClipRects() {
 
 void DC::WillOverwrite(const RECT& written) {
     Bitmap* b = kind == kMemory ? state.bitmap : nullptr;
-    if (!b || !b->zeroPending) return;
+    if (!b || (!b->zeroPending && !b->shared)) return;
     const RECT whole{0, 0, b->px.width, b->px.height};
     auto covers = [&](const RECT& r) {
         return r.left <= 0 && r.top <= 0 && r.right >= whole.right && r.bottom >= whole.bottom;
     };
     const std::vector<RECT>& clip = ClipRects();
-    if (covers(written) && clip.size() == 1 && covers(clip[0])) b->zeroPending = false;
+    if (covers(written) && clip.size() == 1 && covers(clip[0])) b->DropContents();
 }
 
 bool DC::PointVisible(int x, int y) {

@@ -39,13 +39,17 @@ struct DC : GdiObject {
     PixelBuffer* Target() const {
         return kind == kMemory ? (state.bitmap ? &state.bitmap->Pixels() : nullptr) : screen;
     }
+    // The surface only to be read from (a source): a cached image is read in place.
+    const PixelBuffer* Source() const {
+        return kind == kMemory ? (state.bitmap ? &state.bitmap->Read() : nullptr) : screen;
+    }
     // The same surface for its size and format only: its pixels may not be read or written.
     const PixelBuffer* TargetShape() const {
         return kind == kMemory ? (state.bitmap ? &state.bitmap->px : nullptr) : screen;
     }
     // Called before an operation that writes every pixel of `written` (surface
     // coordinates) without reading the destination: when that is the whole of a new
-    // bitmap, unclipped, its zero fill could never be seen and is skipped.
+    // bitmap, unclipped, its zero fill or copy could never be seen and is skipped.
     void WillOverwrite(const RECT& written);
 
     // The effective clip in surface coordinates: surface bounds ∩ visible region ∩ clip

@@ -136,7 +136,7 @@ namespace zel {
 
 bool SaveBitmap(HBITMAP bitmap, const char* path) {
     gdi::Bitmap* b = gdi::LookupBitmap(bitmap);
-    return b && detail::SavePixels(b->Pixels(), path);
+    return b && detail::SavePixels(b->Read(), path);
 }
 
 }  // namespace zel

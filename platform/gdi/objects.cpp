@@ -259,18 +259,18 @@ HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
 LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
     Bitmap* b = LookupBitmap(hbm);
     if (!b) return 0;
-    b->Pixels();
-    LONG stride = ((b->px.width * b->px.bpp + 15) >> 3) & ~1;
-    LONG total = stride * b->px.height;
+    const PixelBuffer& px = b->Read();
+    LONG stride = ((px.width * px.bpp + 15) >> 3) & ~1;
+    LONG total = stride * px.height;
     if (!bits) return total;
     if (size > total) size = total;
     auto* out = static_cast<uint8_t*>(bits);
     std::memset(out, 0, size);
-    for (int y = 0; y < b->px.height && (y + 1) * stride <= size; ++y) {
-        const uint32_t* row = b->px.row(y);
+    for (int y = 0; y < px.height && (y + 1) * stride <= size; ++y) {
+        const uint32_t* row = px.row(y);
         uint8_t* dst = out + y * stride;
-        for (int x = 0; x < b->px.width; ++x) {
-            if (b->px.bpp == 1)
+        for (int x = 0; x < px.width; ++x) {
+            if (px.bpp == 1)
                 dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
             else
                 std::memcpy(dst + x * 4, &row[x], 4);
@@ -329,7 +329,7 @@ HBRUSH CreatePatternBrush(HBITMAP hbm) {
     if (!bitmap) return nullptr;
     auto b = std::make_unique<Brush>();
     b->style = BS_PATTERN;
-    b->pattern = std::make_shared<const PixelBuffer>(bitmap->Pixels());  // later bitmap changes do not show
+    b->pattern = std::make_shared<const PixelBuffer>(bitmap->Read());  // later bitmap changes do not show
     return HandleOf<HBRUSH>(Register(std::move(b), kBrush));
 }
 

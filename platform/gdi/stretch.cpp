@@ -507,7 +507,7 @@ bool Filterable(uint8_t rop) { return rop == 0xCC || rop == 0x88 || rop == 0xEE;
 
 void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) {
     const PixelBuffer* shape = dst.TargetShape();
-    const PixelBuffer* s = src.Target();
+    const PixelBuffer* s = src.TargetShape();  // size only until the destination is materialised
     if (!shape || !s) return;
     const bool mono = shape->mono();
     int mode = dst.state.stretchMode;
@@ -529,6 +529,7 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
     if (applier.Skip()) return;
     if (!RopReadsDest(rop)) dst.WillOverwrite(RECT{px.lo, py.lo, px.hi, py.hi});
     PixelBuffer* t = dst.Target();
+    s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
     // when the scales differ.
     PixelBuffer snapshot;
