@@ -8,6 +8,8 @@
 
 namespace zel::gdi {
 
+uint64_t pixelsWritten = 0;
+
 namespace {
 
 void ColorToMonoRow(const uint32_t* in, uint32_t* out, int n, uint32_t key, uint32_t) {
@@ -72,6 +74,7 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
     std::vector<uint32_t> scratch(mode == RowMode::kRop ? static_cast<size_t>(t->width) : 0);
     auto row = [&](const RECT& r, int y, bool stage) {
         const int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n);
         uint32_t* d = t->row(y) + r.left;
         switch (mode) {
             case RowMode::kMove:

@@ -129,6 +129,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
         // set, the top byte of 32-bpp pixels included).
         uint32_t v = rop == 0xF0 ? pat.pixel : rop == 0xFF ? mask : 0;
         dc.ForEachClipped(device, [&](const RECT& r) {
+            pixelsWritten += static_cast<uint64_t>(r.right - r.left) * static_cast<uint64_t>(r.bottom - r.top);
             for (int y = r.top; y < r.bottom; ++y) std::fill(t->row(y) + r.left, t->row(y) + r.right, v);
         });
         return;
@@ -137,6 +138,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
     std::vector<uint32_t> patRow(pat.kind == PatternSource::kPattern ? static_cast<size_t>(t->width) : 0);
     dc.ForEachClipped(device, [&](const RECT& r) {
         int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n) * static_cast<uint64_t>(r.bottom - r.top);
         for (int y = r.top; y < r.bottom; ++y) {
             uint32_t* d = t->row(y) + r.left;
             if (pat.kind == PatternSource::kPattern) {

@@ -115,6 +115,10 @@ private:
     uint32_t a_ = 0, b_ = 0;
 };
 
+// Pixels written by the raster primitives (blits, stretches, pattern fills, cosmetic
+// lines; not text), for the frame benchmarks. Counted per row or rectangle, never per pixel.
+extern uint64_t pixelsWritten;
+
 // BitBlt without stretching, all coordinates in surface units: dst rectangle `device`
 // takes the source pixels at (x + dx, y + dy). The ROP uses the source.
 void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop);

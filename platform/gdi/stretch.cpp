@@ -410,6 +410,7 @@ public:
 private:
     void Row(const RECT& r, int y) {
         const int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n);
         uint32_t* d = t_.row(y) + r.left;
         const int v0 = py_.first[y - py_.lo], v1 = py_.first[y - py_.lo + 1];
         if (direct_) {
