@@ -52,12 +52,13 @@ def main(argv):
     failed = False
     width = max((len(b[0]) for b in load_budgets(argv[1])), default=10)
     for name, num, den, limit in load_budgets(argv[1]):
+        note = ""
         if any(c in num for c in "*?["):
             matched = [n for n in times if fnmatch.fnmatchcase(n, num)]
             if matched:
                 worst = max(matched, key=lambda n: times[n])
                 times[num] = times[worst]
-                name = f"{name} [{worst.rsplit('/', 1)[-1]}]"
+                note = f"  (worst: {worst})"
         if num not in times or den not in times:
             absent = num if num not in times else den
             print(f"{name:<{width}}  missing ({absent})")
@@ -66,7 +67,7 @@ def main(argv):
         ratio = times[num] / times[den]
         verdict = "ok" if ratio <= limit else "MISS"
         failed |= verdict != "ok"
-        print(f"{name:<{width}}  {ratio:6.2f} (limit {limit:4.2f})  {verdict}")
+        print(f"{name:<{width}}  {ratio:6.2f} (limit {limit:4.2f})  {verdict}{note}")
     strict = os.environ.get("ZEL_BENCH_STRICT") == "1"
     return 1 if failed and strict else 0
 
