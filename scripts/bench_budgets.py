@@ -5,11 +5,13 @@ usage: bench_budgets.py BUDGETS RESULT.json...
 
 BUDGETS has one budget per line: `name numerator denominator limit`, where numerator and
 denominator are Google Benchmark run names and the budget holds when
-time(numerator) / time(denominator) <= limit. Each time is the fastest CPU time of that run
+time(numerator) / time(denominator) <= limit. A numerator with shell wildcards stands for
+the slowest of the runs it matches (a worst case over placements or sizes). Each time is the fastest CPU time of that run
 over all result files and repetitions (the least disturbed by other load). Prints one line per budget
 with ok/MISS (or `missing` when a run is absent) and exits 1 only when ZEL_BENCH_STRICT=1
 and a budget is missed or missing.
 """
+import fnmatch
 import json
 import os
 import sys
@@ -50,6 +52,13 @@ def main(argv):
     failed = False
     width = max((len(b[0]) for b in load_budgets(argv[1])), default=10)
     for name, num, den, limit in load_budgets(argv[1]):
+        note = ""
+        if any(c in num for c in "*?["):
+            matched = [n for n in times if fnmatch.fnmatchcase(n, num)]
+            if matched:
+                worst = max(matched, key=lambda n: times[n])
+                times[num] = times[worst]
+                note = f"  (worst: {worst})"
         if num not in times or den not in times:
             absent = num if num not in times else den
             print(f"{name:<{width}}  missing ({absent})")
@@ -58,7 +67,7 @@ def main(argv):
         ratio = times[num] / times[den]
         verdict = "ok" if ratio <= limit else "MISS"
         failed |= verdict != "ok"
-        print(f"{name:<{width}}  {ratio:6.2f} (limit {limit:4.2f})  {verdict}")
+        print(f"{name:<{width}}  {ratio:6.2f} (limit {limit:4.2f})  {verdict}{note}")
     strict = os.environ.get("ZEL_BENCH_STRICT") == "1"
     return 1 if failed and strict else 0
 

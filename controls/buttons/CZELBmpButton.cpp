@@ -1,6 +1,8 @@
 #include "CZELBmpButton.h"
 
+#include <cstring>
 #include <optional>
+#include <vector>
 
 #include "Notify.h"
 #include "OffscreenCanvas.h"
@@ -41,6 +43,33 @@ void CZELBmpButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, UINT nDis
     if (m_hWnd) Invalidate();
 }
 
+namespace {
+
+// The selected bitmap's colours as GetPixel on its memory DC reports them (CLR_INVALID
+// outside it), read in one call instead of one call per pixel.
+class SkinPixels {
+public:
+    explicit SkinPixels(CDC& memDC) {
+        HBITMAP bitmap = static_cast<HBITMAP>(::GetCurrentObject(memDC, OBJ_BITMAP));
+        if (!bitmap || ::GetObjectW(bitmap, sizeof bm_, &bm_) != sizeof bm_) return;
+        bits_.resize(static_cast<size_t>(bm_.bmWidthBytes) * bm_.bmHeight);
+        if (::GetBitmapBits(bitmap, static_cast<LONG>(bits_.size()), bits_.data()) != static_cast<LONG>(bits_.size()))
+            bm_ = BITMAP{};
+    }
+    COLORREF At(int x, int y) const {
+        if (x < 0 || y < 0 || x >= bm_.bmWidth || y >= bm_.bmHeight) return CLR_INVALID;
+        const unsigned char* row = bits_.data() + static_cast<size_t>(y) * bm_.bmWidthBytes;
+        if (bm_.bmBitsPixel == 1) return (row[x >> 3] >> (7 - (x & 7))) & 1 ? RGB(255, 255, 255) : RGB(0, 0, 0);
+        return RGB(row[x * 4 + 2], row[x * 4 + 1], row[x * 4]);  // 0x00RRGGBB, little-endian
+    }
+
+private:
+    BITMAP bm_{};
+    std::vector<unsigned char> bits_;
+};
+
+}  // namespace
+
 // One span per row, from the first to the last pixel that is not the key colour (the
 // skin's top-left pixel); holes inside a row stay part of the button.
 //
@@ -63,20 +92,30 @@ void CZELBmpButton::BuildShape() {
         CRect rc;
         GetClientRect(&rc);
         const int width = rc.Width();
-        const COLORREF key = ::GetPixel(memDC, 0, 0);
+        const SkinPixels pixels(memDC);
+        const COLORREF key = pixels.At(0, 0);
         ::NKDbgPrintfW(L"for\n");
+        std::vector<RECT> spans;
         for (int y = 0; y < rc.Height(); ++y) {
             int first = 0;
-            while (first < width && ::GetPixel(memDC, first, y) == key) ++first;
+            while (first < width && pixels.At(first, y) == key) ++first;
             if (first == width) continue;
             int last = width - 1;
-            while (last > first && ::GetPixel(memDC, last, y) == key) --last;
+            while (last > first && pixels.At(last, y) == key) --last;
             CRect span(rc.left + first, rc.top + y, rc.left + last + 1, rc.top + y + 1);
             ::NKDbgPrintfW(L"%d-%d-%d-%d\n", span.left, span.top, span.Width(), span.Height());
-            CRgn row;
-            row.CreateRectRgnIndirect(&span);
-            m_rgnShape.CombineRgn(&m_rgnShape, &row, RGN_OR);
+            spans.push_back(span);
         }
+        // All rows join the shape in one region operation.
+        std::vector<unsigned char> data(sizeof(RGNDATAHEADER) + spans.size() * sizeof(RECT));
+        RGNDATAHEADER header{sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(spans.size()),
+                             static_cast<DWORD>(spans.size() * sizeof(RECT)), rc};
+        std::memcpy(data.data(), &header, sizeof header);
+        if (!spans.empty()) std::memcpy(data.data() + sizeof header, spans.data(), spans.size() * sizeof(RECT));
+        CRgn rows;
+        rows.Attach(::ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()),
+                                      reinterpret_cast<const RGNDATA*>(data.data())));
+        m_rgnShape.CombineRgn(&m_rgnShape, &rows, RGN_OR);
     }  // the skin is deselected and both DCs are gone before the window takes the region
     // The window keeps a copy; the handle left here is deleted with the object.
     SetWindowRgn(static_cast<HRGN>(m_rgnShape.m_hObject), TRUE);

@@ -27,7 +27,15 @@ HostWindow::HostWindow(NotificationLog& log, HBITMAP background, Screen* screen,
       screenName_(std::move(screenName)),
       navigate_(std::move(navigate)) {}
 
-HostWindow::~HostWindow() { Destroy(); }
+HostWindow::~HostWindow() {
+    Destroy();
+    FreeFrame();
+}
+
+void HostWindow::FreeFrame() {
+    if (frame_) ::DeleteObject(frame_);
+    frame_ = nullptr;
+}
 
 void HostWindow::Destroy() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
@@ -52,6 +60,9 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_ERASEBKGND: return 1;  // WM_PAINT covers every pixel
         case WM_PAINT: Paint(); return 0;
+        case WM_DESTROY:
+            FreeFrame();
+            return CWnd::WindowProc(message, wParam, lParam);
         case WM_COMMAND:
         case WM_NOTIFY:
             Hear(message, wParam, lParam);
@@ -130,8 +141,18 @@ void HostWindow::Paint() {
     RECT client;
     GetClientRect(&client);
     HDC memory = CreateCompatibleDC(dc);
-    HBITMAP frame = CreateCompatibleBitmap(dc, client.right, client.bottom);
-    HGDIOBJ oldFrame = SelectObject(memory, frame);
+    // One frame for the window's life: outside the update region its old contents are
+    // never shown, so it need not be made (or cleared) again for each paint.
+    BITMAP size{};
+    if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.right ||
+                   size.bmHeight != client.bottom))
+        FreeFrame();
+    if (!frame_) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
+    HGDIOBJ oldFrame = SelectObject(memory, frame_);
+    // The paint DC shows only the update region, so the frame is drawn only inside its
+    // bounding box, and only that box is presented.
+    const RECT& paint = ps.rcPaint;
+    IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
 
     if (background_) {
         HDC source = CreateCompatibleDC(dc);
@@ -146,9 +167,9 @@ void HostWindow::Paint() {
     if (screen_) screen_->Paint(memory);
     PaintStatus(memory);
 
-    BitBlt(dc, 0, 0, client.right, client.bottom, memory, 0, 0, SRCCOPY);
+    BitBlt(dc, paint.left, paint.top, paint.right - paint.left, paint.bottom - paint.top, memory, paint.left, paint.top,
+           SRCCOPY);
     SelectObject(memory, oldFrame);
-    DeleteObject(frame);
     DeleteDC(memory);
     ::EndPaint(m_hWnd, &ps);
 }

@@ -41,6 +41,7 @@ protected:
 
 private:
     void Paint();
+    void FreeFrame();
     void PaintTitleBar(HDC frame);
     void PaintStatus(HDC frame);
     void Hear(UINT message, WPARAM wParam, LPARAM lParam);
@@ -55,6 +56,7 @@ private:
     Font titleFont_{26, FW_BOLD};
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};
+    HBITMAP frame_ = nullptr;  // the off-screen frame, kept between paints
 };
 
 }  // namespace zel::demo

@@ -4,8 +4,11 @@
 #include <cstring>
 
 #include "gdi/raster.h"
+#include "gdi/row_copy.h"
 
 namespace zel::gdi {
+
+uint64_t pixelsWritten = 0;
 
 namespace {
 
@@ -25,7 +28,7 @@ bool Empty(const RECT& r) { return r.left >= r.right || r.top >= r.bottom; }
 
 // How the rows of one blit are produced, chosen once per call.
 enum class RowMode {
-    kMove,     // SRCCOPY between equal formats: a memmove per row
+    kMove,     // SRCCOPY between equal formats: a row copy
     kConvert,  // SRCCOPY between formats: convert straight into the destination
     kRop,      // anything else: source row (converted if needed) through the ROP kernel
 };
@@ -47,15 +50,19 @@ RowConverter::RowConverter(const DC& dst, const PixelBuffer& target, const DC& s
 }
 
 void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop) {
-    PixelBuffer* t = dst.Target();
-    const PixelBuffer* s = src.Target();
-    if (!t || !s) return;
+    // The destination is materialised before the source is looked at: on one bitmap that
+    // is still a cached image, the source is then the bitmap's own copy.
+    const PixelBuffer* s = src.TargetShape();
+    if (!dst.TargetShape() || !s) return;
     // Destination pixels whose source lies outside the source surface stay untouched.
     RECT area = Intersect(device, RECT{-dx, -dy, s->width - dx, s->height - dy});
     if (Empty(area)) return;
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
+    if (!RopReadsDest(rop)) dst.WillOverwrite(area);
+    PixelBuffer* t = dst.Target();
+    s = src.Source();
     RowConverter conv(dst, *t, src, *s);
     const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;
 
@@ -67,18 +74,23 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
     std::vector<uint32_t> scratch(mode == RowMode::kRop ? static_cast<size_t>(t->width) : 0);
     auto row = [&](const RECT& r, int y, bool stage) {
         const int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n);
         uint32_t* d = t->row(y) + r.left;
         switch (mode) {
             case RowMode::kMove:
-                std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                // Only a row moved along itself can overlap.
+                if (stage)
+                    std::memmove(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n) * sizeof *d);
+                else
+                    CopyPixels(d, s->row(y + dy) + r.left + dx, static_cast<size_t>(n));
                 break;
             case RowMode::kConvert:
                 conv.Into(r.left + dx, y + dy, n, d);
                 break;
             case RowMode::kRop: {
                 const uint32_t* in = conv.Row(r.left + dx, y + dy, n, scratch.data());
-                if (stage) {
-                    std::memmove(scratch.data(), in, static_cast<size_t>(n) * sizeof *in);
+                if (stage && in != scratch.data()) {
+                    CopyPixels(scratch.data(), in, static_cast<size_t>(n));
                     in = scratch.data();
                 }
                 applier.Apply(d, in, r.left, y, n);

@@ -47,7 +47,7 @@ void InitDefaults(DC* dc) {
 
 // The whole target surface in DC coordinates: what "no clip region" means.
 PixRegion DrawableArea(const DC& dc) {
-    const PixelBuffer* t = dc.Target();
+    const PixelBuffer* t = dc.TargetShape();
     if (!t) return PixRegion();
     return PixRegion(RECT{-dc.origin.x, -dc.origin.y, t->width - dc.origin.x, t->height - dc.origin.y});
 }
@@ -63,7 +63,7 @@ const std::vector<RECT>& DC::ClipRects() {
     if (clipValid_) return clipRects_;
     clipRects_.clear();
     clipValid_ = true;
-    PixelBuffer* t = Target();
+    const PixelBuffer* t = TargetShape();
     if (!t) return clipRects_;
     PixRegion r(RECT{0, 0, t->width, t->height});
     if (vis) r.intersect(*vis);
@@ -77,6 +77,17 @@ const std::vector<RECT>& DC::ClipRects() {
     clipRects_.reserve(n);
     for (int i = 0; i < n; ++i) clipRects_.push_back(RECT{boxes[i].x1, boxes[i].y1, boxes[i].x2, boxes[i].y2});
     return clipRects_;
+}
+
+void DC::WillOverwrite(const RECT& written) {
+    Bitmap* b = kind == kMemory ? state.bitmap : nullptr;
+    if (!b || (!b->zeroPending && !b->shared)) return;
+    const RECT whole{0, 0, b->px.width, b->px.height};
+    auto covers = [&](const RECT& r) {
+        return r.left <= 0 && r.top <= 0 && r.right >= whole.right && r.bottom >= whole.bottom;
+    };
+    const std::vector<RECT>& clip = ClipRects();
+    if (covers(written) && clip.size() == 1 && covers(clip[0])) b->DropContents();
 }
 
 bool DC::PointVisible(int x, int y) {

@@ -36,7 +36,21 @@ struct DC : GdiObject {
     ~DC() override;
 
     // The surface drawn on, or nullptr (a memory DC always has one selected).
-    PixelBuffer* Target() const { return kind == kMemory ? (state.bitmap ? &state.bitmap->px : nullptr) : screen; }
+    PixelBuffer* Target() const {
+        return kind == kMemory ? (state.bitmap ? &state.bitmap->Pixels() : nullptr) : screen;
+    }
+    // The surface only to be read from (a source): a cached image is read in place.
+    const PixelBuffer* Source() const {
+        return kind == kMemory ? (state.bitmap ? &state.bitmap->Read() : nullptr) : screen;
+    }
+    // The same surface for its size and format only: its pixels may not be read or written.
+    const PixelBuffer* TargetShape() const {
+        return kind == kMemory ? (state.bitmap ? &state.bitmap->px : nullptr) : screen;
+    }
+    // Called before an operation that writes every pixel of `written` (surface
+    // coordinates) without reading the destination: when that is the whole of a new
+    // bitmap, unclipped, its zero fill or copy could never be seen and is skipped.
+    void WillOverwrite(const RECT& written);
 
     // The effective clip in surface coordinates: surface bounds ∩ visible region ∩ clip
     // region, as rectangles sorted top to bottom. Computed once per change.

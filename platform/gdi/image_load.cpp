@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "gdi/image_cache.h"
 #include "gdi/image_codec.h"
 #include "gdi/objects.h"
 #include "kernel/file.h"
@@ -51,6 +52,7 @@ HBITMAP LoadImageFromMemory(const uint8_t* data, size_t size, const char* nameFo
     // Created empty and handed the decoded pixels, so they are never copied.
     gdi::Bitmap* bitmap = gdi::NewBitmap(0, 0, 32);
     bitmap->px = std::move(image.pixels);
+    bitmap->zeroPending = false;
     return gdi::HandleOf<HBITMAP>(bitmap);
 }
 
@@ -64,10 +66,17 @@ extern "C" HBITMAP SHLoadDIBitmap(LPCWSTR path) {
     }
     std::string name = PathToUtf8(path);
     std::string error;
-    std::optional<std::string> bytes = zel::kernel::ReadWholeFile(name, kMaxFileBytes, &error);
-    if (!bytes) {
+    std::shared_ptr<const zel::gdi::PixelBuffer> image = DecodeFileCached(name, kMaxFileBytes, &error);
+    if (!image) {
         Complain(name.c_str(), error);
         return nullptr;
     }
-    return LoadImageFromMemory(reinterpret_cast<const uint8_t*>(bytes->data()), bytes->size(), name.c_str());
+    // Every call gives a bitmap of its own (callers delete it), reading the shared decoded
+    // pixels until something draws on it.
+    zel::gdi::Bitmap* bitmap = zel::gdi::NewBitmap(0, 0, 32);
+    bitmap->zeroPending = false;
+    bitmap->px.width = image->width;
+    bitmap->px.height = image->height;
+    bitmap->shared = std::move(image);
+    return zel::gdi::HandleOf<HBITMAP>(bitmap);
 }

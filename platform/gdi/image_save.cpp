@@ -135,8 +135,8 @@ bool SavePixels(const gdi::PixelBuffer& pixels, const char* path) {
 namespace zel {
 
 bool SaveBitmap(HBITMAP bitmap, const char* path) {
-    const gdi::Bitmap* b = gdi::LookupBitmap(bitmap);
-    return b && detail::SavePixels(b->px, path);
+    gdi::Bitmap* b = gdi::LookupBitmap(bitmap);
+    return b && detail::SavePixels(b->Read(), path);
 }
 
 }  // namespace zel

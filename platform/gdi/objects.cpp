@@ -126,7 +126,8 @@ void Release(GdiObject* object) {
 
 Bitmap* NewBitmap(int width, int height, int bpp) {
     auto b = std::make_unique<Bitmap>();
-    b->px = PixelBuffer(width, height, bpp, 0);
+    b->px = PixelBuffer(width, height, bpp, PixelBuffer::Uninitialised{});
+    b->zeroPending = true;
     return Register(std::move(b), kBitmap);
 }
 
@@ -216,6 +217,7 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bpp, const void* b
     int storeBpp = bpp == 1 ? 1 : 32;
     Bitmap* b = NewBitmap(width, height, storeBpp);
     if (bits) {
+        b->zeroPending = false;  // every pixel is written below
         auto* src = static_cast<const uint8_t*>(bits);
         int stride = ((width * static_cast<int>(bpp) + 15) >> 3) & ~1;
         for (int y = 0; y < height; ++y) {
@@ -250,7 +252,7 @@ HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
     width = static_cast<int>(w);
     height = static_cast<int>(h);
     // A memory DC is as deep as its selected bitmap: a fresh one gives monochrome.
-    PixelBuffer* target = dc->Target();
+    const PixelBuffer* target = dc->TargetShape();
     int bpp = target ? target->bpp : 32;
     return HandleOf<HBITMAP>(NewBitmap(width, height, bpp));
 }
@@ -258,17 +260,18 @@ HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height) {
 LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
     Bitmap* b = LookupBitmap(hbm);
     if (!b) return 0;
-    LONG stride = ((b->px.width * b->px.bpp + 15) >> 3) & ~1;
-    LONG total = stride * b->px.height;
+    const PixelBuffer& px = b->Read();
+    LONG stride = ((px.width * px.bpp + 15) >> 3) & ~1;
+    LONG total = stride * px.height;
     if (!bits) return total;
     if (size > total) size = total;
     auto* out = static_cast<uint8_t*>(bits);
     std::memset(out, 0, size);
-    for (int y = 0; y < b->px.height && (y + 1) * stride <= size; ++y) {
-        const uint32_t* row = b->px.row(y);
+    for (int y = 0; y < px.height && (y + 1) * stride <= size; ++y) {
+        const uint32_t* row = px.row(y);
         uint8_t* dst = out + y * stride;
-        for (int x = 0; x < b->px.width; ++x) {
-            if (b->px.bpp == 1)
+        for (int x = 0; x < px.width; ++x) {
+            if (px.bpp == 1)
                 dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
             else
                 std::memcpy(dst + x * 4, &row[x], 4);
@@ -282,6 +285,7 @@ LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
 LONG SetBitmapBits(HBITMAP hbm, DWORD size, const void* bits) {
     Bitmap* b = LookupBitmap(hbm);
     if (!b || !bits || b->stock) return 0;
+    b->Pixels();  // a short buffer leaves the rest as it was
     const int64_t stride = ((int64_t{b->px.width} * b->px.bpp + 15) >> 3) & ~int64_t{1};
     const int64_t used = std::min<int64_t>(size, stride * b->px.height);
     const auto* in = static_cast<const uint8_t*>(bits);
@@ -327,7 +331,7 @@ HBRUSH CreatePatternBrush(HBITMAP hbm) {
     if (!bitmap) return nullptr;
     auto b = std::make_unique<Brush>();
     b->style = BS_PATTERN;
-    b->pattern = std::make_shared<const PixelBuffer>(bitmap->px);  // later bitmap changes do not show
+    b->pattern = std::make_shared<const PixelBuffer>(bitmap->Read());  // later bitmap changes do not show
     b->hatch = reinterpret_cast<ULONG_PTR>(hbm);
     return HandleOf<HBRUSH>(Register(std::move(b), kBrush));
 }

@@ -6,6 +6,7 @@
 
 #include <pixman.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -36,9 +37,41 @@ struct GdiObject {
     int selections = 0;  // how many DC states (current or saved) hold it
 };
 
+// Contents are materialised only when someone could see them:
+// - a new bitmap reads as zero (as CE's CreateBitmap and CreateCompatibleBitmap give), but
+//   while `zeroPending` its storage is undefined until Pixels() fills it;
+// - a bitmap loaded from a decoded image that is still cached reads that image (`shared`,
+//   immutable, shared by every bitmap loaded from the same file) until the first write
+//   gives it a copy of its own.
+// An operation that overwrites every pixel without reading them skips either
+// (DC::WillOverwrite).
 struct Bitmap : GdiObject {
-    PixelBuffer px;
+    PixelBuffer px;  // size and format always valid; pixels through Pixels() or Read()
     DC* selectedIn = nullptr;  // a bitmap is selected into at most one DC
+    bool zeroPending = false;
+    std::shared_ptr<const PixelBuffer> shared;
+
+    // The pixels, to be read or written.
+    PixelBuffer& Pixels() {
+        if (shared) {
+            px.pixels = shared->pixels;
+            shared.reset();
+        } else if (zeroPending) {
+            std::fill(px.pixels.begin(), px.pixels.end(), 0u);
+            zeroPending = false;
+        }
+        return px;
+    }
+    // The pixels, only to be read; valid until the next Pixels() or DropContents().
+    const PixelBuffer& Read() { return shared ? *shared : Pixels(); }
+    // The old contents will never be read: skips a pending fill or copy.
+    void DropContents() {
+        if (shared) {
+            px.pixels = PixelStore(shared->pixels.size());
+            shared.reset();
+        }
+        zeroPending = false;
+    }
 };
 
 struct Brush : GdiObject {
@@ -135,7 +168,7 @@ H HandleOf(const T* object) {
 void Retain(GdiObject* object);
 void Release(GdiObject* object);
 
-// Creates a bitmap object (no size checks: callers validate).
+// Creates a bitmap object (no size checks: callers validate), reading as zero.
 Bitmap* NewBitmap(int width, int height, int bpp);
 
 // NULLREGION, SIMPLEREGION or COMPLEXREGION.

@@ -75,7 +75,7 @@ uint32_t MonoPixelFor(const DC& dc, COLORREF color) { return MonoPenPixel(color,
 
 PatternSource RealizeBrush(DC& dc, const Brush* brush) {
     PatternSource out;
-    PixelBuffer* target = dc.Target();
+    const PixelBuffer* target = dc.TargetShape();
     if (!brush || !target || brush->style == BS_NULL) return out;
     out.org = POINT{dc.origin.x + dc.state.brushOrg.x, dc.origin.y + dc.state.brushOrg.y};
     if (brush->style == BS_SOLID) {
@@ -99,7 +99,7 @@ PatternSource RealizeBrush(DC& dc, const Brush* brush) {
 }
 
 RopApplier::RopApplier(DC& dst, uint8_t rop) : row_(RopRowFor(rop)) {
-    PixelBuffer* t = dst.Target();
+    const PixelBuffer* t = dst.TargetShape();
     mask_ = t ? t->mask() : 0;
     if (RopUsesPattern(static_cast<DWORD>(rop) << 16)) {
         pattern_ = RealizeBrush(dst, dst.state.brush);
@@ -118,16 +118,18 @@ void RopApplier::Apply(uint32_t* d, const uint32_t* s, int x, int y, int n) {
 }
 
 void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) {
-    PixelBuffer* t = dc.Target();
-    if (!t) return;
+    if (!dc.TargetShape()) return;
     bool usesPattern = RopUsesPattern(static_cast<DWORD>(rop) << 16);
     if (usesPattern && pat.kind == PatternSource::kNull) return;
+    if (!RopReadsDest(rop)) dc.WillOverwrite(device);
+    PixelBuffer* t = dc.Target();
     const uint32_t mask = t->mask();
     if (pat.kind != PatternSource::kPattern && IsFillRop(rop)) {
         // The whole row takes one value: a solid PATCOPY, BLACKNESS or WHITENESS (all bits
         // set, the top byte of 32-bpp pixels included).
         uint32_t v = rop == 0xF0 ? pat.pixel : rop == 0xFF ? mask : 0;
         dc.ForEachClipped(device, [&](const RECT& r) {
+            pixelsWritten += static_cast<uint64_t>(r.right - r.left) * static_cast<uint64_t>(r.bottom - r.top);
             for (int y = r.top; y < r.bottom; ++y) std::fill(t->row(y) + r.left, t->row(y) + r.right, v);
         });
         return;
@@ -136,6 +138,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
     std::vector<uint32_t> patRow(pat.kind == PatternSource::kPattern ? static_cast<size_t>(t->width) : 0);
     dc.ForEachClipped(device, [&](const RECT& r) {
         int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n) * static_cast<uint64_t>(r.bottom - r.top);
         for (int y = r.top; y < r.bottom; ++y) {
             uint32_t* d = t->row(y) + r.left;
             if (pat.kind == PatternSource::kPattern) {

@@ -63,7 +63,7 @@ uint8_t Rop2AsRop3(int rop2) {
 
 PenSource RealizePen(DC& dc, const Pen* pen) {
     PenSource out;
-    const PixelBuffer* target = dc.Target();
+    const PixelBuffer* target = dc.TargetShape();
     if (!pen || !target) return out;
     UINT style = pen->style & PS_STYLE_MASK;
     if (style == PS_NULL) return out;
@@ -91,7 +91,7 @@ PenSource RealizePen(DC& dc, const Pen* pen) {
 
 PenSource FocusPen(DC& dc) {
     PenSource out;
-    const PixelBuffer* target = dc.Target();
+    const PixelBuffer* target = dc.TargetShape();
     if (!target) return out;
     out.kind = PenSource::kCosmetic;
     out.pixel = target->mono() ? 1u : 0x00FFFFFFu;  // XOR with white inverts the colour bits

@@ -24,7 +24,7 @@ BOOL SetPixelV(HDC hdc, int x, int y, COLORREF color) { return SetPixel(hdc, x, 
 COLORREF GetPixel(HDC hdc, int x, int y) {
     DC* dc = LookupDC(hdc);
     if (!dc) return CLR_INVALID;
-    PixelBuffer* t = dc->Target();
+    const PixelBuffer* t = dc->Source();
     int dx = dc->DevX(x), dy = dc->DevY(y);
     if (!t || !dc->PointVisible(dx, dy)) return CLR_INVALID;
     return PixelToColor(*t, t->row(dy)[dx] & t->mask());

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "gdi/dc.h"
+#include "gdi/row_copy.h"
 
 namespace zel::gdi {
 
@@ -20,6 +21,8 @@ inline uint32_t Rop3(uint8_t rop, uint32_t p, uint32_t s, uint32_t d) {
 inline uint8_t RopIndex(DWORD rop) { return static_cast<uint8_t>((rop >> 16) & 0xFF); }
 inline bool RopUsesSource(DWORD rop) { return ((rop >> 2) & 0x330000) != (rop & 0x330000); }
 inline bool RopUsesPattern(DWORD rop) { return ((rop >> 4) & 0x0F0000) != (rop & 0x0F0000); }
+// Whether a ROP3 index's result depends on the destination's old value.
+inline bool RopReadsDest(uint8_t index) { return ((index >> 1) & 0x55) != (index & 0x55); }
 
 // Row kernels of one ROP3: d[i] = rop(p, s[i], d[i]) & mask for i in [0, n). `s` must be
 // readable for n pixels even when the operation ignores it (pass `d`). The mask keeps bit 0
@@ -103,7 +106,7 @@ public:
         if (convert_)
             convert_(source_.row(y) + x, out, n, a_, b_);
         else
-            std::memcpy(out, source_.row(y) + x, static_cast<size_t>(n) * sizeof *out);
+            CopyPixels(out, source_.row(y) + x, static_cast<size_t>(n));
     }
 
 private:
@@ -111,6 +114,10 @@ private:
     void (*convert_)(const uint32_t* in, uint32_t* out, int n, uint32_t a, uint32_t b) = nullptr;
     uint32_t a_ = 0, b_ = 0;
 };
+
+// Pixels written by the raster primitives (blits, stretches, pattern fills, cosmetic
+// lines; not text), for the frame benchmarks. Counted per row or rectangle, never per pixel.
+extern uint64_t pixelsWritten;
 
 // BitBlt without stretching, all coordinates in surface units: dst rectangle `device`
 // takes the source pixels at (x + dx, y + dy). The ROP uses the source.

@@ -1,5 +1,7 @@
 // Regions: thin Win32 semantics over pixman's region algebra.
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 #include "gdi/stroke.h"
 
@@ -19,6 +21,28 @@ extern "C" {
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
     auto r = std::make_unique<Region>();
     r->rgn = PixRegion(Normalised(left, top, right, bottom));
+    return HandleOf<HRGN>(Register(std::move(r), kRegion));
+}
+
+// The union of the rectangles after the header; `count` is the size of the whole
+// structure in bytes. No transformations (the device has none): a non-NULL one fails.
+HRGN ExtCreateRegion(const XFORM* xform, DWORD count, const RGNDATA* data) {
+    if (xform || !data || count < sizeof(RGNDATAHEADER)) return nullptr;
+    const RGNDATAHEADER& h = data->rdh;
+    if (h.dwSize != sizeof(RGNDATAHEADER) || h.iType != RDH_RECTANGLES) return nullptr;
+    if ((count - sizeof(RGNDATAHEADER)) / sizeof(RECT) < h.nCount) return nullptr;
+    std::vector<pixman_box32_t> boxes;
+    boxes.reserve(h.nCount);
+    const auto* at = reinterpret_cast<const unsigned char*>(data) + sizeof(RGNDATAHEADER);
+    for (DWORD i = 0; i < h.nCount; ++i) {
+        RECT rc;
+        std::memcpy(&rc, at + i * sizeof(RECT), sizeof rc);
+        const RECT n = Normalised(rc.left, rc.top, rc.right, rc.bottom);
+        if (n.left < n.right && n.top < n.bottom) boxes.push_back({n.left, n.top, n.right, n.bottom});
+    }
+    auto r = std::make_unique<Region>();
+    pixman_region32_fini(r->rgn.get());
+    pixman_region32_init_rects(r->rgn.get(), boxes.data(), static_cast<int>(boxes.size()));
     return HandleOf<HRGN>(Register(std::move(r), kRegion));
 }
 

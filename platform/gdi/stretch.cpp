@@ -333,7 +333,7 @@ void GatherTable(const uint32_t* src, int, const int* idx, int, int n, uint32_t*
     for (int k = 0; k < n; ++k) out[k] = src[idx[k] - base];
 }
 void GatherRun(const uint32_t* src, int, const int*, int, int n, uint32_t* out) {
-    std::memcpy(out, src, static_cast<size_t>(n) * sizeof *out);
+    CopyPixels(out, src, static_cast<size_t>(n));
 }
 // Halving: every other pixel, four at a time. The vector loop stops early enough never to
 // read past the last sampled pixel.
@@ -426,6 +426,7 @@ public:
 private:
     void Row(const RECT& r, int y) {
         const int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n);
         uint32_t* d = t_.row(y) + r.left;
         const int v0 = py_.first[y - py_.lo], v1 = py_.first[y - py_.lo + 1];
         if (direct_) {
@@ -433,7 +434,7 @@ private:
             // one above it.
             const int sy = py_.taps[v0];
             if (sy == lastSource_)
-                std::memcpy(d, d - t_.width, static_cast<size_t>(n) * sizeof *d);
+                CopyPixels(d, d - t_.width, static_cast<size_t>(n));
             else
                 Gather(s_.row(sy), r.left, n, d);
             lastSource_ = sy;
@@ -522,11 +523,12 @@ private:
 bool Filterable(uint8_t rop) { return rop == 0xCC || rop == 0x88 || rop == 0xEE; }
 
 void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) {
-    PixelBuffer* t = dst.Target();
-    const PixelBuffer* s = src.Target();
-    if (!t || !s) return;
+    const PixelBuffer* shape = dst.TargetShape();
+    const PixelBuffer* s = src.TargetShape();  // size only until the destination is materialised
+    if (!shape || !s) return;
+    const bool mono = shape->mono();
     int mode = dst.state.stretchMode;
-    if (mode == HALFTONE && (t->mono() || !Filterable(rop))) mode = t->mono() ? BLACKONWHITE : COLORONCOLOR;
+    if (mode == HALFTONE && (mono || !Filterable(rop))) mode = mono ? BLACKONWHITE : COLORONCOLOR;
 
     const std::vector<RECT>& clip = dst.ClipRects();
     if (clip.empty()) return;
@@ -542,6 +544,9 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
+    if (!RopReadsDest(rop)) dst.WillOverwrite(RECT{px.lo, py.lo, px.hi, py.hi});
+    PixelBuffer* t = dst.Target();
+    s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
     // when the scales differ.
     PixelBuffer snapshot;

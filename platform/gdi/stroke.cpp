@@ -29,10 +29,26 @@ int DashLength(std::span<const uint8_t> dashes) {
     return n;
 }
 
+// The first i in [lo, hi) for which `pred` holds, or hi; pred must turn from false to true
+// at most once over the range.
+template <class Pred>
+int64_t FirstTrue(int64_t lo, int64_t hi, Pred pred) {
+    while (lo < hi) {
+        const int64_t mid = lo + (hi - lo) / 2;
+        if (pred(mid))
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
+    return lo;
+}
+
 // One cosmetic segment from a up to (not including) b. The minor coordinate of the i-th
 // pixel is the exact line's value rounded to nearest, a tie going to the smaller
-// coordinate, so a line and its reverse cover the same pixels. Pixels are generated per
-// clip rectangle over only the major-axis range inside it.
+// coordinate, so a line and its reverse cover the same pixels. Each clip rectangle is
+// applied once per segment: the major-axis range inside it, narrowed (the minor
+// coordinate being monotonic) to where the minor coordinate is inside too; the pixels of
+// that range then follow with an error term, without a division or clip test each.
 void CosmeticSegment(DC& dc, PixelBuffer& t, const PenSource& pen, POINT a, POINT b, int64_t& dashPos) {
     const int64_t dx = int64_t{b.x} - a.x, dy = int64_t{b.y} - a.y;
     const int64_t n = std::max(std::llabs(dx), std::llabs(dy));
@@ -43,6 +59,7 @@ void CosmeticSegment(DC& dc, PixelBuffer& t, const PenSource& pen, POINT a, POIN
     const int step = (xMajor ? dx : dy) > 0 ? 1 : -1;
     const int dashLen = pen.dashes.empty() ? 0 : DashLength(pen.dashes);
     const uint32_t mask = t.mask();
+    auto minorAt = [&](int64_t i) { return minor0 + CeilDiv(2 * i * dMinor - n, 2 * n); };
     for (const RECT& c : dc.ClipRects()) {
         const int64_t lo = xMajor ? c.left : c.top, hi = xMajor ? c.right : c.bottom;
         const int64_t minorLo = xMajor ? c.top : c.left, minorHi = xMajor ? c.bottom : c.right;
@@ -50,18 +67,39 @@ void CosmeticSegment(DC& dc, PixelBuffer& t, const PenSource& pen, POINT a, POIN
         int64_t i1 = step > 0 ? hi - major0 : major0 - lo + 1;
         i0 = std::max<int64_t>(i0, 0);
         i1 = std::min(i1, n);
-        for (int64_t i = i0; i < i1; ++i) {
-            const int64_t minor = minor0 + CeilDiv(2 * i * dMinor - n, 2 * n);
-            if (minor < minorLo || minor >= minorHi) continue;
+        if (i0 >= i1) continue;
+        if (dMinor >= 0) {
+            i0 = FirstTrue(i0, i1, [&](int64_t i) { return minorAt(i) >= minorLo; });
+            i1 = FirstTrue(i0, i1, [&](int64_t i) { return minorAt(i) >= minorHi; });
+        } else {
+            i0 = FirstTrue(i0, i1, [&](int64_t i) { return minorAt(i) < minorHi; });
+            i1 = FirstTrue(i0, i1, [&](int64_t i) { return minorAt(i) < minorLo; });
+        }
+        if (i0 >= i1) continue;
+        pixelsWritten += static_cast<uint64_t>(i1 - i0);
+        // minor = minor0 + q with q = ceil(num / 2n), num = 2 i dMinor - n; rem = num - 2n q
+        // stays in (-2n, 0], and q moves by at most one a step since |dMinor| <= n.
+        const int64_t den = 2 * n, num0 = 2 * i0 * dMinor - n;
+        int64_t q = CeilDiv(num0, den), rem = num0 - q * den;
+        int64_t major = major0 + step * i0;
+        for (int64_t i = i0; i < i1; ++i, major += step) {
             uint32_t p = pen.pixel;
+            bool paint = true;
             if (dashLen && !DashOn(pen.dashes, (dashPos + i) % dashLen)) {
-                if (!pen.paintGaps) continue;
+                paint = pen.paintGaps;
                 p = pen.gapPixel;
             }
-            const int64_t major = major0 + step * i;
-            const int x = static_cast<int>(xMajor ? major : minor), y = static_cast<int>(xMajor ? minor : major);
-            uint32_t& d = t.row(y)[x];
-            d = Rop2(pen.rop2, p, d) & mask;
+            if (paint) {
+                const int64_t minor = minor0 + q;
+                const int x = static_cast<int>(xMajor ? major : minor), y = static_cast<int>(xMajor ? minor : major);
+                uint32_t& d = t.row(y)[x];
+                d = Rop2(pen.rop2, p, d) & mask;
+            }
+            rem += 2 * dMinor;
+            if (rem > 0)
+                ++q, rem -= den;
+            else if (rem <= -den)
+                --q, rem += den;
         }
     }
     dashPos += n;

@@ -123,6 +123,7 @@
 #define RGN_XOR 3
 #define RGN_DIFF 4
 #define RGN_COPY 5
+#define RDH_RECTANGLES 1
 
 // Fonts.
 #define LF_FACESIZE 32
@@ -173,6 +174,19 @@
 #define BI_RLE4 2L
 #define BI_BITFIELDS 3L
 #define DIB_RGB_COLORS 0
+
+typedef struct _RGNDATAHEADER {
+    DWORD dwSize;
+    DWORD iType;
+    DWORD nCount;
+    DWORD nRgnSize;
+    RECT rcBound;
+} RGNDATAHEADER, *PRGNDATAHEADER;
+typedef struct _RGNDATA {
+    RGNDATAHEADER rdh;
+    char Buffer[1];
+} RGNDATA, *PRGNDATA, *LPRGNDATA;
+typedef struct tagXFORM XFORM;
 
 typedef struct tagBITMAP {
     LONG bmType;
@@ -348,6 +362,7 @@ ZEL_API BOOL GetCurrentPositionEx(HDC dc, LPPOINT pos);
 ZEL_API HRGN CreateRectRgn(int left, int top, int right, int bottom);
 ZEL_API HRGN CreateRectRgnIndirect(const RECT* rect);
 ZEL_API int CombineRgn(HRGN dst, HRGN src1, HRGN src2, int mode);
+ZEL_API HRGN ExtCreateRegion(const XFORM* xform, DWORD count, const RGNDATA* data);
 ZEL_API BOOL EqualRgn(HRGN a, HRGN b);
 ZEL_API BOOL PtInRegion(HRGN rgn, int x, int y);
 ZEL_API BOOL RectInRegion(HRGN rgn, const RECT* rect);

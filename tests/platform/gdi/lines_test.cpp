@@ -1,5 +1,7 @@
 // LineTo / Polyline: end points, rounding of slanted lines, clipping, wide pens, dashes,
 // mix modes and pens on monochrome surfaces.
+#include <cmath>
+#include <vector>
 #include <algorithm>
 #include <functional>
 
@@ -69,6 +71,41 @@ TEST_F(Lines, ClippingKeepsTheUnclippedPixels) {
             for (int x = 0; x < 16; ++x)
                 EXPECT_EQ(GetPixel(clipped.dc(), x, y), PtInRegion(clip, x, y) ? GetPixel(full.dc(), x, y) : 0)
                     << l.left << "," << l.top << " at " << x << "," << y;
+        DeleteObject(clip);
+    }
+}
+
+// A fan of lines in every direction and slope, clipped by a ring of rectangles: each pixel
+// lies on the exact line rounded to nearest (a tie to the smaller coordinate), inside the
+// clip, drawn once (XOR).
+TEST_F(Lines, FanOfSlopesThroughAComplexClip) {
+    constexpr int kW = 40, kH = 30, kCx = 20, kCy = 15;
+    for (int k = 0; k < 48; ++k) {
+        const int ex = kCx + ((k % 12) - 6) * 7 + (k / 12), ey = kCy + ((k * 5) % 13 - 6) * 5 - (k / 12);
+        ShapeCanvas canvas(kW, kH, false, 0);
+        Selected pen(canvas.dc(), Pen(RGB(255, 255, 255)), NullBrush());
+        SetROP2(canvas.dc(), R2_XORPEN);
+        IntersectClipRect(canvas.dc(), 3, 2, 37, 27);
+        ExcludeClipRect(canvas.dc(), 12, 9, 27, 20);
+        HRGN clip = CreateRectRgn(0, 0, 0, 0);
+        GetClipRgn(canvas.dc(), clip);
+        Line(canvas.dc(), ex, ey, 2 * kCx - ex, 2 * kCy - ey);
+        SelectClipRgn(canvas.dc(), nullptr);
+        const int x0 = ex, y0 = ey, dx = 2 * (kCx - ex), dy = 2 * (kCy - ey);
+        const int n = std::max(std::abs(dx), std::abs(dy));
+        std::vector<bool> want(kW * kH, false);
+        for (int i = 0; i < n; ++i) {
+            const bool xMajor = std::abs(dx) >= std::abs(dy);
+            const double exact = (xMajor ? y0 : x0) + static_cast<double>(i) * (xMajor ? dy : dx) / n;
+            const int minor = static_cast<int>(std::ceil(exact - 0.5));
+            const int major = (xMajor ? x0 : y0) + i * ((xMajor ? dx : dy) > 0 ? 1 : -1);
+            const int x = xMajor ? major : minor, y = xMajor ? minor : major;
+            if (x >= 0 && x < kW && y >= 0 && y < kH && PtInRegion(clip, x, y)) want[y * kW + x] = true;
+        }
+        for (int y = 0; y < kH; ++y)
+            for (int x = 0; x < kW; ++x)
+                ASSERT_EQ(GetPixel(canvas.dc(), x, y), want[y * kW + x] ? RGB(255, 255, 255) : 0)
+                    << "line from " << ex << "," << ey << " at " << x << "," << y;
         DeleteObject(clip);
     }
 }

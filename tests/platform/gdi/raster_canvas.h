@@ -31,7 +31,7 @@ public:
     }
     static uint32_t Distinct(int x, int y) { return 0x00100000u + static_cast<uint32_t>(x) * 0x0101u + y * 0x1000u; }
     bool mono() const { return const_cast<Canvas*>(this)->px().mono(); }
-    std::vector<uint32_t> Pixels() { return px().pixels; }
+    std::vector<uint32_t> Pixels() { return {px().pixels.begin(), px().pixels.end()}; }
 
     // "" when every pixel outside `inside` is still `raw`, else where the first one differs.
     std::string FenceIntact(const RECT& inside, uint32_t raw = kSentinel) {
@@ -48,7 +48,7 @@ public:
     }
 
 private:
-    gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->px; }
+    gdi::PixelBuffer& px() { return gdi::LookupBitmap(bmp_)->Pixels(); }
 };
 
 }  // namespace zel::test

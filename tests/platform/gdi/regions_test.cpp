@@ -1,7 +1,9 @@
 // Regions: CombineRgn and friends as set algebra over a fixture of edge cases, their
 // return codes, and filling and clipping with regions.
 #include <algorithm>
+#include <cstring>
 #include <functional>
+#include <vector>
 
 #include "shape_canvas.h"
 #include "support/leak_check.h"
@@ -145,6 +147,53 @@ TEST_F(Regions, ClipWithoutAClipRegionMeansTheWholeSurface) {
         EXPECT_EQ(ExtSelectClipRgn(c.dc(), nullptr, RGN_AND), ERROR);
     }
     DeleteObject(r);
+}
+
+}  // namespace
+
+namespace {
+
+// ExtCreateRegion from rectangle data equals the union of the same rectangles made one by
+// one with CombineRgn; malformed data fails.
+std::vector<unsigned char> RegionData(const std::vector<RECT>& rects, DWORD size = sizeof(RGNDATAHEADER),
+                                      DWORD type = RDH_RECTANGLES) {
+    std::vector<unsigned char> data(sizeof(RGNDATAHEADER) + rects.size() * sizeof(RECT));
+    RGNDATAHEADER h{size, type, static_cast<DWORD>(rects.size()), static_cast<DWORD>(rects.size() * sizeof(RECT)),
+                    {0, 0, 0, 0}};
+    std::memcpy(data.data(), &h, sizeof h);
+    if (!rects.empty()) std::memcpy(data.data() + sizeof h, rects.data(), rects.size() * sizeof(RECT));
+    return data;
+}
+
+TEST_F(Regions, ExtCreateRegionIsTheUnionOfItsRectangles) {
+    const std::vector<RECT> all(std::begin(kCases), std::end(kCases));
+    for (size_t n = 0; n <= all.size(); ++n) {
+        const std::vector<RECT> some(all.begin(), all.begin() + n);
+        const auto data = RegionData(some);
+        HRGN made = ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()), reinterpret_cast<const RGNDATA*>(data.data()));
+        ASSERT_NE(made, nullptr) << n;
+        HRGN want = CreateRectRgn(0, 0, 0, 0);
+        for (const RECT& r : some) {
+            HRGN one = CreateRectRgnIndirect(&r);
+            CombineRgn(want, want, one, RGN_OR);
+            DeleteObject(one);
+        }
+        EXPECT_TRUE(EqualRgn(made, want)) << n << " rectangles";
+        DeleteObject(made);
+        DeleteObject(want);
+    }
+}
+
+TEST_F(Regions, ExtCreateRegionRefusesMalformedData) {
+    const std::vector<RECT> two{{0, 0, 4, 4}, {2, 2, 6, 6}};
+    const auto good = RegionData(two);
+    const auto rgn = [](const std::vector<unsigned char>& d) { return reinterpret_cast<const RGNDATA*>(d.data()); };
+    EXPECT_EQ(ExtCreateRegion(nullptr, static_cast<DWORD>(good.size()) - 1, rgn(good)), nullptr) << "short";
+    EXPECT_EQ(ExtCreateRegion(nullptr, 0, rgn(good)), nullptr) << "no header";
+    EXPECT_EQ(ExtCreateRegion(nullptr, static_cast<DWORD>(good.size()), nullptr), nullptr) << "no data";
+    const auto badSize = RegionData(two, 12), badType = RegionData(two, sizeof(RGNDATAHEADER), 2);
+    EXPECT_EQ(ExtCreateRegion(nullptr, static_cast<DWORD>(badSize.size()), rgn(badSize)), nullptr) << "header size";
+    EXPECT_EQ(ExtCreateRegion(nullptr, static_cast<DWORD>(badType.size()), rgn(badType)), nullptr) << "type";
 }
 
 }  // namespace
