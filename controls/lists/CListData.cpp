@@ -69,6 +69,14 @@ zelctl::lists::RowStore CListData::Rows() {
     return {m_nItemCount, m_nColumnCount, m_nRowCapacity, m_pFirstRow, m_ppRows, m_pColumns, m_orphans};
 }
 
+void CListData::PlaceBarAtRightEdge() {
+    if (!::IsWindow(m_hWnd) || !m_pScrollBar || !::IsWindow(m_pScrollBar->m_hWnd)) return;
+    CRect client;
+    GetClientRect(&client);
+    const int barWidth = ScrollBarWidth();
+    m_pScrollBar->MoveWindow(client.right - barWidth - client.left, 0, barWidth, client.Height(), TRUE);
+}
+
 int CListData::ScrollBarWidth() const {
     if (!m_pScrollBar || !::IsWindow(m_pScrollBar->m_hWnd)) return 0;
     CRect rc;

@@ -150,6 +150,9 @@ protected:
     zelctl::lists::RowStore Rows();
     // Width of the scroll bar window (0 before it exists).
     int ScrollBarWidth() const;
+    // Lays the bar along the right edge over the full client height (the lists that keep
+    // their bar outside the margins).
+    void PlaceBarAtRightEdge();
     // The bar's position, the first visible row (0 without a bar window).
     int ScrollPos() const;
 

@@ -71,14 +71,6 @@ void CZELBTList::LoadScrollBitmap(CString strThumb, CString strThumbDown, CStrin
     PlaceBarAtRightEdge();
 }
 
-void CZELBTList::PlaceBarAtRightEdge() {
-    if (!::IsWindow(m_hWnd) || !::IsWindow(m_pScrollBar->m_hWnd)) return;
-    CRect client;
-    GetClientRect(&client);
-    const int barWidth = ScrollBarWidth();
-    m_pScrollBar->MoveWindow(client.right - barWidth - client.left, 0, barWidth, client.Height(), TRUE);
-}
-
 void CZELBTList::OnSize(UINT nType, int cx, int cy) {
     CListData::OnSize(nType, cx, cy);
     PlaceBarAtRightEdge();

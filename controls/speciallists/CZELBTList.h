@@ -58,5 +58,4 @@ protected:
     SIZE m_szIcon;
 
 private:
-    void PlaceBarAtRightEdge();
 };

@@ -77,14 +77,6 @@ void CZELTelList::LoadScrollBitmap(CString strThumb, CString strThumbDown, CStri
     PlaceBarAtRightEdge();
 }
 
-void CZELTelList::PlaceBarAtRightEdge() {
-    if (!::IsWindow(m_hWnd) || !::IsWindow(m_pScrollBar->m_hWnd)) return;
-    CRect client;
-    GetClientRect(&client);
-    const int barWidth = ScrollBarWidth();
-    m_pScrollBar->MoveWindow(client.right - barWidth - client.left, 0, barWidth, client.Height(), TRUE);
-}
-
 void CZELTelList::OnSize(UINT nType, int cx, int cy) {
     CListData::OnSize(nType, cx, cy);
     PlaceBarAtRightEdge();

@@ -69,6 +69,5 @@ protected:
     std::vector<std::unique_ptr<ImageSet>> m_sets;
 
 private:
-    void PlaceBarAtRightEdge();
     const ImageSet* SetOfRow(int image) const;
 };
