@@ -475,6 +475,40 @@ void StormSeeds(Seeds& out) {
               .Arm(kOnAny, kDestroySender, 0).Tap(kListCtrl).Tap(kListCtrl).Recreate(kListCtrl)
               .Arm(kOnAny, kDestroySender, 0).Tap(kPlayList).Tap(kPlayList).Recreate(kPlayList));
 
+    // The plain lists: every insert form with hostile indexes, texts read and written past
+    // the cells, a column inserted into a filled list (which cuts its rows), the styles
+    // and row heights the image list refuses, backgrounds from too few and missing files,
+    // and a double tap on the selected row destroying the list.
+    Storm plain;
+    for (uint8_t list : {kListData, kNameList, kTimeList}) {
+        plain.Call(list, kPlainInsertStruct).B(0).V(-1).V(0).T("minus").V(0)
+            .Call(list, kPlainInsertStruct).B(1).V(0).V(0).T("null").V(0)
+            .Call(list, kPlainInsertStruct).B(0).V(INT_MAX).V(3).T("far").V(INT_MIN)
+            .Call(list, kPlainInsertText).B(1).V(0).T("first").Call(list, kPlainInsertImage).V(2).T("image").V(-1)
+            .Call(list, kPlainSetText).V(-1).V(0).T("x").Call(list, kPlainSetText).V(INT_MAX).V(1).T("x")
+            .Call(list, kPlainSetText).V(0).V(5).T("x").Call(list, kPlainGetText).V(INT_MIN).V(0)
+            .Call(list, kPlainGetText).V(1).V(-1).Call(list, kPlainGetText).V(1).V(INT_MAX)
+            .Call(list, kPlainCurSel).V(3).Call(list, kPlainMark).V(4).Tap(list, 128, 40).Tap(list, 128, 40)
+            .Call(list, kPlainScrollTo).V(INT_MAX).Call(list, kPlainDelete).V(3).Call(list, kPlainDelete).V(-1)
+            .Call(list, kPlainColumnStruct).B(0).V(1).T("third").V(30).Call(list, kPlainColumnStruct).B(1).V(0).T("").V(0)
+            .Call(list, kPlainColumn).V(1).T("cut").V(20).Call(list, kPlainSetText).V(0).V(2).T("gone?")
+            .Call(list, kPlainDeleteColumn).V(0).Call(list, kPlainDeleteColumn).V(INT_MAX).Tap(list, 128, 20)
+            .Call(list, kPlainCurSel).V(INT_MAX).Call(list, kPlainMark).V(-5).Call(list, kPlainDeleteAll)
+            .Tap(list).Call(list, kPlainScrollTo).V(-1).Call(list, kPlainInsertText).B(0).V(LONG_MAX).T("again");
+    }
+    plain.Call(kListData, kDataBkImage).B(0).Call(kListData, kDataBkImage).B(3).B(kWide).B(kTiny).B(kRound)
+        .Call(kListData, kDataBkImage).B(4).B(kMissing).B(kMalformed).B(kEmptyFile).B(kFolder)
+        .Call(kListData, kDataBkImage).B(5).B(kWide).B(kTiny).B(kRound).B(kAllKey).B(kEmptyPath).Tap(kListData)
+        .Call(kListData, kDataScrollSkin).SkinText({kMissing, kBarTrack}).Tap(kListData, 250, 250);
+    for (uint8_t style = 0; style < 6; ++style)
+        plain.Call(kNameList, kZelStyle).B(style).Tap(kNameList, 128, 60).Call(kTimeList, kZelItemHeight)
+            .V(style == 0 ? 0 : style == 1 ? -40 : style == 2 ? INT_MIN : 30 * style).Tap(kTimeList, 128, 60);
+    plain.Call(kTimeList, kZelAddItem).B(4).T("1").T("Name").T("detail").T("12:00").V(INT_MAX)
+        .Call(kNameList, kZelAddItem).B(0).V(0).Focus(kNameList).Key(kDown, 3).Key(kUp)
+        .Arm(kOnAny, kDestroySender, 0).Tap(kNameList, 128, 30).Tap(kNameList, 128, 30).Recreate(kNameList)
+        .Arm(kOnAny, kDestroySender, 0).Tap(kListData, 128, 30).Tap(kListData, 128, 30).Recreate(kListData);
+    write("plain_lists", plain);
+
     Storm raw;
     for (uint8_t c = 0; c < kControlCount; ++c)
         for (uint8_t what = 0; what < 9; ++what) raw.Raw(c, 5, 5, what, what);

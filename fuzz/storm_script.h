@@ -52,6 +52,9 @@ enum Control : uint8_t {
     kBTList,        // CZELBTList
     kFileList,      // CBbgFileList, resource skins
     kListCtrl,      // CZELListCtrl, three columns
+    kListData,      // CListData over a plain child, two columns, drawn by a probe
+    kNameList,      // CZELList, style 1
+    kTimeList,      // CZELList, style 3
     kControlCount
 };
 
@@ -248,6 +251,34 @@ enum ListCtrlCall : uint8_t {
     kCtrlColumnWidth,                    // 2 values
     kCtrlEnsureVisible,                  // value, flag
     kCtrlListCalls
+};
+// CListData itself and CZELList: the row and column calls both take, then each one's own.
+enum PlainListCall : uint8_t {
+    kPlainInsertStruct,  // null flag, value (row), value (sub-item), text, value (image)
+    kPlainInsertText,    // value, text (CListData: update flag first)
+    kPlainInsertImage,   // value, text, value (image)
+    kPlainSetText,       // 2 values (row, cell), text
+    kPlainGetText,       // 2 values (row, cell)
+    kPlainDelete,        // value
+    kPlainDeleteAll,
+    kPlainColumnStruct,  // null flag, value (position), text, value (width)
+    kPlainColumn,        // value (position), text, value (width): cuts the rows of a filled list
+    kPlainDeleteColumn,  // value
+    kPlainCurSel,        // value
+    kPlainMark,          // value (SetSelectionMark)
+    kPlainScrollTo,      // value
+    kPlainListCalls
+};
+enum ListDataCallOwn : uint8_t {
+    kDataBkImage = kPlainListCalls,  // count (0..5), file indexes
+    kDataScrollSkin,                 // skin string (the bar's two-string form)
+    kListDataProbeCalls
+};
+enum ZelListCall : uint8_t {
+    kZelAddItem = kPlainListCalls,   // count (0..4), texts, value (image)
+    kZelStyle,                       // byte: -1..4
+    kZelItemHeight,                  // value
+    kZelListCalls
 };
 
 // Point targets: a control's window rectangle with 8 pixels around it, the whole plane,
