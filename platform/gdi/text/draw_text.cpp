@@ -12,6 +12,7 @@
 //  - The result is the final y minus top (vertical offset included), never 0.
 //  - The background is painted only behind text cells (ExtTextOut without ETO_OPAQUE).
 #include <algorithm>
+#include <cstdint>
 #include <cwchar>
 #include <cwctype>
 #include <string>
@@ -316,6 +317,10 @@ size_t LineBreaker::Next(size_t pos, bool lastLine, Line& line, std::wstring* el
 
 // The underline below a prefixed character: one pixel below the baseline, as wide as the
 // character's advance less one; a clip rectangle trims it (its bottom edge included).
+// Rectangles near the ends of the int range: Win32 computes text positions in 32-bit
+// arithmetic, which wraps; done in 64 bits and wrapped back so it stays defined.
+int Wrap32(int64_t v) { return static_cast<int>(static_cast<uint32_t>(v)); }
+
 void DrawUnderscore(DC& dc, RealizedFont& font, int x, int y, const WCHAR* seg, int offset, const RECT* clip) {
     int from = x + TextWidth(font, seg, offset);
     int to = x + TextWidth(font, seg, offset + 1) - 1;
@@ -397,7 +402,7 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
             x = box.right - line.width;
         if (format & DT_SINGLELINE) {
             if (format & DT_VCENTER)
-                y = box.top + (box.bottom - box.top) / 2 - line.height / 2;
+                y = Wrap32(box.top + (int64_t{box.bottom} - box.top) / 2 - line.height / 2);
             else if (format & DT_BOTTOM)
                 y = box.bottom - line.height;
         }
@@ -405,7 +410,7 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
             widest = std::max(widest, line.width);
         else
             DrawLine(hdc, *dc, font, line, x, y, box, format);
-        y += lh;
+        y = Wrap32(int64_t{y} + lh);
     } while (pos < static_cast<size_t>(count) && !lastLine);
 
     if (format & DT_CALCRECT) {
@@ -419,6 +424,6 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
         std::wmemcpy(out, ellipsized->data(), n);
         out[n] = 0;
     }
-    int height = y - box.top;
+    const int height = Wrap32(int64_t{y} - box.top);
     return height == 0 ? 1 : height;
 }
