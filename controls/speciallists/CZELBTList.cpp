@@ -85,12 +85,9 @@ void CZELBTList::UpdataScrollBar() {
 }
 
 void CZELBTList::DrawInterface(HDC hdc) {
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas frame(hdc, client.Width(), client.Height());
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    const CRect& client = frame.client();
     HDC dc = frame.dc();
-    ::SetBkMode(dc, TRANSPARENT);
-    sl::PaintListFrame(dc, client, m_hBkBitmap);
     m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);
     // The numbers' column is measured as the play list measures it, and not drawn.
     CString count;

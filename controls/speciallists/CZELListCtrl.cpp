@@ -252,12 +252,8 @@ void CZELListCtrl::OnLButtonUp(UINT nFlags, CPoint point) {
 // ---- painting -------------------------------------------------------------------------------------
 
 void CZELListCtrl::DrawInterface(HDC hdc) {
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas frame(hdc, client.Width(), client.Height());
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
     HDC dc = frame.dc();
-    ::SetBkMode(dc, TRANSPARENT);
-    sl::PaintListFrame(dc, client, m_hBkBitmap);
 
     const zelctl::ThreePieceStyle across{};
     const zelctl::SkinSet& skin = *m_skin;

@@ -100,12 +100,8 @@ void CZELPlayList::UpdataScrollBar() {
 }
 
 void CZELPlayList::DrawInterface(HDC hdc) {
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas frame(hdc, client.Width(), client.Height());
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
     HDC dc = frame.dc();
-    ::SetBkMode(dc, TRANSPARENT);
-    sl::PaintListFrame(dc, client, m_hBkBitmap);
 
     CString count;
     count.Format(L"%d. ", m_nItemCount);

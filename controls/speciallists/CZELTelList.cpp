@@ -100,12 +100,9 @@ const CZELTelList::ImageSet* CZELTelList::SetOfRow(int image) const {
 }
 
 void CZELTelList::DrawInterface(HDC hdc) {
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas frame(hdc, client.Width(), client.Height());
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    const CRect& client = frame.client();
     HDC dc = frame.dc();
-    ::SetBkMode(dc, TRANSPARENT);
-    sl::PaintListFrame(dc, client, m_hBkBitmap);
     m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);
 
     const bool barShown = ::IsWindow(m_pScrollBar->m_hWnd) && m_pScrollBar->IsWindowVisible();

@@ -50,6 +50,18 @@ void KeyedPart(HDC dst, int x, int y, int w, int h, HBITMAP src, int sx, int sy,
     TransparentBlit(dst, x, y, w, h, source.dc(), sx, sy, sw, sh, key);
 }
 
+CRect ListFrame::ClientOf(CWnd& list) {
+    CRect client;
+    list.GetClientRect(&client);
+    return client;
+}
+
+ListFrame::ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4])
+    : OffscreenCanvas(screen, client.Width(), client.Height()), client_(client) {
+    ::SetBkMode(dc(), TRANSPARENT);
+    PaintListFrame(dc(), client_, images);
+}
+
 bool PaintListFrame(HDC dst, const RECT& client, const HBITMAP (&images)[4]) {
     const int width = client.right - client.left, height = client.bottom - client.top;
     SIZE s[4];

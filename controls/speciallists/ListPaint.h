@@ -7,6 +7,8 @@
 
 #include <afxwin.h>
 
+#include "OffscreenCanvas.h"
+
 class CZELScrollbar;
 
 namespace zelctl::speciallists {
@@ -29,6 +31,19 @@ void KeyedPart(HDC dst, int x, int y, int w, int h, HBITMAP src, int sx, int sy,
 // Without all four images the client is filled with white instead. Returns whether the
 // images were drawn.
 bool PaintListFrame(HDC dst, const RECT& client, const HBITMAP (&images)[4]);
+
+// The canvas every special list paints its rows on: the client size, text drawn
+// transparent, the list's frame (PaintListFrame) already in place.
+class ListFrame : public OffscreenCanvas {
+public:
+    ListFrame(CWnd& list, HDC screen, const HBITMAP (&images)[4]) : ListFrame(ClientOf(list), screen, images) {}
+    const CRect& client() const { return client_; }
+
+private:
+    ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4]);
+    static CRect ClientOf(CWnd& list);
+    CRect client_;
+};
 
 // One row's background: the right piece at (right - sizes[2].cx), the left piece at the
 // row's left, both sizes[..].cx wide and the row's height, copied; the middle stretched
