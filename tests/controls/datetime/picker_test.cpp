@@ -7,12 +7,15 @@
 #include <string>
 #include <utility>
 
+#include "spin_skin.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
 namespace {
 
 using namespace zel::test;
+using datetimetest::Hms;
+using datetimetest::Ymd;
 
 constexpr UINT kId = 31;
 const CRect kPlace(10, 10, 130, 30);  // 120 x 20 in the parent
@@ -39,12 +42,6 @@ public:
 
 SYSTEMTIME Date(WORD y, WORD m, WORD d) { return SYSTEMTIME{y, m, 0, d, 0, 0, 0, 0}; }
 SYSTEMTIME Clock(WORD h, WORD m, WORD s) { return SYSTEMTIME{2026, 1, 4, 1, h, m, s, 0}; }
-std::string Ymd(const SYSTEMTIME& t) {
-    return std::to_string(t.wYear) + "-" + std::to_string(t.wMonth) + "-" + std::to_string(t.wDay);
-}
-std::string Hms(const SYSTEMTIME& t) {
-    return std::to_string(t.wHour) + ":" + std::to_string(t.wMinute) + ":" + std::to_string(t.wSecond);
-}
 
 class Picker : public ControlTest {
 protected:
