@@ -71,4 +71,9 @@ CRect ComboTest::WindowRect() const {
     return r;
 }
 
+void ComboTest::TapRow(int visibleRow) {
+    const POINT p = RowOnScreen(visibleRow);
+    desktop.Tap(p.x, p.y);
+}
+
 }  // namespace combotest

@@ -34,6 +34,7 @@ protected:
     CZELComBox& Make(const CRect& rect, int items, DWORD style = WS_VISIBLE);
     // The screen point in the middle of the open list's visible row `visibleRow`.
     POINT RowOnScreen(int visibleRow) const;
+    void TapRow(int visibleRow);
     CRect WindowRect() const;
 
     std::unique_ptr<CZELComBox> ctl;

@@ -127,8 +127,7 @@ TEST_F(Combo, TenThousandStringsScrollAndSearch) {
     c.GetScrollBar()->GetRange(lo, hi);
     EXPECT_EQ(hi, 9995);
     EXPECT_TRUE(c.GetScrollBar()->IsWindowVisible());
-    const POINT last = RowOnScreen(4);
-    desktop.Tap(last.x, last.y);
+    TapRow(4);
     EXPECT_EQ(c.GetCurSel(), 9999);
     EXPECT_EQ(parent.Take(), Commands({CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}));
 }
@@ -151,8 +150,7 @@ TEST_F(Combo, TapOpensDownwardAndARowChoosesInTheFrameworkOrder) {
     c.GetDroppedControlRect(&list);
     EXPECT_EQ(list, CRect(20, 50, 220, 150));
 
-    const POINT row = RowOnScreen(2);
-    desktop.Tap(row.x, row.y);
+    TapRow(2);
     EXPECT_EQ(parent.Take(), Commands({CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}));
     EXPECT_EQ(seenInSelEndOk, "2 open") << "the new selection, before the list rolls up";
     EXPECT_EQ(c.GetCurSel(), 2);
@@ -196,8 +194,7 @@ TEST_F(Combo, AHostsMessageMapHearsTheCbnEntries) {
     ctl->LoadSkin(BoxSkin(), L"");
     ctl->AddString(L"one");
     desktop.Tap(60, 35);
-    const POINT row = RowOnScreen(0);
-    desktop.Tap(row.x, row.y);
+    TapRow(0);
     EXPECT_EQ(host.heard, "dropdown;selendok;closeup;selchange;");
     ctl.reset();
     host.DestroyWindow();
@@ -238,8 +235,7 @@ TEST_F(Combo, NearTheBottomTheListOpensUpwardAndCloseRestoresExactly) {
     EXPECT_EQ(zel::test::ScreenPixel(100, 435), combotest::kMiddle) << "the box stays where it was";
     EXPECT_NE(zel::test::ScreenPixel(100, 400), kSentinel) << "the list covers the parent";
 
-    const POINT first = RowOnScreen(0);
-    desktop.Tap(first.x, first.y);
+    TapRow(0);
     EXPECT_EQ(c.GetCurSel(), 0);
     EXPECT_EQ(WindowRect(), kBottomBox);
     EXPECT_EQ(zel::test::ScreenPixel(100, 400), kSentinel) << "what the list covered is repainted";
@@ -362,8 +358,7 @@ TEST_F(Combo, TheScrollBarTakesItsTapsAndTheListStaysOpen) {
     EXPECT_TRUE(c.GetDroppedState());
     EXPECT_EQ(CWnd::GetCapture(), &c) << "the capture came back";
     EXPECT_EQ(CWnd::GetFocus(), &c);
-    const POINT row0 = RowOnScreen(0);
-    desktop.Tap(row0.x, row0.y);
+    TapRow(0);
     EXPECT_EQ(c.GetCurSel(), 1) << "the first visible row is item 1 now";
     EXPECT_EQ(parent.Take(), Commands({CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}));
     EXPECT_FALSE(bar.IsWindowVisible()) << "closed, the bar hides";
@@ -387,10 +382,7 @@ TEST_F(Combo, AParentMayDestroyTheBoxInsideItsNotifications) {
             if (message == WM_COMMAND && HIWORD(wParam) == code && ::IsWindow(hwnd)) ::DestroyWindow(hwnd);
         };
         desktop.Tap(60, 35);
-        if (::IsWindow(hwnd)) {
-            const POINT row = RowOnScreen(2);
-            desktop.Tap(row.x, row.y);
-        }
+        if (::IsWindow(hwnd)) TapRow(2);
         parent.onMessage = nullptr;
         EXPECT_FALSE(::IsWindow(hwnd)) << code;
         EXPECT_EQ(CWnd::GetCapture(), nullptr) << code;

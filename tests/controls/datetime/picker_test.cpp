@@ -5,13 +5,17 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
+#include "spin_skin.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
 namespace {
 
 using namespace zel::test;
+using datetimetest::Hms;
+using datetimetest::Ymd;
 
 constexpr UINT kId = 31;
 const CRect kPlace(10, 10, 130, 30);  // 120 x 20 in the parent
@@ -38,12 +42,6 @@ public:
 
 SYSTEMTIME Date(WORD y, WORD m, WORD d) { return SYSTEMTIME{y, m, 0, d, 0, 0, 0, 0}; }
 SYSTEMTIME Clock(WORD h, WORD m, WORD s) { return SYSTEMTIME{2026, 1, 4, 1, h, m, s, 0}; }
-std::string Ymd(const SYSTEMTIME& t) {
-    return std::to_string(t.wYear) + "-" + std::to_string(t.wMonth) + "-" + std::to_string(t.wDay);
-}
-std::string Hms(const SYSTEMTIME& t) {
-    return std::to_string(t.wHour) + ":" + std::to_string(t.wMinute) + ":" + std::to_string(t.wSecond);
-}
 
 class Picker : public ControlTest {
 protected:
@@ -72,48 +70,42 @@ protected:
     }
 };
 
-// A key pressed on one field of a picker showing `from`, and the time it then holds.
+// A key pressed on one field of a picker of `style` showing `from`, and the time it then
+// holds (as Ymd for dates, Hms for times).
 struct StepCase {
+    int style;
     SYSTEMTIME from;
     int field;
     UINT key;
     const char* expected;
 };
 
-TEST_F(Picker, DateStepsKeepTheirQuirksAndClampTheDay) {
+TEST_F(Picker, DateStepsKeepTheirQuirksAndClampTheDayTimeFieldsWrap) {
     const StepCase cases[] = {
-        {Date(2026, 11, 15), 1, VK_UP, "2026-0-15"},  // November steps up to 0
-        {Date(2026, 0, 15), 1, VK_UP, "2026-1-15"},
-        {Date(2026, 1, 15), 1, VK_DOWN, "2026-12-15"},
-        {Date(2026, 0, 15), 1, VK_DOWN, "2026-65535-15"},  // only exactly 0 wraps
-        {Date(2026, 1, 30), 2, VK_UP, "2026-1-0"},  // the last day is skipped going up
-        {Date(2026, 1, 0), 2, VK_UP, "2026-1-1"},
-        {Date(2026, 1, 1), 2, VK_DOWN, "2026-1-31"},
-        {Date(2024, 2, 1), 2, VK_DOWN, "2024-2-29"},
-        {Date(2999, 5, 5), 0, VK_UP, "2999-5-5"},
-        {Date(2000, 5, 5), 0, VK_DOWN, "2000-5-5"},
-        {Date(2024, 2, 29), 0, VK_UP, "2025-2-28"},
-        {Date(2400, 2, 29), 0, VK_DOWN, "2399-2-28"},
-        {Date(2026, 3, 31), 1, VK_DOWN, "2026-2-28"},
-        {Date(2024, 1, 31), 1, VK_UP, "2024-2-29"},
-        {Date(2026, 11, 31), 1, VK_UP, "2026-0-30"},  // month 0 counts 30 days
+        {0, Date(2026, 11, 15), 1, VK_UP, "2026-0-15"},  // November steps up to 0
+        {0, Date(2026, 0, 15), 1, VK_UP, "2026-1-15"},
+        {0, Date(2026, 1, 15), 1, VK_DOWN, "2026-12-15"},
+        {0, Date(2026, 0, 15), 1, VK_DOWN, "2026-65535-15"},  // only exactly 0 wraps
+        {0, Date(2026, 1, 30), 2, VK_UP, "2026-1-0"},  // the last day is skipped going up
+        {0, Date(2026, 1, 0), 2, VK_UP, "2026-1-1"},
+        {0, Date(2026, 1, 1), 2, VK_DOWN, "2026-1-31"},
+        {0, Date(2024, 2, 1), 2, VK_DOWN, "2024-2-29"},
+        {0, Date(2999, 5, 5), 0, VK_UP, "2999-5-5"},
+        {0, Date(2000, 5, 5), 0, VK_DOWN, "2000-5-5"},
+        {0, Date(2024, 2, 29), 0, VK_UP, "2025-2-28"},
+        {0, Date(2400, 2, 29), 0, VK_DOWN, "2399-2-28"},
+        {0, Date(2026, 3, 31), 1, VK_DOWN, "2026-2-28"},
+        {0, Date(2024, 1, 31), 1, VK_UP, "2024-2-29"},
+        {0, Date(2026, 11, 31), 1, VK_UP, "2026-0-30"},  // month 0 counts 30 days
+        {1, Clock(0, 0, 0), 0, VK_DOWN, "23:0:0"}, {1, Clock(23, 0, 0), 0, VK_UP, "0:0:0"},
+        {1, Clock(0, 59, 0), 1, VK_UP, "0:0:0"},   {1, Clock(0, 0, 0), 1, VK_DOWN, "0:59:0"},
+        {1, Clock(0, 0, 59), 2, VK_UP, "0:0:0"},   {1, Clock(0, 0, 0), 2, VK_DOWN, "0:0:59"},
+        {1, Clock(23, 59, 59), 2, VK_UP, "23:59:0"},  // fields step alone: no carry
     };
     for (const StepCase& c : cases) {
-        Make(0, c.from);
-        EXPECT_EQ(Ymd(Step(c.field, c.key)), c.expected) << Ymd(c.from) << " field " << c.field;
-    }
-}
-
-TEST_F(Picker, TimeFieldsWrapBothWays) {
-    const StepCase cases[] = {
-        {Clock(0, 0, 0), 0, VK_DOWN, "23:0:0"}, {Clock(23, 0, 0), 0, VK_UP, "0:0:0"},
-        {Clock(0, 59, 0), 1, VK_UP, "0:0:0"},   {Clock(0, 0, 0), 1, VK_DOWN, "0:59:0"},
-        {Clock(0, 0, 59), 2, VK_UP, "0:0:0"},   {Clock(0, 0, 0), 2, VK_DOWN, "0:0:59"},
-        {Clock(23, 59, 59), 2, VK_UP, "23:59:0"},  // fields step alone: no carry
-    };
-    for (const StepCase& c : cases) {
-        Make(1, c.from);
-        EXPECT_EQ(Hms(Step(c.field, c.key)), c.expected) << Hms(c.from) << " field " << c.field;
+        auto show = c.style ? Hms : Ymd;
+        Make(c.style, c.from);
+        EXPECT_EQ(show(Step(c.field, c.key)), c.expected) << show(c.from) << " field " << c.field;
     }
 }
 
@@ -124,14 +116,12 @@ TEST_F(Picker, ArrowKeysAreEatenBeforeDispatchOthersAreNot) {
     desktop.KeyDown(VK_RETURN);
     EXPECT_EQ(p.dispatchedKeys, 1);
     // Left from no selection goes to the last field, Right to the first.
-    parent.SetFocus();
-    ctl->SetFocus();
-    Press(VK_LEFT);
-    EXPECT_EQ(p.m_nCurField, 2);
-    parent.SetFocus();
-    ctl->SetFocus();
-    Press(VK_RIGHT);
-    EXPECT_EQ(p.m_nCurField, 0);
+    for (auto [vk, field] : {std::pair{VK_LEFT, 2}, std::pair{VK_RIGHT, 0}}) {
+        parent.SetFocus();
+        ctl->SetFocus();
+        Press(vk);
+        EXPECT_EQ(p.m_nCurField, field) << vk;
+    }
 }
 
 TEST_F(Picker, TapSelectsTheFieldPaintedThereAndFocusLossClears) {

@@ -1,4 +1,4 @@
-// The spinner skin the date-time tests share: 45 x 40 buttons ("add" reds, "Def" blues,
+// What the date-time tests share. The spinner skin: 45 x 40 buttons ("add" reds, "Def" blues,
 // each normal, focus, pressed), three colour samples and the two separators.
 #pragma once
 
@@ -32,6 +32,14 @@ inline CString WriteSpinSkin(zel::test::SkinFolder& skins, bool separators) {
     CString names = L" add.bmp |add_f.bmp|add_d.bmp|def.bmp|def_f.bmp|def_d.bmp|back.bmp|frame.bmp|box.bmp|";
     if (separators) names += L"dash.bmp|colon.bmp|";
     return names;
+}
+
+// A time's date as "y-m-d" and its clock as "h:m:s", unpadded.
+inline std::string Ymd(const SYSTEMTIME& t) {
+    return std::to_string(t.wYear) + "-" + std::to_string(t.wMonth) + "-" + std::to_string(t.wDay);
+}
+inline std::string Hms(const SYSTEMTIME& t) {
+    return std::to_string(t.wHour) + ":" + std::to_string(t.wMinute) + ":" + std::to_string(t.wSecond);
 }
 
 inline CString Folder(const zel::test::SkinFolder& skins) { return CString((skins.Dir().string() + "/").c_str()); }

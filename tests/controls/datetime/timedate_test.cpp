@@ -43,24 +43,19 @@ protected:
         desktop.Advance(1000);
         TapAt(Button(td, spin, add), 20, 20);
     }
-    static std::string Ymd(CZELTimeDate& td) {
+    static SYSTEMTIME Shown(CZELTimeDate& td) {
         SYSTEMTIME t{};
         td.GetTime(&t);
-        return std::to_string(t.wYear) + "-" + std::to_string(t.wMonth) + "-" + std::to_string(t.wDay);
-    }
-    static std::string Hms(CZELTimeDate& td) {
-        SYSTEMTIME t{};
-        td.GetTime(&t);
-        return std::to_string(t.wHour) + ":" + std::to_string(t.wMinute) + ":" + std::to_string(t.wSecond);
+        return t;
     }
 };
 
 TEST_F(TimeDate, DayRangeFollowsYearAndMonth) {
     ctl = Make(0);
-    EXPECT_EQ(Ymd(*ctl), "2026-1-1");  // the clock's date at construction
+    EXPECT_EQ(Ymd(Shown(*ctl)), "2026-1-1");  // the clock's date at construction
     SYSTEMTIME leap{2024, 2, 0, 29, 0, 0, 0, 0};
     EXPECT_TRUE(ctl->SetTime(leap));
-    EXPECT_EQ(Ymd(*ctl), "2024-2-29");
+    EXPECT_EQ(Ymd(Shown(*ctl)), "2024-2-29");
     struct Case {
         int spin;
         bool add;
@@ -74,12 +69,12 @@ TEST_F(TimeDate, DayRangeFollowsYearAndMonth) {
     };
     for (const Case& c : steps) {
         Step(*ctl, c.spin, c.add);
-        EXPECT_EQ(Ymd(*ctl), c.expected) << "spinner " << c.spin << (c.add ? " add" : " Def");
+        EXPECT_EQ(Ymd(Shown(*ctl)), c.expected) << "spinner " << c.spin << (c.add ? " add" : " Def");
         EXPECT_EQ(parent.Take(), "COMMAND(51,0,td)");
     }
     SYSTEMTIME bad{1999, 13, 0, 40, 0, 0, 0, 0};  // every field outside its spinner's range
     ctl->SetTime(bad);
-    EXPECT_EQ(Ymd(*ctl), "2024-12-28");
+    EXPECT_EQ(Ymd(Shown(*ctl)), "2024-12-28");
     EXPECT_TRUE(WindowMatchesGolden("CZELTimeDate", "date", ctl->m_hWnd));
 }
 
@@ -88,16 +83,16 @@ TEST_F(TimeDate, ClockRunsOverMidnightAndStopsOnEdit) {
     SYSTEMTIME late{2026, 1, 4, 1, 23, 59, 59, 0};
     ctl->SetTime(late);
     desktop.Advance(1000);  // two half-second ticks: the toggle passes 0 once
-    EXPECT_EQ(Hms(*ctl), "0:0:0");
+    EXPECT_EQ(Hms(Shown(*ctl)), "0:0:0");
     desktop.Advance(3000);
-    EXPECT_EQ(Hms(*ctl), "0:0:3");
+    EXPECT_EQ(Hms(Shown(*ctl)), "0:0:3");
     desktop.Advance(500);  // an odd tick: the colon is off now or was off before
     Step(*ctl, 1, true);   // editing the minute stops the clock for good
     EXPECT_EQ(parent.Take(), "COMMAND(51,0,td)");
-    const std::string stopped = Hms(*ctl);
+    const std::string stopped = Hms(Shown(*ctl));
     EXPECT_EQ(stopped.substr(stopped.size() - 2), ":0");
     desktop.Advance(5000);
-    EXPECT_EQ(Hms(*ctl), stopped);
+    EXPECT_EQ(Hms(Shown(*ctl)), stopped);
     EXPECT_TRUE(WindowMatchesGolden("CZELTimeDate", "clock_edited", ctl->m_hWnd));  // the colon shown again
 }
 
@@ -121,9 +116,7 @@ TEST_F(TimeDate, TwoClocksShareTheHalfRateToggle) {
     ctl->SetTime(zero);
     other->SetTime(zero);
     desktop.Advance(2000);
-    SYSTEMTIME a{}, b{};
-    ctl->GetTime(&a);
-    other->GetTime(&b);
+    const SYSTEMTIME a = Shown(*ctl), b = Shown(*other);
     // Each half second both tick and flip the one toggle; the same clock always finds it 0.
     EXPECT_EQ(std::min(a.wSecond, b.wSecond), 0);
     EXPECT_EQ(std::max(a.wSecond, b.wSecond), 4);
@@ -160,9 +153,6 @@ TEST_F(TimeDate, ParentDestroyingItInsideTheCommand) {
     desktop.Advance(2000);  // no clock tick reaches it
 }
 
-}  // namespace
-
-namespace {
 
 // A dialog's control: a plain child taken over, which makes its spinners as it is.
 TEST_F(TimeDate, SubclassedFromAPlainChild) {
@@ -175,7 +165,7 @@ TEST_F(TimeDate, SubclassedFromAPlainChild) {
     ctl->LoadSkin(Folder(skins), names);
     desktop.RunUntilIdle();
     Step(*ctl, 1, true);
-    EXPECT_EQ(Ymd(*ctl), "2026-2-1");
+    EXPECT_EQ(Ymd(Shown(*ctl)), "2026-2-1");
     EXPECT_EQ(parent.Take(), "COMMAND(51,0,td)");
 }
 

@@ -22,11 +22,6 @@ protected:
         label.reset();
         LabelTest::TearDown();
     }
-    std::string Shows(const Reference& want) {
-        label->Invalidate();
-        desktop.RunUntilIdle();
-        return want.Diff(label->m_hWnd);
-    }
 
     std::unique_ptr<CZELBkLable> label;
 };
@@ -37,12 +32,12 @@ TEST_F(BkLabelTest, ShowsThePieceUnderItself) {
     EXPECT_EQ(label->SetBitmap(screen.get()), nullptr);
     Reference want(80, 20);
     want.Pixels([](int x, int y) { return Screen(100 + x, 40 + y); });
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
 
     // Screen coordinates, not the parent's: moving the parent moves the piece.
     parent.MoveWindow(20, 10, 320, 200);
     want.Pixels([](int x, int y) { return Screen(120 + x, 50 + y); });
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
     EXPECT_EQ(label->SetBitmap(nullptr), screen.get());
 }
 
@@ -51,20 +46,20 @@ TEST_F(BkLabelTest, WhiteWithoutABitmapAndTextFiveIn) {
     label->SetFont(16, RGB(0, 0, 160), DT_SINGLELINE | DT_VCENTER, CRect(30, 0, 40, 10));
     Reference want(80, 20, RGB(255, 255, 255));
     want.Text(L"Contacts and more", RECT{5, 0, 75, 20}, DT_SINGLELINE | DT_VCENTER, 16, RGB(0, 0, 160));
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
 }
 
 // A bitmap that ends before the label leaves the fresh frame's black; half-covered, half.
 TEST_F(BkLabelTest, BitmapSmallerThanThePosition) {
     labeltest::ArtBitmap small(50, 30, Screen);
     label->SetBitmap(small.get());
-    EXPECT_EQ(Shows(Reference(80, 20)), "");
+    EXPECT_EQ(Shows(*label, Reference(80, 20)), "");
 
     labeltest::ArtBitmap partial(140, 50, Screen);
     label->SetBitmap(partial.get());
     Reference want(80, 20);
     want.Pixels([](int x, int y) { return x < 40 && y < 10 ? Screen(100 + x, 40 + y) : RGB(0, 0, 0); });
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
 }
 
 }  // namespace

@@ -67,4 +67,10 @@ SIZE Measure(const CString& text, int height, UINT format) {
     return SIZE{rc.right - rc.left, rc.bottom - rc.top};
 }
 
+std::string LabelTest::Shows(CWnd& control, const Reference& want) {
+    control.Invalidate();
+    desktop.RunUntilIdle();
+    return want.Diff(control.m_hWnd);
+}
+
 }  // namespace labeltest

@@ -16,11 +16,15 @@
 
 namespace labeltest {
 
+class Reference;
+
 // The parent covers (0, 0)-(320, 200) of the screen: client and screen coordinates agree.
 class LabelTest : public zel::test::ControlTest {
 protected:
     LabelTest() : ControlTest(CRect(0, 0, 320, 200)) {}
     CString SkinPath(const std::string& name) const { return CString(skins.Path(name).c_str()); }
+    // Repaints `control` and says where its pixels differ from `want` ("" when equal).
+    std::string Shows(CWnd& control, const Reference& want);
 };
 
 using Paint = std::function<COLORREF(int x, int y)>;

@@ -26,11 +26,6 @@ protected:
         EXPECT_TRUE(label->Create(nullptr, text, WS_CHILD | WS_VISIBLE, box, &parent, 7));
         return *label;
     }
-    std::string Shows(const Reference& want) {
-        label->Invalidate();
-        desktop.RunUntilIdle();
-        return want.Diff(label->m_hWnd);
-    }
 
     std::unique_ptr<CZELLable> label;
 };
@@ -53,7 +48,7 @@ TEST_F(Label, CapsStretchAndTheMiddleTilesBetweenThem) {
     // Two pieces leave the right cap out: the middle runs to the edge.
     l.LoadSkin(skins.Skin({"left", "middle"}), L"");
     want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : middle(x % 3, y % 3); });
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
 }
 
 TEST_F(Label, WithoutSkinTheFrameIsBlackUnderTheText) {
@@ -61,7 +56,7 @@ TEST_F(Label, WithoutSkinTheFrameIsBlackUnderTheText) {
     Make(L"Hello").SetFont(18, kWhite, format, CRect());
     Reference want(120, 30);
     want.Text(L"Hello", RECT{0, 0, 120, 30}, format, 18, kWhite);
-    EXPECT_EQ(Shows(want), "");
+    EXPECT_EQ(Shows(*label, want), "");
 }
 
 // Each case: the font height SetFont gives, the text rectangle, and the height the text
@@ -99,7 +94,7 @@ TEST_F(Label, FitRuleAndShrinkSteps) {
         Make(c.text).SetFont(c.setHeight, kWhite, DT_SINGLELINE, rc);
         Reference want(120, 30);
         want.Text(c.text, rc, DT_SINGLELINE, c.drawnAt, kWhite);
-        EXPECT_EQ(Shows(want), "");
+        EXPECT_EQ(Shows(*label, want), "");
         label.reset();
     }
 }
@@ -112,19 +107,19 @@ TEST_F(Label, DefaultFontIs18AndShrinksFrom40) {
     Make(text, RECT{10, 10, 10 + at18.cx, 10 + at18.cy}).LoadBitmap(L"", SkinPath("white"), L"");
     Reference fits(at18.cx, at18.cy, kWhite);
     fits.Text(text, RECT{0, 0, at18.cx, at18.cy}, 0, 18, RGB(0, 0, 0));
-    EXPECT_EQ(Shows(fits), "");
+    EXPECT_EQ(Shows(*label, fits), "");
 
     label->MoveWindow(10, 10, at18.cx - 1, at18.cy);
     Reference shrunk(at18.cx - 1, at18.cy, kWhite);
     shrunk.Text(text, RECT{0, 0, at18.cx - 1, at18.cy}, 0, 16, RGB(0, 0, 0));
-    EXPECT_EQ(Shows(shrunk), "");
+    EXPECT_EQ(Shows(*label, shrunk), "");
 }
 
 TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
     CZELLable& l = Make(L"");
     l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");
     l.LoadSkin(L"no bar at all", L"");
-    EXPECT_EQ(Shows(Reference(120, 30)), "");
+    EXPECT_EQ(Shows(*label, Reference(120, 30)), "");
 }
 
 }  // namespace

@@ -63,6 +63,11 @@ protected:
         desktop.RunUntilIdle();
         return want.Diff(lcd->m_hWnd);
     }
+    // The indicators over the middle: the right one always, the left one when `left`.
+    static void Indicators(Reference& want, bool left) {
+        want.Fill(RECT{kW - kRightSize.cx, kH - kRightSize.cy, kW, kH}, kRightInd);
+        if (left) want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, kLeftInd);
+    }
     RECT Update() {
         RECT rc{};
         ::GetUpdateRect(lcd->m_hWnd, &rc, FALSE);
@@ -73,34 +78,24 @@ protected:
 };
 
 // Mode 1: the strip is the left indicator's size, so the number sits above its height and
-// the status text starts at its width.
-TEST_F(TelLCDTest, ModeOneGeometry) {
-    InitFiles(1);
-    CString time = L"00:42";
-    lcd->SetszTime(time);
-    Show(L"5551234");
-    Reference want(kW, kH, kMiddle);
-    want.Fill(RECT{kW - kRightSize.cx, kH - kRightSize.cy, kW, kH}, kRightInd);
-    want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, kLeftInd);
-    want.Text(L"5551234", RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
-    want.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
-    EXPECT_EQ(Shows(want), "");
-}
-
-// Mode 2 keeps no left indicator: the strip is the right one's size. The status text set
-// in mode 1 stays and is drawn from the right indicator's width.
-TEST_F(TelLCDTest, ModeTwoGeometry) {
-    InitFiles(1);
-    CString time = L"12:05";
-    lcd->SetszTime(time);
-    InitFiles(2);
-    EXPECT_EQ((*lcd->m_indicators)[0], nullptr);
-    Show(L"5551234");
-    Reference want(kW, kH, kMiddle);
-    want.Fill(RECT{kW - kRightSize.cx, kH - kRightSize.cy, kW, kH}, kRightInd);
-    want.Text(L"5551234", RECT{5, 0, kW - 5, kH - kRightSize.cy}, kNumberFormat, 30, kNumber);
-    want.Text(time, RECT{kRightSize.cx, kH - kRightSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
-    EXPECT_EQ(Shows(want), "");
+// the status text starts at its width. Mode 2 keeps no left indicator: the strip is the
+// right one's size, and the status text set in mode 1 stays, drawn from its width.
+TEST_F(TelLCDTest, GeometryPerMode) {
+    for (int mode : {1, 2}) {
+        SCOPED_TRACE(mode);
+        InitFiles(1);
+        CString time = L"00:42";
+        lcd->SetszTime(time);
+        if (mode == 2) InitFiles(2);
+        EXPECT_EQ((*lcd->m_indicators)[0] != nullptr, mode == 1);
+        const SIZE strip = mode == 1 ? kLeftSize : kRightSize;
+        Show(L"5551234");
+        Reference want(kW, kH, kMiddle);
+        Indicators(want, mode == 1);
+        want.Text(L"5551234", RECT{5, 0, kW - 5, kH - strip.cy}, kNumberFormat, 30, kNumber);
+        want.Text(time, RECT{strip.cx, kH - strip.cy, kW, kH}, kStatusFormat, 14, kStatus);
+        EXPECT_EQ(Shows(want), "");
+    }
 }
 
 // A growing number keeps its font while it fits, then steps down from the number font's
@@ -122,8 +117,7 @@ TEST_F(TelLCDTest, LongNumbersShrinkFromTheNumberFontHeight) {
         SCOPED_TRACE(expected);
         Show(n);
         Reference want(kW, kH, kMiddle);
-        want.Fill(RECT{kW - kRightSize.cx, kH - kRightSize.cy, kW, kH}, kRightInd);
-        want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, kLeftInd);
+        Indicators(want, true);
         want.Text(n, RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, expected, kNumber);
         EXPECT_EQ(Shows(want), "");
     }
