@@ -402,7 +402,7 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
             x = box.right - line.width;
         if (format & DT_SINGLELINE) {
             if (format & DT_VCENTER)
-                y = Wrap32(box.top + (int64_t{box.bottom} - box.top) / 2 - line.height / 2);
+                y = Wrap32(int64_t{box.top} + Wrap32(int64_t{box.bottom} - box.top) / 2 - line.height / 2);
             else if (format & DT_BOTTOM)
                 y = box.bottom - line.height;
         }

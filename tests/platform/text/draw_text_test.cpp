@@ -3,6 +3,7 @@
 //
 // Absolute numbers are for Liberation Sans with lfHeight 14 (12 pixels per em, cell 14),
 // whose advances are H 9, e 7, l 3, o 7, space 3, '.' 3, 'F' 8, 'i' 3.
+#include <climits>
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -78,6 +79,9 @@ TEST_F(DrawTextTest, VerticalAlignmentNeedsSingleLineAndCountsInTheResult) {
     EXPECT_EQ(RectText(r), "0,0,100,40") << "drawing leaves the rectangle alone";
     RECT flat{0, 5, 100, 5};
     EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &flat, DT_SINGLELINE | DT_BOTTOM), 1) << "a zero height reads as 1";
+    // A rectangle at the bottom of the int range still gives the line's height.
+    RECT low{0, INT_MIN, 100, INT_MIN + 40};
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &low, DT_SINGLELINE), 14);
 }
 
 TEST_F(DrawTextTest, LineBreaks) {
