@@ -3,8 +3,6 @@
 // the measured rectangle and where the ink lands.
 #include "recorded.h"
 
-#include <utility>
-
 namespace {
 
 using recorded::Facts;
@@ -46,7 +44,7 @@ void Measure(Facts& facts, const Layout& l) {
 const RECT kBox = {4, 4, 116, 60};
 const RECT kNarrow = {2, 2, 62, 62};
 
-// Every case is one row, registered in this order; `Measure` records its facts.
+// Every case is one row, registered in this order.
 struct Row {
     const char* name;
     Layout layout;
@@ -103,16 +101,8 @@ const Row kRows[] = {
     {"clipped_partially", {18, "Clipped", {10, 10, 40, 20}, DT_SINGLELINE}},
 };
 
-template <int I>
-void RunRow(Facts& facts) {
-    Measure(facts, kRows[I].layout);
-}
-template <int... I>
-std::vector<recorded::Register> RegisterRows(std::integer_sequence<int, I...>) {
-    return {recorded::Register("draw_text_flags", kRows[I].name, &RunRow<I>)...};
-}
-const std::vector<recorded::Register> kRegistered =
-    RegisterRows(std::make_integer_sequence<int, sizeof kRows / sizeof kRows[0]>());
+void MeasureRow(Facts& facts, const Row& row) { Measure(facts, row.layout); }
+const std::vector<recorded::Register> kRegistered = recorded::RegisterTable<kRows, MeasureRow>("draw_text_flags");
 
 }  // namespace
 
