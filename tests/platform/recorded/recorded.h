@@ -11,7 +11,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace recorded {
@@ -52,6 +54,22 @@ inline std::vector<Case>& Registry() {
 struct Register {
     Register(const char* group, const char* name, CaseFn fn) { Registry().push_back(Case{group, name, fn}); }
 };
+
+// A table of cases: one case per row of `Rows` (rows have a `name`), registered in row
+// order, each running Fn(facts, row).
+//   const std::vector<Register> registered = RegisterTable<kRows, Measure>("group");
+template <const auto& Rows, auto Fn, std::size_t I>
+void RunRow(Facts& facts) {
+    Fn(facts, Rows[I]);
+}
+template <const auto& Rows, auto Fn, std::size_t... I>
+std::vector<Register> RegisterRows(const char* group, std::index_sequence<I...>) {
+    return {Register(group, Rows[I].name, &RunRow<Rows, Fn, I>)...};
+}
+template <const auto& Rows, auto Fn>
+std::vector<Register> RegisterTable(const char* group) {
+    return RegisterRows<Rows, Fn>(group, std::make_index_sequence<std::size(Rows)>());
+}
 
 // Runs the named case and returns its whole line.
 inline std::string Run(const Case& c) {

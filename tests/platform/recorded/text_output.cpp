@@ -56,6 +56,30 @@ void Extents(Facts& facts, LONG height, const char* str, int maxExtent) {
     facts.Add("dx", partial);
 }
 
+// Two strings output with TA_UPDATECP from (x0, 6), each call passing (x, y), which the
+// current position overrides; "cp" is where the position ends.
+void CurrentPosition(Facts& facts, UINT align, int x0, int x, int y) {
+    TextSurface s(120, 64, 14);
+    SetTextAlign(s.dc(), align);
+    MoveToEx(s.dc(), x0, 6, nullptr);
+    std::vector<WCHAR> a = Wide("One"), b = Wide("Two");
+    TextOutW(s.dc(), x, y, a.data(), 3);
+    TextOutW(s.dc(), x, y, b.data(), 3);
+    POINT p = {-1, -1};
+    MoveToEx(s.dc(), 0, 0, &p);
+    facts.Add("cp", std::to_string(p.x) + "," + std::to_string(p.y)).Add("ink", s.Ink());
+}
+
+// "abcd" with explicit, uneven advances from (x, 4).
+void Advanced(Facts& facts, UINT align, int x) {
+    TextSurface s(120, 64, 14);
+    SetTextAlign(s.dc(), align);
+    std::vector<WCHAR> text = Wide("abcd");
+    INT dx[4] = {12, 3, 20, 1};
+    ExtTextOutW(s.dc(), x, 4, 0, nullptr, text.data(), 4, dx);
+    facts.Add("ink", s.Ink());
+}
+
 }  // namespace
 
 RECORDED_CASE(text_output, align_left_top) { Aligned(facts, TA_LEFT | TA_TOP); }
@@ -66,29 +90,8 @@ RECORDED_CASE(text_output, align_left_bottom) { Aligned(facts, TA_LEFT | TA_BOTT
 RECORDED_CASE(text_output, align_center_baseline) { Aligned(facts, TA_CENTER | TA_BASELINE); }
 RECORDED_CASE(text_output, align_right_bottom) { Aligned(facts, TA_RIGHT | TA_BOTTOM); }
 
-RECORDED_CASE(text_output, update_cp) {
-    TextSurface s(120, 64, 14);
-    SetTextAlign(s.dc(), TA_UPDATECP);
-    MoveToEx(s.dc(), 5, 6, nullptr);
-    std::vector<WCHAR> a = Wide("One"), b = Wide("Two");
-    TextOutW(s.dc(), 90, 40, a.data(), 3);
-    TextOutW(s.dc(), 90, 40, b.data(), 3);
-    POINT p = {-1, -1};
-    MoveToEx(s.dc(), 0, 0, &p);
-    facts.Add("cp", std::to_string(p.x) + "," + std::to_string(p.y)).Add("ink", s.Ink());
-}
-
-RECORDED_CASE(text_output, update_cp_right) {
-    TextSurface s(120, 64, 14);
-    SetTextAlign(s.dc(), TA_UPDATECP | TA_RIGHT);
-    MoveToEx(s.dc(), 110, 6, nullptr);
-    std::vector<WCHAR> a = Wide("One"), b = Wide("Two");
-    TextOutW(s.dc(), 0, 0, a.data(), 3);
-    TextOutW(s.dc(), 0, 0, b.data(), 3);
-    POINT p = {-1, -1};
-    MoveToEx(s.dc(), 0, 0, &p);
-    facts.Add("cp", std::to_string(p.x) + "," + std::to_string(p.y)).Add("ink", s.Ink());
-}
+RECORDED_CASE(text_output, update_cp) { CurrentPosition(facts, TA_UPDATECP, 5, 90, 40); }
+RECORDED_CASE(text_output, update_cp_right) { CurrentPosition(facts, TA_UPDATECP | TA_RIGHT, 110, 0, 0); }
 
 RECORDED_CASE(text_output, clipped_rect) {
     TextSurface s(120, 64, 18);
@@ -130,22 +133,8 @@ RECORDED_CASE(text_output, empty_opaque_rect) {
     facts.Add("ret", ExtTextOutW(s.dc(), 0, 0, ETO_OPAQUE, &r, nullptr, 0, nullptr)).Add("ink", s.Ink());
 }
 
-RECORDED_CASE(text_output, explicit_advances) {
-    TextSurface s(120, 64, 14);
-    std::vector<WCHAR> text = Wide("abcd");
-    INT dx[4] = {12, 3, 20, 1};
-    ExtTextOutW(s.dc(), 4, 4, 0, nullptr, text.data(), 4, dx);
-    facts.Add("ink", s.Ink());
-}
-
-RECORDED_CASE(text_output, explicit_advances_right) {
-    TextSurface s(120, 64, 14);
-    SetTextAlign(s.dc(), TA_RIGHT);
-    std::vector<WCHAR> text = Wide("abcd");
-    INT dx[4] = {12, 3, 20, 1};
-    ExtTextOutW(s.dc(), 100, 4, 0, nullptr, text.data(), 4, dx);
-    facts.Add("ink", s.Ink());
-}
+RECORDED_CASE(text_output, explicit_advances) { Advanced(facts, TA_LEFT, 4); }
+RECORDED_CASE(text_output, explicit_advances_right) { Advanced(facts, TA_RIGHT, 100); }
 
 RECORDED_CASE(text_output, underline_h14) { Decorated(facts, 14, true, false); }
 RECORDED_CASE(text_output, strikeout_h14) { Decorated(facts, 14, false, true); }

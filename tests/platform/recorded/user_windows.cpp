@@ -111,48 +111,119 @@ private:
     HWND top_;
 };
 
+// The layouts the cases share: "a" alone or beside "b"; "inner" inside "panel"; and
+// three overlapping siblings, "first" on top.
+HWND One(Scene& s) { return s.Child(s.top(), "a", 10, 10, 50, 30); }
+HWND Pair(Scene& s, HWND* b = nullptr) {
+    HWND a = One(s);
+    HWND other = s.Child(s.top(), "b", 70, 10, 50, 30);
+    if (b) *b = other;
+    return a;
+}
+HWND Nested(Scene& s, HWND* inner) {
+    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
+    *inner = s.Child(panel, "inner", 5, 5, 40, 20);
+    return panel;
+}
+struct Three {
+    HWND first, second, third;
+};
+Three Overlapping(Scene& s, DWORD thirdStyle = WS_VISIBLE) {
+    Three t;
+    t.first = s.Child(s.top(), "first", 10, 10, 80, 60);
+    t.second = s.Child(s.top(), "second", 40, 30, 80, 60);
+    t.third = s.Child(s.top(), "third", 70, 50, 80, 60, thirdStyle);
+    return t;
+}
+
+enum class Hold { kFocus, kCapture };
+enum class Act { kDestroy, kHide, kDisable };
+
+// Settles the scene and gives `holder` the focus or the capture; what that sends is
+// recorded as "set" when `logSet`, else forgotten.
+void Give(Scene& s, Facts& facts, Hold hold, HWND holder, bool logSet = false) {
+    s.Settle();
+    if (hold == Hold::kFocus)
+        SetFocus(holder);
+    else
+        SetCapture(holder);
+    std::string set = Take();
+    if (logSet) facts.Add("set", set);
+}
+// Destroys, hides or disables `target`, recording what that sent and then where the
+// focus or capture is, under `where` ("focus" or "capture" unless named).
+void Apply(Facts& facts, Hold hold, Act act, HWND target, const char* where = nullptr) {
+    const char* key = "destroy";
+    if (act == Act::kDestroy) {
+        DestroyWindow(target);
+    } else if (act == Act::kHide) {
+        ShowWindow(target, SW_HIDE);
+        key = "hide";
+    } else {
+        EnableWindow(target, FALSE);
+        key = "disable";
+    }
+    facts.Add(key, Take());
+    if (hold == Hold::kFocus)
+        facts.Add(where ? where : "focus", NameOf(GetFocus()));
+    else
+        facts.Add(where ? where : "capture", NameOf(GetCapture()));
+}
+enum class Layout { kOne, kPair, kNested };
+// In a fresh scene of `layout`, gives the focus or capture to "a" (or "inner") and then
+// destroys, hides or disables "a" (or "panel").
+void HoldCase(Facts& facts, Hold hold, Layout layout, Act act, bool logSet = false) {
+    Scene s;
+    HWND holder, target;
+    if (layout == Layout::kNested)
+        target = Nested(s, &holder);
+    else
+        holder = target = layout == Layout::kPair ? Pair(s) : One(s);
+    Give(s, facts, hold, holder, logSet);
+    Apply(facts, hold, act, target);
+}
+
+// Invalidates the three children in the order given, then lets the queue paint them.
+void InvalidateAndPump(HWND x, HWND y, HWND z) {
+    for (HWND h : {x, y, z}) InvalidateRect(h, nullptr, TRUE);
+    Pump();
+}
+
+// The sibling z-order as GetWindow walks it: new children go to the bottom, so the first
+// created is first (and on top); SetWindowPos and BringWindowToTop move them.
+std::string Siblings(HWND parent) {
+    std::string out;
+    for (HWND c = GetWindow(parent, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
+        out += (out.empty() ? "" : ".") + NameOf(c);
+    return out.empty() ? "-" : out;
+}
+void Place(HWND h, HWND after) { SetWindowPos(h, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); }
+void RedrawAll(Scene& s) { RedrawWindow(s.top(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW); }
+
+// The window hit at (x, y) of the top window's client area: the child by
+// ChildWindowFromPoint, and the window on screen (the top window sits at 40, 30).
+std::string ChildAt(Scene& s, LONG x, LONG y) {
+    POINT p = {x, y};
+    return NameOf(ChildWindowFromPoint(s.top(), p));
+}
+std::string ScreenAt(LONG x, LONG y) {
+    POINT p = {x + 40, y + 30};
+    return NameOf(WindowFromPoint(p));
+}
+
 }  // namespace
 
-RECORDED_CASE(user_windows, focus_destroy_focused_child) {
-    Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Child(s.top(), "b", 70, 10, 50, 30);
-    s.Settle();
-    SetFocus(a);
-    facts.Add("set", Take());
-    DestroyWindow(a);
-    facts.Add("destroy", Take()).Add("focus", NameOf(GetFocus()));
-}
+RECORDED_CASE(user_windows, focus_destroy_focused_child) { HoldCase(facts, Hold::kFocus, Layout::kPair, Act::kDestroy, true); }
 
-RECORDED_CASE(user_windows, focus_destroy_parent_of_focused) {
-    Scene s;
-    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
-    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
-    s.Settle();
-    SetFocus(inner);
-    Take();
-    DestroyWindow(panel);
-    facts.Add("destroy", Take()).Add("focus", NameOf(GetFocus()));
-}
+RECORDED_CASE(user_windows, focus_destroy_parent_of_focused) { HoldCase(facts, Hold::kFocus, Layout::kNested, Act::kDestroy); }
 
-RECORDED_CASE(user_windows, focus_hide_focused_child) {
-    Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetFocus(a);
-    Take();
-    ShowWindow(a, SW_HIDE);
-    facts.Add("hide", Take()).Add("focus", NameOf(GetFocus()));
-}
+RECORDED_CASE(user_windows, focus_hide_focused_child) { HoldCase(facts, Hold::kFocus, Layout::kOne, Act::kHide); }
 
 RECORDED_CASE(user_windows, focus_disable_focused_child) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetFocus(a);
-    Take();
-    EnableWindow(a, FALSE);
-    facts.Add("disable", Take()).Add("focus", NameOf(GetFocus()));
+    HWND a = One(s);
+    Give(s, facts, Hold::kFocus, a);
+    Apply(facts, Hold::kFocus, Act::kDisable, a);
     HWND prev = SetFocus(a);
     facts.Add("refocus_prev", NameOf(prev)).Add("refocus", Take()).Add("focus_after", NameOf(GetFocus()));
 }
@@ -168,53 +239,31 @@ RECORDED_CASE(user_windows, focus_to_hidden_and_disabled) {
 
 RECORDED_CASE(user_windows, focus_destroyed_handle) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetFocus(a);
+    HWND a = One(s);
+    Give(s, facts, Hold::kFocus, a);
     DestroyWindow(a);
     Take();
     facts.Add("prev", NameOf(SetFocus(a))).Add("log", Take()).Add("focus", NameOf(GetFocus()));
 }
 
-RECORDED_CASE(user_windows, capture_destroy_capturing) {
-    Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetCapture(a);
-    facts.Add("set", Take());
-    DestroyWindow(a);
-    facts.Add("destroy", Take()).Add("capture", NameOf(GetCapture()));
-}
+RECORDED_CASE(user_windows, capture_destroy_capturing) { HoldCase(facts, Hold::kCapture, Layout::kOne, Act::kDestroy, true); }
 
-RECORDED_CASE(user_windows, capture_destroy_parent) {
-    Scene s;
-    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
-    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
-    s.Settle();
-    SetCapture(inner);
-    Take();
-    DestroyWindow(panel);
-    facts.Add("destroy", Take()).Add("capture", NameOf(GetCapture()));
-}
+RECORDED_CASE(user_windows, capture_destroy_parent) { HoldCase(facts, Hold::kCapture, Layout::kNested, Act::kDestroy); }
 
 RECORDED_CASE(user_windows, capture_hide_and_disable) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetCapture(a);
-    Take();
-    ShowWindow(a, SW_HIDE);
-    facts.Add("hide", Take()).Add("after_hide", NameOf(GetCapture()));
-    EnableWindow(a, FALSE);
-    facts.Add("disable", Take()).Add("after_disable", NameOf(GetCapture()));
+    HWND a = One(s);
+    Give(s, facts, Hold::kCapture, a);
+    Apply(facts, Hold::kCapture, Act::kHide, a, "after_hide");
+    Apply(facts, Hold::kCapture, Act::kDisable, a, "after_disable");
     ReleaseCapture();
     facts.Add("release", Take());
 }
 
 RECORDED_CASE(user_windows, capture_moves_between_windows) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    HWND b = s.Child(s.top(), "b", 70, 10, 50, 30);
+    HWND b;
+    HWND a = Pair(s, &b);
     s.Settle();
     facts.Add("first_prev", NameOf(SetCapture(a))).Add("first", Take());
     facts.Add("second_prev", NameOf(SetCapture(b))).Add("second", Take());
@@ -225,9 +274,8 @@ RECORDED_CASE(user_windows, capture_moves_between_windows) {
 
 RECORDED_CASE(user_windows, capture_and_focus_destroy_top) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Settle();
-    SetFocus(a);
+    HWND a = One(s);
+    Give(s, facts, Hold::kFocus, a);
     SetCapture(a);
     Take();
     DestroyWindow(s.top());
@@ -236,9 +284,7 @@ RECORDED_CASE(user_windows, capture_and_focus_destroy_top) {
 
 RECORDED_CASE(user_windows, sibling_paint_order) {
     Scene s;
-    s.Child(s.top(), "first", 10, 10, 80, 60);
-    s.Child(s.top(), "second", 40, 30, 80, 60);
-    s.Child(s.top(), "third", 70, 50, 80, 60);
+    Overlapping(s);
     s.Settle();
     InvalidateRect(s.top(), nullptr, TRUE);
     UpdateWindow(s.top());
@@ -250,33 +296,22 @@ RECORDED_CASE(user_windows, sibling_paint_order) {
 
 RECORDED_CASE(user_windows, sibling_paint_order_children_only) {
     Scene s;
-    HWND first = s.Child(s.top(), "first", 10, 10, 80, 60);
-    HWND second = s.Child(s.top(), "second", 40, 30, 80, 60);
-    HWND third = s.Child(s.top(), "third", 70, 50, 80, 60);
+    Three t = Overlapping(s);
     s.Settle();
-    InvalidateRect(third, nullptr, TRUE);
-    InvalidateRect(first, nullptr, TRUE);
-    InvalidateRect(second, nullptr, TRUE);
-    Pump();
+    InvalidateAndPump(t.third, t.first, t.second);
     facts.Add("pump", Take());
 }
 
 RECORDED_CASE(user_windows, sibling_paint_order_after_raise) {
     Scene s;
-    HWND first = s.Child(s.top(), "first", 10, 10, 80, 60);
-    HWND second = s.Child(s.top(), "second", 40, 30, 80, 60);
-    HWND third = s.Child(s.top(), "third", 70, 50, 80, 60);
+    Three t = Overlapping(s);
     s.Settle();
-    SetWindowPos(third, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);  // to the top of the z-order
+    SetWindowPos(t.third, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);  // to the top of the z-order
     Pump();
     Take();
-    InvalidateRect(first, nullptr, TRUE);
-    InvalidateRect(second, nullptr, TRUE);
-    InvalidateRect(third, nullptr, TRUE);
-    Pump();
+    InvalidateAndPump(t.first, t.second, t.third);
     facts.Add("after_raise", Take());
-    POINT overlap = {80, 60};  // inside all three
-    facts.Add("on_top", NameOf(ChildWindowFromPoint(s.top(), overlap)));
+    facts.Add("on_top", ChildAt(s, 80, 60));  // inside all three
 }
 
 RECORDED_CASE(user_windows, window_region_hit_test) {
@@ -291,9 +326,8 @@ RECORDED_CASE(user_windows, window_region_hit_test) {
     const POINT pts[] = {{25, 25}, {65, 65}, {90, 30}, {30, 90}, {85, 65}, {139, 99}, {140, 100}, {19, 19}};
     std::string child, screen;
     for (POINT p : pts) {
-        child += (child.empty() ? "" : ".") + NameOf(ChildWindowFromPoint(s.top(), p));
-        POINT q = {p.x + 40, p.y + 30};
-        screen += (screen.empty() ? "" : ".") + NameOf(WindowFromPoint(q));
+        child += (child.empty() ? "" : ".") + ChildAt(s, p.x, p.y);
+        screen += (screen.empty() ? "" : ".") + ScreenAt(p.x, p.y);
     }
     facts.Add("child", child).Add("screen", screen);
     HRGN copy = CreateRectRgn(0, 0, 0, 0);
@@ -306,8 +340,7 @@ RECORDED_CASE(user_windows, window_region_hit_test) {
     HRGN none = CreateRectRgn(0, 0, 0, 0);
     facts.Add("get_cleared", GetWindowRgn(shaped, none));
     DeleteObject(none);
-    POINT inside = {90 + 40, 30 + 30};
-    facts.Add("after_clear", NameOf(WindowFromPoint(inside)));
+    facts.Add("after_clear", ScreenAt(90, 30));
 }
 
 RECORDED_CASE(user_windows, window_region_offset_and_empty) {
@@ -316,98 +349,56 @@ RECORDED_CASE(user_windows, window_region_offset_and_empty) {
     HRGN outside = CreateRectRgn(150, 150, 200, 200);
     facts.Add("set_outside", SetWindowRgn(shaped, outside, FALSE));
     s.Settle();
-    POINT p = {60, 50};
-    facts.Add("hit_outside_rgn", NameOf(ChildWindowFromPoint(s.top(), p)));
+    facts.Add("hit_outside_rgn", ChildAt(s, 60, 50));
     HRGN empty = CreateRectRgn(0, 0, 0, 0);
     facts.Add("set_empty", SetWindowRgn(shaped, empty, FALSE));
-    facts.Add("hit_empty_rgn", NameOf(ChildWindowFromPoint(s.top(), p)));
-    POINT q = {60 + 40, 50 + 30};
-    facts.Add("screen_empty_rgn", NameOf(WindowFromPoint(q)));
+    facts.Add("hit_empty_rgn", ChildAt(s, 60, 50)).Add("screen_empty_rgn", ScreenAt(60, 50));
 }
 
 // Hiding or disabling a window whose child has the focus, and destroying a window two
 // levels above the focus.
-RECORDED_CASE(user_windows, focus_hide_parent_of_focused) {
-    Scene s;
-    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
-    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
-    s.Settle();
-    SetFocus(inner);
-    Take();
-    ShowWindow(panel, SW_HIDE);
-    facts.Add("hide", Take()).Add("focus", NameOf(GetFocus()));
-}
+RECORDED_CASE(user_windows, focus_hide_parent_of_focused) { HoldCase(facts, Hold::kFocus, Layout::kNested, Act::kHide); }
 
-RECORDED_CASE(user_windows, focus_disable_parent_of_focused) {
-    Scene s;
-    HWND panel = s.Child(s.top(), "panel", 10, 10, 150, 100);
-    HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
-    s.Settle();
-    SetFocus(inner);
-    Take();
-    EnableWindow(panel, FALSE);
-    facts.Add("disable", Take()).Add("focus", NameOf(GetFocus()));
-}
+RECORDED_CASE(user_windows, focus_disable_parent_of_focused) { HoldCase(facts, Hold::kFocus, Layout::kNested, Act::kDisable); }
 
 RECORDED_CASE(user_windows, focus_destroy_grandparent_of_focused) {
     Scene s;
     HWND outer = s.Child(s.top(), "outer", 10, 10, 150, 100);
     HWND panel = s.Child(outer, "panel", 5, 5, 100, 60);
     HWND inner = s.Child(panel, "inner", 5, 5, 40, 20);
-    s.Settle();
-    SetFocus(inner);
-    Take();
-    DestroyWindow(outer);
-    facts.Add("destroy", Take()).Add("focus", NameOf(GetFocus()));
+    Give(s, facts, Hold::kFocus, inner);
+    Apply(facts, Hold::kFocus, Act::kDestroy, outer);
     // The top window can take the focus again afterwards.
     facts.Add("refocus_prev", NameOf(SetFocus(s.top()))).Add("refocus", Take());
 }
 
 RECORDED_CASE(user_windows, capture_set_twice_then_other) {
     Scene s;
-    HWND a = s.Child(s.top(), "a", 10, 10, 50, 30);
-    s.Child(s.top(), "b", 70, 10, 50, 30);
-    s.Settle();
-    SetCapture(a);
-    Take();
+    HWND a = Pair(s);
+    Give(s, facts, Hold::kCapture, a);
     facts.Add("again_prev", NameOf(SetCapture(a))).Add("again", Take());
     facts.Add("release", ReleaseCapture()).Add("released", Take()).Add("capture", NameOf(GetCapture()));
 }
 
-// The sibling z-order as GetWindow walks it: new children go to the bottom, so the first
-// created is first (and on top); SetWindowPos and BringWindowToTop move them.
-std::string Siblings(HWND parent) {
-    std::string out;
-    for (HWND c = GetWindow(parent, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
-        out += (out.empty() ? "" : ".") + NameOf(c);
-    return out.empty() ? "-" : out;
-}
-
 RECORDED_CASE(user_windows, zorder_of_new_children) {
     Scene s;
-    HWND first = s.Child(s.top(), "first", 10, 10, 80, 60);
-    HWND second = s.Child(s.top(), "second", 40, 30, 80, 60);
-    HWND third = s.Child(s.top(), "third", 70, 50, 80, 60, 0);
+    Three t = Overlapping(s, 0);
     s.Settle();
     facts.Add("created", Siblings(s.top()));
-    facts.Add("last", NameOf(GetWindow(first, GW_HWNDLAST))).Add("prev_of_third", NameOf(GetWindow(third, GW_HWNDPREV)));
-    BringWindowToTop(second);
+    facts.Add("last", NameOf(GetWindow(t.first, GW_HWNDLAST)))
+        .Add("prev_of_third", NameOf(GetWindow(t.third, GW_HWNDPREV)));
+    BringWindowToTop(t.second);
     facts.Add("bring_second", Siblings(s.top()));
-    SetWindowPos(second, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Place(t.second, HWND_BOTTOM);
     facts.Add("second_bottom", Siblings(s.top()));
-    SetWindowPos(third, first, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    Place(t.third, t.first);
     facts.Add("third_after_first", Siblings(s.top()));
-    ShowWindow(third, SW_SHOW);
+    ShowWindow(t.third, SW_SHOW);
     facts.Add("shown", Siblings(s.top()));
-    POINT overlap = {80, 60};  // inside all three
-    facts.Add("child_at", NameOf(ChildWindowFromPoint(s.top(), overlap)));
-    POINT screen = {80 + 40, 60 + 30};
-    facts.Add("window_at", NameOf(WindowFromPoint(screen)));
-    HWND inner = s.Child(first, "inner", 0, 0, 10, 10);
-    HWND inner2 = s.Child(first, "inner2", 0, 0, 10, 10);
-    (void)inner;
-    (void)inner2;
-    facts.Add("grandchildren", Siblings(first));
+    facts.Add("child_at", ChildAt(s, 80, 60)).Add("window_at", ScreenAt(80, 60));  // inside all three
+    s.Child(t.first, "inner", 0, 0, 10, 10);
+    s.Child(t.first, "inner2", 0, 0, 10, 10);
+    facts.Add("grandchildren", Siblings(t.first));
 }
 
 // Overlapping siblings without WS_CLIPSIBLINGS: who is hit where two overlap, and the
@@ -417,14 +408,11 @@ RECORDED_CASE(user_windows, zorder_paint_and_hit) {
     s.Child(s.top(), "a", 10, 10, 60, 40);
     HWND b = s.Child(s.top(), "b", 30, 20, 60, 40);
     s.Settle();
-    POINT both = {40, 30};
-    facts.Add("hit", NameOf(ChildWindowFromPoint(s.top(), both)));
-    POINT q = {40 + 40, 30 + 30};
-    facts.Add("screen_hit", NameOf(WindowFromPoint(q)));
-    RedrawWindow(s.top(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    facts.Add("hit", ChildAt(s, 40, 30)).Add("screen_hit", ScreenAt(40, 30));
+    RedrawAll(s);
     facts.Add("redraw", Take());
-    SetWindowPos(b, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    facts.Add("hit_after", NameOf(ChildWindowFromPoint(s.top(), both)));
-    RedrawWindow(s.top(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Place(b, HWND_TOP);
+    facts.Add("hit_after", ChildAt(s, 40, 30));
+    RedrawAll(s);
     facts.Add("redraw_after", Take());
 }
