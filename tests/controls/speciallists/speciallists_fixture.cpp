@@ -1,12 +1,20 @@
 #include "speciallists_fixture.h"
 
 #include "CZELScrollbar.h"
+#include "ListRecords.h"
 
 namespace speclisttest {
 
 std::string Narrow(const CString& s) {
     std::wstring w(static_cast<LPCWSTR>(s));
     return std::string(w.begin(), w.end());
+}
+
+std::string ColumnList(const ListColumn* head) {
+    std::string s;
+    for (const ListColumn* c = head; c; c = c->pNext)
+        s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
+    return s;
 }
 
 std::string BarState(CWnd* wnd) {

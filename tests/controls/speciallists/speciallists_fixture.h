@@ -14,6 +14,8 @@
 #include "support/golden.h"
 #include "support/list_fixture.h"
 
+struct ListColumn;
+
 namespace speclisttest {
 
 using zel::test::kBarArrow;
@@ -44,6 +46,9 @@ private:
 };
 
 std::string Narrow(const CString& s);
+
+// "heading:width,..." of a column chain, head first.
+std::string ColumnList(const ListColumn* head);
 
 // "lo..hi@pos shown|hidden[ disabled]" of a list's scroll bar.
 std::string BarState(CWnd* bar);
