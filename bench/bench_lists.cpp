@@ -4,28 +4,20 @@
 // must not grow with the row count (budget in budgets.txt); the append reports rows per
 // second.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
-#include <zel/desktop.h>
-#include <zel/gdi_extras.h>
-#include <zel/platform.h>
 
-#include <filesystem>
 #include <memory>
-#include <string>
 
 #include "CZELList.h"
+#include "bench_list_support.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr int kRows = 100000;
+using zel::bench::kRows;
 
 // Skin pieces written once into a temporary folder.
-class Skin {
+class Skin : public zel::bench::SkinDir {
 public:
-    Skin() : dir_(fs::temp_directory_path() / ("zel_bench_lists_" + std::to_string(::getpid()))) {
-        fs::create_directories(dir_);
+    Skin() : SkinDir("zel_bench_lists_") {
         Write("l", 12, 34, RGB(52, 60, 72));
         Write("m", 8, 34, RGB(45, 52, 63));
         Write("r", 12, 34, RGB(52, 60, 72));
@@ -34,67 +26,27 @@ public:
         Write("sm", 8, 34, RGB(25, 115, 216));
         Write("sr", 12, 34, RGB(36, 146, 255));
     }
-    ~Skin() {
-        std::error_code ignored;
-        fs::remove_all(dir_, ignored);
-    }
-    CString Path(const char* name) const {
-        const std::string p = (dir_ / (std::string(name) + ".bmp")).string();
-        return CString(std::wstring(p.begin(), p.end()).c_str());
-    }
-
-private:
-    void Write(const char* name, int w, int h, COLORREF colour) {
-        HDC screen = ::GetDC(nullptr);
-        HBITMAP bitmap = ::CreateCompatibleBitmap(screen, w, h);
-        HDC dc = ::CreateCompatibleDC(screen);
-        ::ReleaseDC(nullptr, screen);
-        HGDIOBJ old = ::SelectObject(dc, bitmap);
-        HBRUSH brush = ::CreateSolidBrush(colour);
-        RECT rc{0, 0, w, h};
-        ::FillRect(dc, &rc, brush);
-        ::DeleteObject(brush);
-        ::SelectObject(dc, old);
-        ::DeleteDC(dc);
-        zel::SaveBitmap(bitmap, (dir_ / (std::string(name) + ".bmp")).string().c_str());
-        ::DeleteObject(bitmap);
-    }
-    fs::path dir_;
 };
 
 // A style-1 list of 376 x 152 on a parent covering the screen, as the demo shows it.
-class Fixture {
+class Fixture : public zel::bench::ListHost<CZELList> {
 public:
     explicit Fixture(const Skin& skin) {
-        zel::Desktop::Get().Reset();
-        parent_.CreateEx(0, nullptr, L"", WS_POPUP | WS_VISIBLE, 0, 0, 800, 480, nullptr, nullptr);
-        list_.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(16, 88, 392, 240), &parent_, 1401);
-        list_.LoadBitmapW(skin.Path("l"), skin.Path("m"), skin.Path("r"), skin.Path("sep"));
-        list_.LoadSelBitmaps(skin.Path("sl"), skin.Path("sm"), skin.Path("sr"), L"", L"");
+        CZELList& l = list();
+        l.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(16, 88, 392, 240), &parent(), 1401);
+        l.LoadBitmapW(skin.Path("l"), skin.Path("m"), skin.Path("r"), skin.Path("sep"));
+        l.LoadSelBitmaps(skin.Path("sl"), skin.Path("sm"), skin.Path("sr"), L"", L"");
         int fonts[4] = {18, 18, 14, 14};
         COLORREF colours[2] = {RGB(228, 234, 242), RGB(255, 255, 255)};
-        list_.SetFontSizeAndClr(fonts, colours);
-        list_.SetSytle(1);
-        list_.SetInterval(12, 8, 4);
-        list_.SetItemHeight(36);
+        l.SetFontSizeAndClr(fonts, colours);
+        l.SetSytle(1);
+        l.SetInterval(12, 8, 4);
+        l.SetItemHeight(36);
         zel::Desktop::Get().RunUntilIdle();
     }
-    ~Fixture() {
-        list_.DestroyWindow();
-        parent_.DestroyWindow();
-    }
-    CZELList& list() { return list_; }
     void Fill(int rows) {
-        for (int i = 0; i < rows; ++i) list_.InsertItem(i, L"Contact name for the row");
+        for (int i = 0; i < rows; ++i) list().InsertItem(i, L"Contact name for the row");
     }
-    void Paint() {
-        list_.Invalidate(FALSE);
-        list_.UpdateWindow();
-    }
-
-private:
-    CWnd parent_;
-    CZELList list_;
 };
 
 const Skin& TheSkin() {

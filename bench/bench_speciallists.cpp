@@ -3,34 +3,26 @@
 // and file lists and the table. Each draws only the rows it shows, so its paint must not
 // grow with the row count (budgets in budgets.txt).
 #include <benchmark/benchmark.h>
-#include <unistd.h>
-#include <zel/debug.h>
-#include <zel/desktop.h>
-#include <zel/gdi_extras.h>
-#include <zel/platform.h>
 
-#include <filesystem>
-#include <memory>
-#include <string>
+#include <cstdio>
+#include <utility>
 
 #include "CBbgFileList.h"
 #include "CZELBTList.h"
 #include "CZELListCtrl.h"
 #include "CZELPlayList.h"
 #include "CZELTelList.h"
+#include "bench_list_support.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr int kRows = 100000;
+using zel::bench::kRows;
 
 // Skin pieces written once into a temporary folder, and the same as a resource module for
 // the file list.
-class Skin {
+class Skin : public zel::bench::SkinDir {
 public:
-    Skin() : dir_(fs::temp_directory_path() / ("zel_bench_speclists_" + std::to_string(::getpid()))) {
-        fs::create_directories(dir_);
+    Skin() : SkinDir("zel_bench_speclists_") {
         for (const char* corner : {"tl", "bl", "tr", "br"}) Write(corner, 16, 16, RGB(226, 231, 238));
         Write("l", 12, 40, RGB(240, 243, 248));
         Write("m", 8, 40, RGB(232, 236, 242));
@@ -43,8 +35,8 @@ public:
         Write("paper", 800, 480, RGB(226, 231, 238));
         std::string rc;
         for (auto [id, name] : {std::pair{101, "paper"}, std::pair{102, "cm"}})
-            rc += std::to_string(id) + " BITMAP \"" + (dir_ / (std::string(name) + ".bmp")).string() + "\"\n";
-        const fs::path script = dir_ / "skin.rc";
+            rc += std::to_string(id) + " BITMAP \"" + File(name).string() + "\"\n";
+        const zel::bench::fs::path script = dir() / "skin.rc";
         FILE* f = std::fopen(script.string().c_str(), "w");
         std::fputs(rc.c_str(), f);
         std::fclose(f);
@@ -52,12 +44,6 @@ public:
     }
     ~Skin() {
         if (module_) zel::FreeResourceModule(module_);
-        std::error_code ignored;
-        fs::remove_all(dir_, ignored);
-    }
-    CString Path(const char* name) const {
-        const std::string p = (dir_ / (std::string(name) + ".bmp")).string();
-        return CString(std::wstring(p.begin(), p.end()).c_str());
     }
     CArray<CString, CString>& Paths(std::initializer_list<const char*> names) const {
         static CArray<CString, CString> arrays[4];
@@ -70,22 +56,6 @@ public:
     HINSTANCE module() const { return module_; }
 
 private:
-    void Write(const char* name, int w, int h, COLORREF colour) {
-        HDC screen = ::GetDC(nullptr);
-        HBITMAP bitmap = ::CreateCompatibleBitmap(screen, w, h);
-        HDC dc = ::CreateCompatibleDC(screen);
-        ::ReleaseDC(nullptr, screen);
-        HGDIOBJ old = ::SelectObject(dc, bitmap);
-        HBRUSH brush = ::CreateSolidBrush(colour);
-        RECT rc{0, 0, w, h};
-        ::FillRect(dc, &rc, brush);
-        ::DeleteObject(brush);
-        ::SelectObject(dc, old);
-        ::DeleteDC(dc);
-        zel::SaveBitmap(bitmap, (dir_ / (std::string(name) + ".bmp")).string().c_str());
-        ::DeleteObject(bitmap);
-    }
-    fs::path dir_;
     HINSTANCE module_ = nullptr;
 };
 
@@ -95,30 +65,12 @@ const Skin& TheSkin() {
 }
 
 // A list of 496 x 360 on a parent covering the screen, as the demo shows them; filled,
-// current row one below the position, scrolled, painted once before the timing.
+// current row one below the position, scrolled, painted once before the timing. The
+// lists' debug lines cost nothing here.
 template <class List>
-class Fixture {
+class Fixture : public zel::bench::ListHost<List> {
 public:
-    Fixture() {
-        zel::Desktop::Get().Reset();
-        zel::SetDebugSink([](const std::wstring&) {});  // the lists' debug lines cost nothing here
-        parent_.CreateEx(0, nullptr, L"", WS_POPUP | WS_VISIBLE, 0, 0, 800, 480, nullptr, nullptr);
-    }
-    ~Fixture() {
-        list_.DestroyWindow();
-        parent_.DestroyWindow();
-        zel::SetDebugSink(nullptr);
-    }
-    CWnd& parent() { return parent_; }
-    List& list() { return list_; }
-    void Paint() {
-        list_.Invalidate(FALSE);
-        list_.UpdateWindow();
-    }
-
-private:
-    CWnd parent_;
-    List list_;
+    Fixture() : zel::bench::ListHost<List>(true) {}
 };
 
 const CRect kPlace(24, 72, 520, 432);

@@ -1,38 +1,20 @@
-// What the list tests share: the control fixture, a plain child window for CListData to
-// subclass (as a dialog item), the scroll bar's skin, and a debug-line recorder.
+// The list tests' fixture: the shared list fixture (a dialog item for CListData to
+// subclass, the scroll bar's skin, a debug-line recorder) under this family's name.
 #pragma once
 
 #include <afxwin.h>
 #include <gtest/gtest.h>
 #include <zel/debug.h>
 
-#include <string>
-#include <vector>
-
-#include "support/control_test.h"
+#include "support/list_fixture.h"
 
 namespace liststest {
 
-// The scroll bar's skin: 12 pixels wide, 8-pixel arrows, a 24-pixel track, a 10 x 8 thumb.
-constexpr int kBarWidth = 12;
-const COLORREF kBarArrow = RGB(40, 40, 160), kBarTrack = RGB(200, 200, 230), kBarThumb = RGB(40, 160, 40);
+using zel::test::kBarArrow;
+using zel::test::kBarThumb;
+using zel::test::kBarTrack;
+using zel::test::kBarWidth;
 
-class ListTest : public zel::test::ControlTest {
-protected:
-    ListTest() : ControlTest(CRect(20, 30, 420, 330)) {}
-    void SetUp() override;
-    void TearDown() override;
-
-    // A visible child of the parent at `rc` (parent coordinates) of a class without
-    // CS_DBLCLKS, identifier `id`: what a host's dialog gives a list to subclass.
-    HWND ItemWindow(const CRect& rc, int id);
-    // The scroll bar pieces, written once per test; the skin string in the bar's order.
-    CString BarSkin();
-    // Debug lines printed since the last call, joined by '|'.
-    std::string DebugLines();
-
-private:
-    std::vector<std::wstring> lines_;
-};
+class ListTest : public zel::test::ListFixture {};
 
 }  // namespace liststest

@@ -341,7 +341,20 @@ TEST_F(ZelListTest, AHundredThousandRows) {
 
 // ---- goldens ------------------------------------------------------------------------------------
 
-using ZelListGolden = ZelListTest;
+class ZelListGolden : public ZelListTest {
+protected:
+    // Paints the list and compares it with its golden image.
+    void Shoot(ProbeZList& l, const char* name) {
+        l.Invalidate();
+        desktop.RunUntilIdle();
+        EXPECT_GOLDEN("CZELList", name, zel::test::CaptureWindow(l.m_hWnd, 1));
+    }
+    // A 30 x 130 panel whose last two columns give the list its background colour.
+    void Panel(ProbeZList& l) {
+        skins.Pixels("panel", 30, 130, [](int x, int) { return x < 28 ? RGB(90, 120, 170) : RGB(210, 225, 240); });
+        l.LoadBkBitmap(P("panel"));
+    }
+};
 
 TEST_F(ZelListGolden, Style1) {
     ProbeZList& l = Make(1);
@@ -350,36 +363,28 @@ TEST_F(ZelListGolden, Style1) {
          {L"Alpha", L"Bravo with a name far too long to fit the row", L"Charlie", L"Delta", L"Echo", L"Foxtrot"})
         l.InsertItem(l.GetItemCount(), n);
     l.SetCurSel(2);
-    l.Invalidate();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELList", "style1", zel::test::CaptureWindow(l.m_hWnd, 1));
+    Shoot(l, "style1");
 }
 
 TEST_F(ZelListGolden, Style1Empty) {
     ProbeZList& l = Make(1);
-    l.Invalidate();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELList", "style1_empty", zel::test::CaptureWindow(l.m_hWnd, 1));
+    Shoot(l, "style1_empty");
 }
 
 TEST_F(ZelListGolden, Style2) {
     ProbeZList& l = Make(2);
-    skins.Pixels("panel", 30, 130, [](int x, int) { return x < 28 ? RGB(90, 120, 170) : RGB(210, 225, 240); });
-    l.LoadBkBitmap(P("panel"));
+    Panel(l);
     for (const wchar_t* n : {L"Alpha", L"Bravo with a name far too long to fit the row", L"Charlie", L"Delta", L"Echo"})
         l.InsertItem(l.GetItemCount(), n);
     l.SetItemState(1, 2, 0);
     l.SetItemState(2, 2, 0);
     l.SetCurSel(2);
-    l.Invalidate();
-    desktop.RunUntilIdle();
+    Shoot(l, "style2");
     EXPECT_EQ(l.m_clrBack, RGB(210, 225, 240)) << "sampled from the panel bitmap";
-    EXPECT_GOLDEN("CZELList", "style2", zel::test::CaptureWindow(l.m_hWnd, 1));
 }
 
 TEST_F(ZelListGolden, Style3) {
     ProbeZList& l = Make(3);
-    skins.Pixels("panel", 30, 130, [](int x, int) { return x < 28 ? RGB(90, 120, 170) : RGB(210, 225, 240); });
     skins.Framed("badge", 22, 18, RGB(255, 230, 150), RGB(120, 90, 0));
     skins.Framed("sbadge", 22, 18, RGB(255, 255, 255), RGB(0, 0, 0));
     // Style 3's right caps are wide: the time is written over them.
@@ -387,15 +392,13 @@ TEST_F(ZelListGolden, Style3) {
     skins.Framed("swide", 48, 20, kSelRight, kSelMiddle);
     l.LoadBitmapW(P("l"), P("m"), P("wide"), P("sep"));
     l.LoadSelBitmaps(P("sl"), P("sm"), P("swide"), P("mark"), P("smark"));
-    l.LoadBkBitmap(P("panel"));
+    Panel(l);
     l.LoadBitBmp2(P("badge"), P("sbadge"));
     l.SetItemHeight(30);
     for (const wchar_t* n : {L"Alpha", L"Bravo with a long name", L"Charlie", L"Delta"})
         l.AddItem(*Texts({n, L"detail line", L"3:41"}), 0);
     l.SetCurSel(1);
-    l.Invalidate();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELList", "style3", zel::test::CaptureWindow(l.m_hWnd, 1));
+    Shoot(l, "style3");
 }
 
 TEST_F(ZelListGolden, Style0WithImagesAndPlayLayout) {
@@ -413,9 +416,7 @@ TEST_F(ZelListGolden, Style0WithImagesAndPlayLayout) {
     l.InsertItem(1, L"No image", 7);  // an image past the count is not taken: the row keeps image 0
     l.SetItemText(1, 1, L"0:15");
     l.SetCurSel(2);
-    l.Invalidate();
-    desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CZELList", "style0_play", zel::test::CaptureWindow(l.m_hWnd, 1));
+    Shoot(l, "style0_play");
 }
 
 }  // namespace

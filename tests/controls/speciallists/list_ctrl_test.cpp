@@ -22,12 +22,7 @@ public:
     using CZELListCtrl::m_pScrollBar;
     using CZELListCtrl::m_rcClick;
     using CZELListCtrl::m_rcList;
-    std::string Headings() {
-        std::string s;
-        for (ListColumn* c = m_pColumns; c; c = c->pNext)
-            s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
-        return s;
-    }
+    std::string Headings() { return ColumnList(m_pColumns); }
 };
 
 // The table: 240 x 150 at (10, 10) of the parent; margins 3, headings 20 high (their

@@ -21,12 +21,7 @@ public:
     using CZELPlayList::m_pScrollBar;
     using CZELPlayList::m_rcClick;
     using CZELPlayList::m_rcList;
-    std::string Columns() {
-        std::string s;
-        for (ListColumn* c = m_pColumns; c; c = c->pNext)
-            s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
-        return s;
-    }
+    std::string Columns() { return ColumnList(m_pColumns); }
     std::string Bar() { return BarState(m_pScrollBar); }
 };
 

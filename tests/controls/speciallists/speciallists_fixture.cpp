@@ -1,18 +1,20 @@
 #include "speciallists_fixture.h"
 
-#include <zel/debug.h>
-
 #include "CZELScrollbar.h"
+#include "ListRecords.h"
 
 namespace speclisttest {
-
-namespace {
-constexpr wchar_t kItemClass[] = L"ZelSpecialListItem";
-}
 
 std::string Narrow(const CString& s) {
     std::wstring w(static_cast<LPCWSTR>(s));
     return std::string(w.begin(), w.end());
+}
+
+std::string ColumnList(const ListColumn* head) {
+    std::string s;
+    for (const ListColumn* c = head; c; c = c->pNext)
+        s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
+    return s;
 }
 
 std::string BarState(CWnd* wnd) {
@@ -23,25 +25,9 @@ std::string BarState(CWnd* wnd) {
            (bar->IsWindowVisible() ? " shown" : " hidden") + (bar->IsWindowEnabled() ? "" : " disabled");
 }
 
-void SpecialListTest::SetUp() {
-    ControlTest::SetUp();
-    lines_.clear();
-    zel::SetDebugSink([this](const std::wstring& line) { lines_.push_back(line); });
-}
-
 void SpecialListTest::TearDown() {
-    zel::SetDebugSink(nullptr);
     arrays_.clear();
-    ControlTest::TearDown();
-}
-
-HWND SpecialListTest::ItemWindow(const CRect& rc, int id) {
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = ::DefWindowProcW;
-    wc.lpszClassName = kItemClass;
-    ::RegisterClassW(&wc);  // again after each desktop reset; a repeat fails harmlessly
-    return ::CreateWindowExW(0, kItemClass, L"", WS_CHILD | WS_VISIBLE, rc.left, rc.top, rc.Width(), rc.Height(),
-                             parent.m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    ListFixture::TearDown();
 }
 
 void SpecialListTest::WritePieces() {
@@ -54,28 +40,10 @@ void SpecialListTest::WritePieces() {
     skins.Solid("cr", 6, kRowHeight, kCurRight);
 }
 
-CString SpecialListTest::BarSkin() {
-    skins.Solid("up", kBarWidth, 8, kBarArrow);
-    skins.Solid("up_down", kBarWidth, 8, kBarArrow);
-    skins.Solid("track", kBarWidth, 24, kBarTrack);
-    skins.Solid("thumb", 10, 8, kBarThumb);
-    skins.Solid("thumb_down", 10, 8, kBarThumb);
-    skins.Solid("down", kBarWidth, 8, kBarArrow);
-    skins.Solid("down_down", kBarWidth, 8, kBarArrow);
-    return skins.Skin({"up", "up_down", "track", "thumb", "thumb_down", "down", "down_down"});
-}
-
 CArray<CString, CString>& SpecialListTest::Paths(std::initializer_list<std::string> names) {
     arrays_.push_back(std::make_unique<CArray<CString, CString>>());
     for (const std::string& n : names) arrays_.back()->Add(n.empty() ? CString() : CString(skins.Path(n).c_str()));
     return *arrays_.back();
-}
-
-std::string SpecialListTest::DebugLines() {
-    std::string s;
-    for (const std::wstring& w : lines_) s += (s.empty() ? "" : "|") + std::string(w.begin(), w.end());
-    lines_.clear();
-    return s;
 }
 
 bool SpecialListTest::InkInBand(HWND hwnd, COLORREF ink, int top, int h) {

@@ -1,23 +1,25 @@
-#include "lists_fixture.h"
+#include "support/list_fixture.h"
 
-namespace liststest {
+#include <zel/debug.h>
+
+namespace zel::test {
 
 namespace {
 constexpr wchar_t kItemClass[] = L"ZelListTestItem";
 }
 
-void ListTest::SetUp() {
+void ListFixture::SetUp() {
     ControlTest::SetUp();
     lines_.clear();
     zel::SetDebugSink([this](const std::wstring& line) { lines_.push_back(line); });
 }
 
-void ListTest::TearDown() {
+void ListFixture::TearDown() {
     zel::SetDebugSink(nullptr);
     ControlTest::TearDown();
 }
 
-HWND ListTest::ItemWindow(const CRect& rc, int id) {
+HWND ListFixture::ItemWindow(const CRect& rc, int id) {
     WNDCLASSW wc{};
     wc.lpfnWndProc = ::DefWindowProcW;
     wc.lpszClassName = kItemClass;
@@ -26,7 +28,7 @@ HWND ListTest::ItemWindow(const CRect& rc, int id) {
                              parent.m_hWnd, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
 }
 
-CString ListTest::BarSkin() {
+CString ListFixture::BarSkin() {
     skins.Solid("up", kBarWidth, 8, kBarArrow);
     skins.Solid("up_down", kBarWidth, 8, kBarArrow);
     skins.Solid("track", kBarWidth, 24, kBarTrack);
@@ -37,11 +39,11 @@ CString ListTest::BarSkin() {
     return skins.Skin({"up", "up_down", "track", "thumb", "thumb_down", "down", "down_down"});
 }
 
-std::string ListTest::DebugLines() {
+std::string ListFixture::DebugLines() {
     std::string s;
     for (const std::wstring& w : lines_) s += (s.empty() ? "" : "|") + std::string(w.begin(), w.end());
     lines_.clear();
     return s;
 }
 
-}  // namespace liststest
+}  // namespace zel::test
