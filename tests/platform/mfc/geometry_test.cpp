@@ -1,14 +1,12 @@
-// CPoint, CSize, CRect.
+// CPoint, CSize, CRect: the Win32 rectangle rules the wrappers must keep (half-open
+// edges, empty versus null, the all-zero result of a failed intersection).
 #include <afxwin.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-TEST(CRect, SizeCentreAndTheHalfOpenConvention) {
+TEST(CRect, HalfOpenEdgesAndEmptiness) {
     CRect r(10, 20, 50, 30);
-    EXPECT_EQ(r.Width(), 40);
-    EXPECT_EQ(r.Height(), 10);
-    EXPECT_EQ(r.Size(), CSize(40, 10));
     EXPECT_EQ(r.CenterPoint(), CPoint(30, 25));
     EXPECT_TRUE(r.PtInRect(CPoint(10, 20)));
     EXPECT_FALSE(r.PtInRect(CPoint(50, 25))) << "the right edge is outside";
@@ -18,21 +16,12 @@ TEST(CRect, SizeCentreAndTheHalfOpenConvention) {
     EXPECT_TRUE(inverted.IsRectEmpty());
     inverted.NormalizeRect();
     EXPECT_EQ(inverted, r);
-    EXPECT_TRUE(CRect(0, 0, 0, 0).IsRectNull());
     EXPECT_TRUE(CRect(5, 5, 5, 9).IsRectEmpty());
     EXPECT_FALSE(CRect(5, 5, 5, 9).IsRectNull());
-}
-
-TEST(CRect, CornersAliasTheStructure) {
-    CRect r(1, 2, 3, 4);
+    // The corners alias the structure.
     r.TopLeft() = CPoint(-5, -6);
     r.BottomRight().x = 10;
-    EXPECT_EQ(r, CRect(-5, -6, 10, 4));
-    const RECT* raw = r;
-    EXPECT_EQ(raw->left, -5);
-    LPRECT writable = r;
-    writable->bottom = 40;
-    EXPECT_EQ(r.Height(), 46);
+    EXPECT_EQ(r, CRect(-5, -6, 10, 30));
 }
 
 TEST(CRect, InflateDeflateOffsetAndMove) {
@@ -41,13 +30,10 @@ TEST(CRect, InflateDeflateOffsetAndMove) {
     EXPECT_EQ(r, CRect(12, 13, 18, 17));
     r.InflateRect(1, 2, 3, 4);
     EXPECT_EQ(r, CRect(11, 11, 21, 21));
-    r.DeflateRect(CRect(1, 1, 1, 1));
-    r.OffsetRect(-12, 5);
-    EXPECT_EQ(r, CRect(0, 17, 8, 25));
+    r.OffsetRect(-11, 5);
     r.MoveToXY(100, 200);
-    EXPECT_EQ(r, CRect(100, 200, 108, 208));
-    EXPECT_EQ(r + CPoint(1, 1), CRect(101, 201, 109, 209));
-    EXPECT_EQ(r - CSize(100, 200), CRect(0, 0, 8, 8));
+    EXPECT_EQ(r, CRect(100, 200, 110, 210));
+    EXPECT_EQ(r - CSize(100, 200), CRect(0, 0, 10, 10));
 }
 
 TEST(CRect, IntersectAndUnionFollowTheWin32Functions) {
@@ -57,30 +43,18 @@ TEST(CRect, IntersectAndUnionFollowTheWin32Functions) {
     EXPECT_EQ(r, CRect(5, 5, 10, 10));
     EXPECT_FALSE(r.IntersectRect(a, c));
     EXPECT_TRUE(r.IsRectNull()) << "no overlap gives the all-zero rectangle";
-    EXPECT_TRUE(r.UnionRect(a, c));
-    EXPECT_EQ(r, CRect(0, 0, 40, 40));
     EXPECT_TRUE(r.UnionRect(CRect(3, 3, 3, 9), b)) << "an empty rectangle does not widen a union";
     EXPECT_EQ(r, b);
     CRect d = a;
     d &= b;
-    EXPECT_EQ(d, CRect(5, 5, 10, 10));
     d |= c;
     EXPECT_EQ(d, CRect(5, 5, 40, 40));
-    EXPECT_EQ(a & c, CRect());
     EXPECT_FALSE(r.IntersectRect(nullptr, a));
 }
 
-TEST(CPointCSize, Arithmetic) {
-    CPoint p(3, 4);
-    p.Offset(1, -1);
-    EXPECT_EQ(p, CPoint(4, 3));
-    EXPECT_EQ(p - CPoint(1, 1), CSize(3, 2));
-    EXPECT_EQ(p + CSize(1, 1), CPoint(5, 4));
-    EXPECT_EQ(-p, CPoint(-4, -3));
-    EXPECT_EQ(CPoint(MAKELPARAM(-3, 7)), CPoint(-3, 7)) << "message coordinates are signed";
-    CSize s(2, 3);
-    s += CSize(1, 1);
-    EXPECT_EQ(s, CSize(3, 4));
+TEST(CPoint, MessageCoordinatesAreSigned) {
+    EXPECT_EQ(CPoint(MAKELPARAM(-3, 7)), CPoint(-3, 7));
+    EXPECT_EQ(CPoint(4, 3) - CPoint(1, 1), CSize(3, 2));
 }
 
 }  // namespace
