@@ -62,14 +62,8 @@ TEST_F(DrawTextTest, CalcRectMeasuresOneLine) {
 }
 
 TEST_F(DrawTextTest, VerticalAlignmentNeedsSingleLineAndCountsInTheResult) {
-    // y = top + (bottom - top) / 2 - height / 2 = 20 - 7.
-    EXPECT_EQ(Calc(L"Hello", {0, 0, 100, 40}, DT_SINGLELINE | DT_VCENTER), "27:0,0,29,27");
-    EXPECT_EQ(Calc(L"Hello", {0, 0, 100, 40}, DT_SINGLELINE | DT_BOTTOM), "40:0,0,29,40");
-    EXPECT_EQ(Calc(L"Hello World", {10, 10, 110, 60}, DT_SINGLELINE | DT_CENTER | DT_VCENTER),
-              "32:10,10,74,42");
-    EXPECT_EQ(Calc(L"ab\ncd", {0, 0, 200, 100}, DT_VCENTER), "28:0,0,14,28") << "ignored without DT_SINGLELINE";
-    EXPECT_EQ(Calc(L"ab\ncd", {0, 0, 200, 100}, DT_BOTTOM), "28:0,0,14,28");
-
+    // y = top + (bottom - top) / 2 - height / 2 = 20 - 7. The measured forms are pinned
+    // against the recordings (single_vcenter, vcenter_without_singleline, ...).
     Surface s(100, 40);
     s.Use({L"Liberation Sans", 14});
     RECT r{0, 0, 100, 40};
@@ -103,30 +97,12 @@ TEST_F(DrawTextTest, EmptyAndZeroCounts) {
     EXPECT_EQ(RectText(r), "0,0,50,50") << "and nothing measured";
 }
 
-TEST_F(DrawTextTest, WordBreakKeepsTrailingSpacesLeftAlignedOnly) {
-    // "The quick " (56) fits in 80, "The quick brown" does not; "brown fox " is 56 again.
-    EXPECT_EQ(Calc(L"The quick brown fox jumps", {0, 0, 80, 100}, DT_WORDBREAK), "42:0,0,56,42");
-    // Centred: "one two" (43) without its space.
-    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK | DT_CENTER), "28:0,0,43,28");
-    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK), "28:0,0,46,28");
-    // Runs of spaces: one is kept while it fits, one swallowed at the break.
-    EXPECT_EQ(Calc(L"a  b   c", {0, 0, 12, 100}, DT_WORDBREAK), "42:0,0,10,42");
-    // DT_SINGLELINE cancels word breaking.
-    EXPECT_EQ(Calc(L"one two three", {0, 0, 50, 100}, DT_WORDBREAK | DT_SINGLELINE),
-              "14:0,0," + std::to_string(Width(L"one two three")) + ",14");
-}
-
+// Word breaking itself is pinned against the recordings (wordbreak_*); these are the
+// cases around an over-long word.
 TEST_F(DrawTextTest, LongWordsOverflowUnlessEditControl) {
-    EXPECT_EQ(Calc(L"Supercalifragilistic", {0, 0, 40, 100}, DT_WORDBREAK), "14:0,0,100,14");
     EXPECT_EQ(Calc(L"Supercalifragilistic is ok", {0, 0, 40, 100}, DT_WORDBREAK), "28:0,0,100,28");
-    // DT_EDITCONTROL breaks inside the word: every line fits.
-    RECT r{0, 0, 40, 100};
-    int ret = DrawTextW(measure_->dc(), L"Supercalifragilistic", -1, &r, DT_WORDBREAK | DT_EDITCONTROL | DT_CALCRECT);
-    EXPECT_LE(r.right, 40);
-    EXPECT_EQ(ret % 14, 0);
-    EXPECT_GE(ret, 3 * 14);
     // A width too small for one character still advances.
-    r = RECT{0, 0, 1, 100};
+    RECT r{0, 0, 1, 100};
     EXPECT_EQ(DrawTextW(measure_->dc(), L"abc", -1, &r, DT_WORDBREAK | DT_EDITCONTROL | DT_CALCRECT), 42);
 }
 
@@ -144,23 +120,14 @@ TEST_F(DrawTextTest, IdeographsBreakBetweenCharacters) {
     EXPECT_GT(ink.right - ink.left, 4 * one) << "glyphs drawn from the fall-back face";
 }
 
+// Prefix removal and the underline of the first character are pinned against the
+// recordings (prefix_*); here the underline of a later character and the two flags that
+// split text from underline.
 TEST_F(DrawTextTest, PrefixesAreRemovedAndUnderline) {
-    EXPECT_EQ(Calc(L"&File", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,20,14");
-    EXPECT_EQ(Calc(L"File", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,20,14");
-    EXPECT_EQ(Calc(L"A&&B", {0, 0, 200, 50}, DT_SINGLELINE), "14:0,0,24,14") << "&& shows one &";
-    EXPECT_EQ(Calc(L"&File", {0, 0, 200, 50}, DT_SINGLELINE | DT_NOPREFIX), "14:0,0,28,14");
-    EXPECT_EQ(Calc(L"File&", {0, 0, 200, 50}, DT_SINGLELINE), Calc(L"File&", {0, 0, 200, 50}, DT_NOPREFIX | DT_SINGLELINE))
-        << "a trailing & is shown";
-
     // The underline: one pixel below the baseline (ascent 11 + 1), the prefixed
     // character's advance less one pixel wide.
-    auto prefixed = Draw(L"&File", {0, 0, 120, 60}, DT_SINGLELINE);
     auto plain = Draw(L"File", {0, 0, 120, 60}, DT_SINGLELINE);
     int f = Width(L"F");
-    for (int x = 0; x < 30; ++x) {
-        EXPECT_EQ(prefixed->Pixel(x, 12), x < f - 1 ? kBlack : kWhite) << x;
-        EXPECT_EQ(plain->Pixel(x, 12), kWhite) << x;
-    }
     auto second = Draw(L"F&ile", {0, 0, 120, 60}, DT_SINGLELINE);
     int i = Width(L"i");
     for (int x = 0; x < 30; ++x) EXPECT_EQ(second->Pixel(x, 12), x >= f && x < f + i - 1 ? kBlack : kWhite) << x;
@@ -220,35 +187,6 @@ TEST_F(DrawTextTest, PathEllipsisKeepsTheFileName) {
     EXPECT_LE(r.right, room);
 }
 
-TEST_F(DrawTextTest, WordEllipsisTruncatesWhatDoesNotFit) {
-    EXPECT_EQ(Calc(L"Hello World", {0, 0, 40, 100}, DT_SINGLELINE | DT_WORD_ELLIPSIS), "14:0,0,38,14");
-    EXPECT_EQ(Calc(L"Hello", {0, 0, 40, 100}, DT_SINGLELINE | DT_WORD_ELLIPSIS), "14:0,0,29,14");
-}
-
-TEST_F(DrawTextTest, TabsExpandToStopsOfEightAverageCharacters) {
-    TEXTMETRICW tm{};
-    GetTextMetricsW(measure_->dc(), &tm);
-    int b = Width(L"b");
-    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS),
-              "14:0,0," + std::to_string(8 * tm.tmAveCharWidth + b) + ",14");
-    EXPECT_EQ(Calc(L"a\t\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS),
-              "14:0,0," + std::to_string(16 * tm.tmAveCharWidth + b) + ",14");
-    // DT_TABSTOP takes the stop from bits 8-15, which also switches off the flags that
-    // live there: DT_CALCRECT among them, so this draws and leaves the rectangle alone.
-    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE | DT_EXPANDTABS | DT_TABSTOP | (3 << 8)),
-              "14:0,0,300,50");
-    // Without DT_EXPANDTABS a tab is measured as a character.
-    EXPECT_EQ(Calc(L"a\tb", {0, 0, 300, 50}, DT_SINGLELINE), "14:0,0," + std::to_string(Width(L"a\tb")) + ",14");
-
-    // Drawn: the segment after the tab starts at the stop.
-    auto tabbed = Draw(L"\tb", {0, 0, 120, 60}, DT_SINGLELINE | DT_EXPANDTABS);
-    auto shifted = Draw(L"b", {8 * tm.tmAveCharWidth, 0, 120, 60}, DT_SINGLELINE);
-    EXPECT_EQ(tabbed->Picture(kBlack), shifted->Picture(kBlack));
-    auto three = Draw(L"\tb", {0, 0, 120, 60}, DT_SINGLELINE | DT_EXPANDTABS | DT_TABSTOP | (3 << 8));
-    auto threeShifted = Draw(L"b", {3 * tm.tmAveCharWidth, 0, 120, 60}, DT_SINGLELINE);
-    EXPECT_EQ(three->Picture(kBlack), threeShifted->Picture(kBlack));
-}
-
 TEST_F(DrawTextTest, ExternalLeadingOnlyWhenAsked) {
     Surface s(1, 1);
     s.Use({L"Liberation Sans", 30});  // cell 30, external leading 1
@@ -256,25 +194,6 @@ TEST_F(DrawTextTest, ExternalLeadingOnlyWhenAsked) {
     EXPECT_EQ(DrawTextW(s.dc(), L"a\nb", -1, &r, DT_CALCRECT), 60);
     r = RECT{0, 0, 200, 200};
     EXPECT_EQ(DrawTextW(s.dc(), L"a\nb", -1, &r, DT_CALCRECT | DT_EXTERNALLEADING), 62);
-}
-
-TEST_F(DrawTextTest, HorizontalAlignmentPlacesEachLine) {
-    int w = Width(L"Ag");
-    auto left = Draw(L"Ag", {10, 0, 110, 60}, DT_SINGLELINE);
-    auto right = Draw(L"Ag", {10 - 100 + w, 0, 10 + w, 60}, DT_SINGLELINE | DT_RIGHT);
-    EXPECT_EQ(left->Picture(kBlack), right->Picture(kBlack));
-    // Centre: (left + right - width) / 2.
-    auto centre = Draw(L"Ag", {0, 0, 20 + w, 60}, DT_SINGLELINE | DT_CENTER);
-    EXPECT_EQ(centre->Picture(kBlack), left->Picture(kBlack));
-    // Each line of a multi-line text is centred on its own.
-    auto lines = Draw(L"Ag\nAgAg", {0, 0, 20 + 2 * w, 60}, DT_CENTER);
-    auto first = Draw(L"Ag", {0, 0, 20 + 2 * w, 60}, DT_SINGLELINE | DT_CENTER);
-    auto second = Draw(L"AgAg", {0, 14, 20 + 2 * w, 60}, DT_SINGLELINE | DT_CENTER);
-    for (int y = 0; y < 60; ++y)
-        for (int x = 0; x < 120; ++x) {
-            COLORREF want = y < 14 ? first->Pixel(x, y) : second->Pixel(x, y);
-            ASSERT_EQ(lines->Pixel(x, y), want) << x << "," << y;
-        }
 }
 
 TEST_F(DrawTextTest, OutputIsClippedToTheRectangleUnlessNoClip) {
@@ -324,17 +243,6 @@ TEST_F(DrawTextTest, OpaqueBackgroundFillsOnlyTextCells) {
             else
                 ASSERT_EQ(c, t::kSentinel) << x << "," << y;
         }
-}
-
-TEST_F(DrawTextTest, TextColourIsExact) {
-    Surface s(60, 30, kWhite);
-    s.Use({L"Liberation Sans", 18});
-    SetBkMode(s.dc(), TRANSPARENT);
-    SetTextColor(s.dc(), RGB(200, 0, 0));
-    RECT r{1, 1, 59, 29};
-    DrawTextW(s.dc(), L"H", -1, &r, DT_SINGLELINE);
-    EXPECT_GT(s.Count(RGB(200, 0, 0)), 20);
-    EXPECT_EQ(s.Count(RGB(200, 0, 0)) + s.Count(kWhite), 60 * 30);
 }
 
 TEST_F(DrawTextTest, WorksOnMonochromeSurfaces) {

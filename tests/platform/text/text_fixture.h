@@ -16,6 +16,7 @@
 #include "gdi/text/realized_font.h"
 #include "support/leak_check.h"
 #include "support/memory_surface.h"
+#include "support/platform_rects.h"
 #include "support/sentinel.h"
 
 namespace zel::test {
@@ -129,11 +130,6 @@ private:
     HFONT font_ = nullptr;
     HGDIOBJ oldFont_ = nullptr;
 };
-
-inline std::string RectText(const RECT& r) {
-    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
-           std::to_string(r.bottom);
-}
 
 inline int Width(HDC dc, const wchar_t* text) {
     SIZE s{};
