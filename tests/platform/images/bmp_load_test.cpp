@@ -4,7 +4,6 @@
 #include <string>
 
 #include "gdi/image_codec.h"
-#include "platform/images/bitmap_pixels.h"
 #include "platform/images/image_builders.h"
 #include "support/leak_check.h"
 
@@ -15,7 +14,6 @@ using zel::detail::LoadImageFromMemory;
 using zel::test::BmpParts;
 using zel::test::BuildBmp;
 using zel::test::Bytes;
-using zel::test::OwnedBitmap;
 using zel::test::PackDibRows;
 using Rows = std::vector<std::vector<uint32_t>>;
 
@@ -137,22 +135,6 @@ TEST_F(BmpLoad, DecodesEveryHeaderDepthAndLayout) {
         Bytes file = BuildBmp(v.parts);
         EXPECT_TRUE(SamePixels(Decode(file), v.expected));
     }
-}
-
-TEST_F(BmpLoad, LoadedBitmapIs32BppWithTheDecodedPixels) {
-    const Rows rgb = {{0x102030, 0xFFFFFF, 0x000000}, {0xC08040, 0x0000FF, 0x00FF00}};
-    BmpParts parts;
-    parts.width = 3, parts.height = 2, parts.bpp = 24;
-    parts.bits = PackDibRows(rgb, 24, false);
-    Bytes file = BuildBmp(parts);
-    OwnedBitmap bmp(LoadImageFromMemory(file.data(), file.size(), "rgb.bmp"));
-    ASSERT_TRUE(bmp);
-    EXPECT_EQ(GetObjectType(bmp.get()), static_cast<DWORD>(OBJ_BITMAP));
-    zel::test::BitmapPixels got = zel::test::ReadBitmap(bmp.get());
-    EXPECT_EQ(got.bpp, 32);
-    ASSERT_EQ(got.width, 3);
-    ASSERT_EQ(got.height, 2);
-    EXPECT_EQ(got.px, (std::vector<uint32_t>{0x102030, 0xFFFFFF, 0x000000, 0xC08040, 0x0000FF, 0x00FF00}));
 }
 
 TEST_F(BmpLoad, LastRowMayOmitItsPadding) {
