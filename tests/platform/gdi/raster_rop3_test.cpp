@@ -74,21 +74,6 @@ TEST_F(Rop3, OnlyTheIndexByteMatters) {
     EXPECT_EQ(a.Pixels(), b.Pixels());
 }
 
-TEST_F(Rop3, UsesSourceAndPatternFollowTheTruthTable) {
-    using zel::gdi::RopUsesPattern;
-    using zel::gdi::RopUsesSource;
-    const DWORD withSource[] = {SRCCOPY, SRCPAINT, SRCAND, SRCINVERT, SRCERASE, NOTSRCCOPY, NOTSRCERASE,
-                                MERGECOPY, MERGEPAINT, PATPAINT};
-    const DWORD withoutSource[] = {PATCOPY, PATINVERT, DSTINVERT, BLACKNESS, WHITENESS};
-    for (DWORD rop : withSource) EXPECT_TRUE(RopUsesSource(rop)) << std::hex << rop;
-    for (DWORD rop : withoutSource)
-        EXPECT_FALSE(RopUsesSource(rop)) << std::hex << rop;
-    EXPECT_TRUE(RopUsesPattern(PATPAINT));
-    EXPECT_TRUE(RopUsesPattern(MERGECOPY));
-    EXPECT_FALSE(RopUsesPattern(SRCCOPY));
-    EXPECT_FALSE(RopUsesPattern(DSTINVERT));
-}
-
 // ROPs without a source are PatBlt: the source DC may be NULL or stale. PatBlt itself
 // refuses a ROP that needs a source.
 TEST_F(Rop3, SourcelessRopsIgnoreTheSourceDc) {
