@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "kernel/dialog_template.h"
+#include "support/platform_rects.h"
 
 namespace {
 
@@ -13,6 +14,7 @@ using dialog_test::ClassOf;
 using dialog_test::DialogTest;
 using dialog_test::ExpectedBaseUnits;
 using dialog_test::Pixels;
+using zel::test::RectText;
 
 const char kScript[] =
     "#include \"afxres.h\"\n"
@@ -105,17 +107,14 @@ TEST_F(Dialogs, ControlsSitAtTheirDialogUnitsInTheTemplateFont) {
     GetWindowRect(dlg, &dr);
     RECT expected = Pixels(units, 6, 10, 160, 100);
     OffsetRect(&expected, 20, 30);  // relative to the owner's client area
-    EXPECT_EQ((std::vector<LONG>{dr.left, dr.top, dr.right, dr.bottom}),
-              (std::vector<LONG>{expected.left, expected.top, expected.right, expected.bottom}));
+    EXPECT_EQ(RectText(dr), RectText(expected));
     struct Item {
         int id, x, y, cx, cy;
     };
     for (const Item& i : {Item{10, 40, 3, 60, 12}, Item{21, 40, 20, 30, 10}, Item{41, 70, 50, 60, 30},
                           Item{IDOK, 70, 82, 40, 14}}) {
         RECT r = ChildRect(GetDlgItem(dlg, i.id)), want = Pixels(units, i.x, i.y, i.cx, i.cy);
-        EXPECT_EQ((std::vector<LONG>{r.left, r.top, r.right, r.bottom}),
-                  (std::vector<LONG>{want.left, want.top, want.right, want.bottom}))
-            << "item " << i.id;
+        EXPECT_EQ(RectText(r), RectText(want)) << "item " << i.id;
         RECT mapped{i.x, i.y, i.x + i.cx, i.y + i.cy};
         ASSERT_TRUE(MapDialogRect(dlg, &mapped));
         EXPECT_EQ(mapped.left, want.left);
@@ -134,10 +133,7 @@ TEST_F(Dialogs, WithoutAFontTheSystemFontsBaseUnitsApply) {
     LONG units = GetDialogBaseUnits();
     RECT r = ChildRect(GetDlgItem(dlg, 2));
     RECT want = Pixels(SIZE{LOWORD(units), HIWORD(units)}, 4, 8, 20, 16);
-    EXPECT_EQ(r.left, want.left);
-    EXPECT_EQ(r.top, want.top);
-    EXPECT_EQ(r.right, want.right);
-    EXPECT_EQ(r.bottom, want.bottom);
+    EXPECT_EQ(RectText(r), RectText(want));
     EXPECT_GT(LOWORD(units), 0);
     EXPECT_GT(HIWORD(units), LOWORD(units));
     DestroyWindow(dlg);

@@ -123,20 +123,4 @@ TEST_F(Capture, MouseGoesToTheCaptureInItsClientCoordinates) {
     EXPECT_EQ(rec.Take(), "b:LBUTTONDOWN(10,10);b:LBUTTONUP(10,10)") << "without capture, hit testing decides";
 }
 
-TEST_F(Capture, EndsWithDisableAndQuietlyWithDestroyButNotWithHide) {
-    Pair p = MakePair(rec);
-    rec.Start({WM_CAPTURECHANGED, WM_CANCELMODE});
-    rec.Name(p.a, "a");
-    rec.Name(p.b, "b");
-    SetCapture(p.a);
-    ShowWindow(p.a, SW_HIDE);
-    EXPECT_EQ(GetCapture(), p.a);
-    EnableWindow(p.a, FALSE);
-    EXPECT_EQ(rec.Take(), "a:CANCELMODE;a:CAPTURECHANGED(0)");
-    SetCapture(p.b);
-    DestroyWindow(p.b);
-    EXPECT_EQ(rec.Take(), "-");
-    EXPECT_EQ(GetCapture(), nullptr);
-}
-
 }  // namespace

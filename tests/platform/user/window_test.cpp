@@ -6,8 +6,12 @@
 #include <zel/desktop.h>
 
 #include "recorder.h"
+#include "support/platform_rects.h"
 
 namespace {
+
+using zel::test::RectText;
+using zel::test::WindowRectText;
 
 using Windows = zel::test::DesktopTest;
 
@@ -85,27 +89,19 @@ TEST_F(Windows, BadCreationArgumentsFail) {
 TEST_F(Windows, GeometryAndCoordinateMapping) {
     HWND top = rec.Top("top", 100, 50, 300, 200);
     HWND c = rec.Child(top, "c", 10, 20, 50, 40, 7);
+    EXPECT_EQ(WindowRectText(c), "110,70,160,110");
     RECT r;
-    ASSERT_TRUE(GetWindowRect(c, &r));
-    EXPECT_EQ(r.left, 110);
-    EXPECT_EQ(r.top, 70);
-    EXPECT_EQ(r.right, 160);
     ASSERT_TRUE(GetClientRect(c, &r));
-    EXPECT_EQ(r.right, 50);
-    EXPECT_EQ(r.bottom, 40);
+    EXPECT_EQ(RectText(r), "0,0,50,40");
     POINT p{-5, 100};
     ClientToScreen(c, &p);
-    EXPECT_EQ(p.x, 105);
-    EXPECT_EQ(p.y, 170);
+    EXPECT_TRUE(p.x == 105 && p.y == 170);
     ScreenToClient(top, &p);
-    EXPECT_EQ(p.x, 5);
-    EXPECT_EQ(p.y, 120);
+    EXPECT_TRUE(p.x == 5 && p.y == 120);
     POINT pts[2] = {{0, 0}, {1, 1}};
     int packed = MapWindowPoints(c, top, pts, 2);
-    EXPECT_EQ(LOWORD(packed), 10);
-    EXPECT_EQ(HIWORD(packed), 20);
-    EXPECT_EQ(pts[1].x, 11);
-    EXPECT_EQ(pts[1].y, 21);
+    EXPECT_TRUE(LOWORD(packed) == 10 && HIWORD(packed) == 20);
+    EXPECT_TRUE(pts[1].x == 11 && pts[1].y == 21);
     MapWindowPoints(nullptr, c, pts, 1);  // from the screen
     EXPECT_EQ(pts[0].x, 10 - 110);
 }
@@ -158,12 +154,7 @@ TEST_F(Windows, SetWindowPosNotifiesOnlyRealChanges) {
 TEST_F(Windows, CoordinatesAreClampedToSixteenBits) {
     HWND top = rec.Top("top", 0, 0, 100, 100);
     HWND c = rec.Child(top, "c", INT_MAX, INT_MIN, INT_MAX, 70000, 1);
-    RECT r;
-    GetWindowRect(c, &r);
-    EXPECT_EQ(r.left, 32767);
-    EXPECT_EQ(r.top, -32768);
-    EXPECT_EQ(r.right, 65534);
-    EXPECT_EQ(r.bottom, -1);
+    EXPECT_EQ(WindowRectText(c), "32767,-32768,65534,-1");
 
     rec.Start({WM_WINDOWPOSCHANGING, WM_MOVE, WM_SIZE});
     rec.Name(c, "c");
@@ -178,11 +169,7 @@ TEST_F(Windows, CoordinatesAreClampedToSixteenBits) {
     MoveWindow(c, INT_MIN, INT_MAX, INT_MAX, INT_MIN, FALSE);
     EXPECT_EQ(seenX, -32768) << "the handler already sees the clamped move";
     EXPECT_EQ(seenCx, 32767);
-    GetWindowRect(c, &r);
-    EXPECT_EQ(r.left, -32768);
-    EXPECT_EQ(r.top, 32767);
-    EXPECT_EQ(r.right, -1);
-    EXPECT_EQ(r.bottom, 32767);
+    EXPECT_EQ(WindowRectText(c), "-32768,32767,-1,32767");
     EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:MOVE(-32768,32767);c:SIZE(32767,0)");
     rec.hook = nullptr;  // it refers to this test's locals; the windows die after them
 }
@@ -199,10 +186,7 @@ TEST_F(Windows, MoveAndSizeComeFromDefaultWindowPosChanged) {
     };
     MoveWindow(c, 5, 5, 20, 20, FALSE);
     EXPECT_EQ(rec.Take(), "-") << "WM_WINDOWPOSCHANGED was not passed on";
-    RECT r;
-    GetWindowRect(c, &r);
-    EXPECT_EQ(r.left, 40);
-    EXPECT_EQ(r.right, 60);
+    EXPECT_EQ(WindowRectText(c), "40,5,60,25");
 }
 
 TEST_F(Windows, LongsTextAndSubclassing) {
