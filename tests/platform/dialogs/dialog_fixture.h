@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/leak_check.h"
+#include "support/platform_scratch.h"
 
 namespace dialog_test {
 
@@ -25,10 +26,6 @@ protected:
         zel::Desktop::Get().Reset();
         AfxUnlockTempMaps(TRUE);
         zel::SetModalIdleHook(nullptr);
-        dir_ = fs::temp_directory_path() / ("zel_dlg_" + std::to_string(::getpid()) + "_" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
         zel::test::LeakChecked::SetUp();
     }
     void TearDown() override {
@@ -36,15 +33,10 @@ protected:
         for (HINSTANCE m : modules_) zel::FreeResourceModule(m);
         zel::Desktop::Get().Reset();
         AfxUnlockTempMaps(TRUE);
-        fs::remove_all(dir_);
         zel::test::LeakChecked::TearDown();
     }
 
-    std::string Write(const std::string& name, const std::string& text) {
-        fs::path p = dir_ / name;
-        std::ofstream(p, std::ios::binary) << text;
-        return p.string();
-    }
+    std::string Write(const std::string& name, const std::string& text) { return scratch_.Write(name, text); }
     // The script as a resource module, released at the end of the test.
     HINSTANCE Load(const std::string& rc) {
         HINSTANCE m = zel::LoadResourceModule(Write("dialogs.rc", rc).c_str());
@@ -55,7 +47,7 @@ protected:
     static zel::Desktop& Desk() { return zel::Desktop::Get(); }
 
 private:
-    fs::path dir_;
+    zel::test::ScratchFolder scratch_;
     std::vector<HINSTANCE> modules_;
 };
 

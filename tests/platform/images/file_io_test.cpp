@@ -14,6 +14,7 @@
 #include "platform/images/image_builders.h"
 #include "gdi/image_codec.h"
 #include "support/leak_check.h"
+#include "support/platform_scratch.h"
 
 namespace {
 
@@ -24,15 +25,9 @@ using zel::test::ReadBitmap;
 
 class ImageFiles : public zel::test::LeakChecked {
 protected:
-    void SetUp() override {
-        LeakChecked::SetUp();
-        dir_ = fs::path(ZEL_TEST_OUT_DIR) / "images" /
-               ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    std::string Path(const std::string& name) const { return (dir_ / name).string(); }
-    fs::path dir_;
+    std::string Path(const std::string& name) const { return scratch_.Path(name); }
+    zel::test::ScratchFolder scratch_;
+    const fs::path& dir_ = scratch_.dir();
 };
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
@@ -40,10 +35,6 @@ std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(),
 Bytes ReadAll(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void WriteAll(const std::string& path, const Bytes& bytes) {
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
 }
 
 uint32_t BE32(const Bytes& b, size_t at) { return b[at] << 24 | b[at + 1] << 16 | b[at + 2] << 8 | b[at + 3]; }
@@ -148,8 +139,8 @@ TEST_F(ImageFiles, SaveFailsOnBadHandlesExtensionsAndPaths) {
 }
 
 TEST_F(ImageFiles, LoadFailuresSayWhyInOneLineNamingTheFile) {
-    WriteAll(Path("junk.bmp"), Bytes{'B', 'M', 1, 2, 3});
-    WriteAll(Path("text.png"), Bytes{'h', 'i'});
+    scratch_.Write("junk.bmp", Bytes{'B', 'M', 1, 2, 3});
+    scratch_.Write("text.png", Bytes{'h', 'i'});
     EXPECT_EQ(LoadErrorOf(Wide(Path("none.bmp"))),
               "SHLoadDIBitmap: " + Path("none.bmp") + ": cannot open: No such file or directory\n");
     EXPECT_EQ(LoadErrorOf(Wide(dir_.string())), "SHLoadDIBitmap: " + dir_.string() + ": not a regular file\n");

@@ -13,6 +13,7 @@
 
 #include "gdi/image_cache.h"
 #include "support/leak_check.h"
+#include "support/platform_scratch.h"
 
 namespace {
 
@@ -24,11 +25,6 @@ protected:
     void SetUp() override {
         LeakChecked::SetUp();
         zel::detail::FlushImageCache();
-        dir_ = fs::path(ZEL_TEST_OUT_DIR) / "image_cache" /
-               ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-        path_ = (dir_ / "skin.bmp").string();
     }
     void TearDown() override {
         zel::detail::FlushImageCache();
@@ -64,8 +60,9 @@ protected:
         SelectObject(dc, old);
         DeleteDC(dc);
     }
-    fs::path dir_;
-    std::string path_;
+    zel::test::ScratchFolder scratch_;
+    const fs::path& dir_ = scratch_.dir();
+    const std::string path_ = scratch_.Path("skin.bmp");
 };
 
 constexpr uint32_t kFirst = 0x00102030, kSecond = 0x00405060;

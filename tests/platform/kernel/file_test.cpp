@@ -10,6 +10,7 @@
 
 #include "kernel/file.h"
 #include "kernel/strings.h"
+#include "support/platform_scratch.h"
 
 namespace {
 
@@ -18,22 +19,14 @@ using zel::kernel::ReadWholeFile;
 
 class WholeFiles : public ::testing::Test {
 protected:
-    void SetUp() override {
-        dir_ = fs::path(ZEL_TEST_OUT_DIR) / "kernel" / ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::string path = (dir_ / name).string();
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path;
-    }
+    std::string Write(const std::string& name, const std::string& bytes) const { return scratch_.Write(name, bytes); }
     // The reason a read fails; "" when it succeeds.
     static std::string Reason(const std::string& path, size_t cap) {
         std::string error;
         return ReadWholeFile(path, cap, &error) ? std::string() : error;
     }
-    fs::path dir_;
+    zel::test::ScratchFolder scratch_;
+    const fs::path& dir_ = scratch_.dir();
 };
 
 TEST_F(WholeFiles, ReadsEveryByteUpToTheCap) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "support/platform_scratch.h"
 #include "window_fixture.h"
 
 namespace {
@@ -72,18 +73,16 @@ TEST_F(AppTest, CurrentTimeComesFromThePlatformClock) {
 
 // Bitmaps by identifier from a resource script, through the current resource handle.
 TEST_F(AppTest, BitmapsLoadFromTheResourceHandle) {
-    namespace fs = std::filesystem;
-    fs::path dir = fs::temp_directory_path() / ("zel_app_" + std::to_string(::getpid()));
-    fs::create_directories(dir / "res");
+    zel::test::ScratchFolder scratch;
+    std::filesystem::create_directories(scratch.dir() / "res");
     // A 2x1 24-bit BMP: blue, red (rows are stored bottom-up, BGR, padded to 4 bytes).
     const unsigned char bmp[] = {'B', 'M', 62, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0,
                                  0, 1, 0, 24, 0, 0, 0, 0, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
                                  0, 0, 255, 0, 0, 0, 0, 255, 0, 0};
-    std::ofstream(dir / "res" / "pair.bmp", std::ios::binary).write(reinterpret_cast<const char*>(bmp), sizeof bmp);
-    std::ofstream(dir / "skin.h") << "#define IDB_PAIR 0x10203\n";
-    std::ofstream(dir / "skin.rc") << "#include \"skin.h\"\nIDB_PAIR BITMAP \"res\\\\pair.bmp\"\n";
-
-    HINSTANCE skin = zel::LoadResourceModule((dir / "skin.rc").string().c_str());
+    scratch.Write("res/pair.bmp", std::string(reinterpret_cast<const char*>(bmp), sizeof bmp));
+    scratch.Write("skin.h", "#define IDB_PAIR 0x10203\n");
+    HINSTANCE skin =
+        zel::LoadResourceModule(scratch.Write("skin.rc", "#include \"skin.h\"\nIDB_PAIR BITMAP \"res\\\\pair.bmp\"\n").c_str());
     ASSERT_NE(skin, nullptr);
     {
         CBitmap bitmap;
@@ -107,7 +106,6 @@ TEST_F(AppTest, BitmapsLoadFromTheResourceHandle) {
         DeleteObject(byName);
     }
     EXPECT_TRUE(FreeLibrary(skin));
-    fs::remove_all(dir);
 }
 
 }  // namespace

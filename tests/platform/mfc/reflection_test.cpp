@@ -114,6 +114,7 @@ protected:
     afx_msg void OnOk() { Note("parent:BN_CLICKED"); }
     afx_msg void OnOkDouble() { Note("parent:BN_DOUBLECLICKED"); }
     afx_msg void OnCommandRange(UINT id) { Note("parent:COMMAND(" + std::to_string(id) + ")"); }
+    afx_msg void OnPadTapped() { Note("parent:pad tapped"); }
     afx_msg void OnNotifyClick(NMHDR* hdr, LRESULT* result) {
         Note("parent:NM_CLICK(" + std::to_string(hdr->idFrom) + ")");
         *result = 22;
@@ -125,6 +126,7 @@ BEGIN_MESSAGE_MAP(Dialog, CWnd)
     ON_BN_CLICKED(1, &Dialog::OnOk)
     ON_BN_DOUBLECLICKED(1, &Dialog::OnOkDouble)
     ON_COMMAND_RANGE(10, 19, &Dialog::OnCommandRange)
+    ON_CONTROL(7, 30, &Dialog::OnPadTapped)  // a custom control's own notification code
     ON_NOTIFY(NM_CLICK, 1, &Dialog::OnNotifyClick)
     ON_NOTIFY(NM_CLICK, 2, &Dialog::OnNotifyClick)
 END_MESSAGE_MAP()
@@ -167,7 +169,10 @@ TEST_F(Reflection, TheChildsReflectHandlerPreemptsTheParentsClickHandler) {
     dialog.SendMessage(WM_COMMAND, MAKEWPARAM(1, BN_DOUBLECLICKED), reinterpret_cast<LPARAM>(plain.m_hWnd));
     dialog.SendMessage(WM_COMMAND, MAKEWPARAM(12, 0), 0);
     dialog.SendMessage(WM_COMMAND, MAKEWPARAM(20, 0), 0);
-    EXPECT_EQ(mfc_test::Joined(), "parent:BN_DOUBLECLICKED parent:COMMAND(12)");
+    HWND pad = mfc_test::RawWindow(dialog.m_hWnd, 30, RECT{200, 0, 210, 10});
+    dialog.SendMessage(WM_COMMAND, MAKEWPARAM(30, 7), reinterpret_cast<LPARAM>(pad));
+    dialog.SendMessage(WM_COMMAND, MAKEWPARAM(30, 8), reinterpret_cast<LPARAM>(pad));
+    EXPECT_EQ(mfc_test::Joined(), "parent:BN_DOUBLECLICKED parent:COMMAND(12) parent:pad tapped");
 }
 
 TEST_F(Reflection, NotificationsReflectWithTheirResult) {

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "kernel/resource_script.h"
+#include "support/platform_scratch.h"
 
 namespace {
 
@@ -18,21 +19,9 @@ namespace fs = std::filesystem;
 
 class ResourceScripts : public ::testing::Test {
 protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() /
-               ("zel_rc_" + std::to_string(::getpid()) + "_" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_ / "res");
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-
-    std::string Write(const std::string& name, const std::string& text) {
-        fs::path p = dir_ / name;
-        std::ofstream(p, std::ios::binary) << text;
-        return p.string();
-    }
-    std::string Dir() const { return dir_.string(); }
+    void SetUp() override { fs::create_directories(scratch_.dir() / "res"); }
+    std::string Write(const std::string& name, const std::string& text) { return scratch_.Write(name, text); }
+    std::string Dir() const { return scratch_.Dir(); }
 
     // Parses and returns the error line (empty on success).
     std::string ErrorOf(const std::string& rc) {
@@ -42,7 +31,7 @@ protected:
     }
 
 private:
-    fs::path dir_;
+    zel::test::ScratchFolder scratch_;
 };
 
 const char kResourceHeader[] =
