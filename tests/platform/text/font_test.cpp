@@ -148,49 +148,20 @@ TEST_F(Fonts, PositiveHeightIsTheCellNegativeTheEm) {
     EXPECT_EQ(MetricsOf({L"Tahoma", -12}).tmHeight, 14);
 }
 
+// Weight, italic, pitch bits and lfWidth are pinned for Tahoma against the recordings
+// (recorded/text_heights, recorded/font_variants); here the other faces' families.
 TEST_F(Fonts, TextMetricsDescribeTheFace) {
     TEXTMETRICW tm = MetricsOf({L"Liberation Sans", 14});
     EXPECT_EQ(tm.tmAveCharWidth, 7) << "xAvgCharWidth 1187 at 12 ppem";
-    EXPECT_GT(tm.tmMaxCharWidth, tm.tmAveCharWidth);
-    EXPECT_EQ(tm.tmWeight, FW_NORMAL);
-    EXPECT_EQ(tm.tmOverhang, 0);
-    EXPECT_EQ(tm.tmItalic, 0);
     EXPECT_EQ(tm.tmCharSet, ANSI_CHARSET) << "DEFAULT_CHARSET realizes as ANSI";
     EXPECT_EQ(tm.tmBreakChar, L' ');
-    EXPECT_EQ(tm.tmPitchAndFamily & 0xF0, FF_SWISS);
-    EXPECT_EQ(tm.tmPitchAndFamily & 0x01, 0x01) << "the 'fixed pitch' bit marks a variable-pitch font";
-    EXPECT_EQ(tm.tmPitchAndFamily & 0x04, 0x04) << "TrueType";
-
+    EXPECT_EQ(tm.tmPitchAndFamily & 0xF5, FF_SWISS | 0x01 | 0x04) << "variable pitch (bit set), TrueType";
     TEXTMETRICW styled = MetricsOf({L"Liberation Sans", 14, FW_BOLD, 0, 1, 1, 1});
-    EXPECT_EQ(styled.tmWeight, FW_BOLD);
-    EXPECT_EQ(styled.tmItalic, 255);
-    EXPECT_EQ(styled.tmUnderlined, 255);
-    EXPECT_EQ(styled.tmStruckOut, 255);
+    EXPECT_TRUE(styled.tmUnderlined == 255 && styled.tmStruckOut == 255);
 
     TEXTMETRICW mono = MetricsOf({L"DejaVu Sans Mono", 14});
     EXPECT_EQ(mono.tmPitchAndFamily & 0x01, 0) << "fixed pitch";
     EXPECT_EQ(mono.tmPitchAndFamily & 0xF0, FF_MODERN);
-}
-
-TEST_F(Fonts, WidthSetsTheAverageCharacterWidth) {
-    for (LONG width : {4, 7, 14, 20}) {
-        LOGFONTW lf = t::MakeLogFont({L"Liberation Sans", 14});
-        lf.lfWidth = width;
-        HFONT f = CreateFontIndirectW(&lf);
-        Surface s(1, 1);
-        HGDIOBJ old = SelectObject(s.dc(), f);
-        TEXTMETRICW tm{};
-        GetTextMetricsW(s.dc(), &tm);
-        EXPECT_EQ(tm.tmAveCharWidth, width);
-        EXPECT_EQ(tm.tmHeight, 14) << "the height does not change";
-        int wide = t::Width(s.dc(), L"abcdefghijklmnopqrstuvwxyz");
-        SelectObject(s.dc(), old);
-        DeleteObject(f);
-        // Natural proportions give an average width of 7 at this height.
-        s.Use({L"Liberation Sans", 14});
-        int natural = t::Width(s.dc(), L"abcdefghijklmnopqrstuvwxyz");
-        EXPECT_NEAR(wide, natural * width / 7.0, 26 * 0.6) << width;
-    }
 }
 
 TEST_F(Fonts, BoldWithoutABoldFileIsSynthesised) {
@@ -215,13 +186,8 @@ TEST_F(Fonts, GetTextFaceReportsTheFaceOrTheNameItSubstitutes) {
     EXPECT_EQ(FaceOf({L"arial"}), L"arial") << "a substituted name is reported as asked for";
     EXPECT_EQ(FaceOf({L"Liberation Sans"}), L"Liberation Sans");
 
-    Surface s(1, 1);
-    s.Use({L"Tahoma"});
-    EXPECT_EQ(GetTextFaceW(s.dc(), 0, nullptr), 7) << "NULL buffer: length with the terminator";
-    wchar_t small[4] = {L'x', L'x', L'x', L'x'};
-    EXPECT_EQ(GetTextFaceW(s.dc(), 4, small), 4);
-    EXPECT_EQ(std::wstring(small), L"Tah") << "truncated and terminated";
-    EXPECT_EQ(GetTextFaceW(s.dc(), 0, small), 0);
+    // Buffer sizes and truncation are pinned against the recordings (face_name).
+    wchar_t small[4] = {};
     EXPECT_EQ(GetTextFaceW(nullptr, 4, small), 0);
 }
 
