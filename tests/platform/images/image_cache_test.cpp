@@ -79,6 +79,9 @@ TEST_F(ImageCache, EachLoadIsAFreshBitmapButDecodesOnce) {
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, gdi.bitmaps + 2) << "one live bitmap per handle";
     EXPECT_EQ(ImageCacheState().decodes, before.decodes + 1);
     EXPECT_EQ(ImageCacheState().hits, before.hits + 1);
+    BITMAP bm{};
+    ASSERT_EQ(GetObjectW(b, sizeof bm, &bm), static_cast<int>(sizeof bm));
+    EXPECT_TRUE(bm.bmWidth == 4 && bm.bmHeight == 2 && bm.bmBitsPixel == 32);
     for (int i = 0; i < 8; ++i) {
         EXPECT_EQ(Pixel(a, i % 4, i / 4), AsColor(kFirst + i)) << i;
         EXPECT_EQ(Pixel(b, i % 4, i / 4), AsColor(kFirst + i)) << i;

@@ -56,6 +56,16 @@ TEST_F(Fonts, GetObjectReturnsTheCreationValuesNotTheRealizedFont) {
     DeleteObject(f);
     EXPECT_EQ(GetObjectW(f, sizeof back, &back), 0) << "stale handle";
 
+    // CreateFontW puts each of its fourteen arguments in its LOGFONT field.
+    HFONT byArgs = CreateFontW(-20, 7, 1, 2, FW_BOLD, TRUE, TRUE, FALSE, ANSI_CHARSET, 3, 4, NONANTIALIASED_QUALITY,
+                               FIXED_PITCH | FF_MODERN, L"Tahoma");
+    LOGFONTW want = t::MakeLogFont({L"Tahoma", -20, FW_BOLD, NONANTIALIASED_QUALITY, 1, 1, 0});
+    want.lfWidth = 7, want.lfEscapement = 1, want.lfOrientation = 2, want.lfCharSet = ANSI_CHARSET;
+    want.lfOutPrecision = 3, want.lfClipPrecision = 4, want.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    ASSERT_EQ(GetObjectW(byArgs, sizeof back, &back), static_cast<int>(sizeof back));
+    EXPECT_EQ(std::memcmp(&back, &want, sizeof want), 0);
+    DeleteObject(byArgs);
+
     HFONT unnamed = CreateFontW(12, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, nullptr);
     ASSERT_NE(unnamed, nullptr);
     GetObjectW(unnamed, sizeof back, &back);
