@@ -1,4 +1,4 @@
-// Debug output formatting, message boxes, MulDiv and the last-error value.
+// Debug output formatting, message boxes and MulDiv.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -63,13 +63,6 @@ TEST(MulDiv, RoundsHalfAwayFromZeroAndFailsWithMinusOne) {
     EXPECT_EQ(MulDiv(0x40000000, 0x40000000, 0x40000000), 0x40000000) << "64-bit intermediate";
     EXPECT_EQ(MulDiv(1, 1, 0), -1);
     EXPECT_EQ(MulDiv(0x7FFFFFFF, 4, 1), -1) << "overflow";
-}
-
-TEST(LastError, IsKeptUntilChanged) {
-    SetLastError(1400);
-    EXPECT_EQ(GetLastError(), 1400u);
-    SetLastError(0);
-    EXPECT_EQ(GetLastError(), 0u);
 }
 
 }  // namespace

@@ -239,23 +239,21 @@ TEST_F(Windows, ClassesAreCaseInsensitiveAndCountTheirWindows) {
     EXPECT_EQ(button.style, static_cast<UINT>(CS_DBLCLKS | CS_VREDRAW | CS_HREDRAW | CS_PARENTDC));
 }
 
+// The return codes of Set/GetWindowRgn and clearing are pinned against the recordings
+// (window_region_hit_test); here who owns the region.
 TEST_F(Windows, WindowRegionIsOwnedAndCopied) {
     HWND top = rec.Top("top", 0, 0, 100, 100);
     HWND c = rec.Child(top, "c", 10, 10, 20, 20, 1);
     HRGN rgn = CreateRectRgn(2, 2, 18, 18);
-    EXPECT_EQ(GetWindowRgn(c, rgn), ERROR) << "no region yet";
     EXPECT_EQ(SetWindowRgn(c, rgn, TRUE), 1);
     EXPECT_EQ(GetObjectType(rgn), 0u) << "the window took the region over";
-    HRGN copy = CreateRectRgn(0, 0, 0, 0);
-    EXPECT_EQ(GetWindowRgn(c, copy), SIMPLEREGION);
+    HRGN copy = CreateRectRgn(0, 0, 0, 0), again = CreateRectRgn(0, 0, 0, 0);
+    GetWindowRgn(c, copy);
     OffsetRgn(copy, 50, 50);
-    HRGN again = CreateRectRgn(0, 0, 0, 0);
     GetWindowRgn(c, again);
     RECT box;
     GetRgnBox(again, &box);
     EXPECT_EQ(box.left, 2) << "GetWindowRgn hands out a copy";
-    EXPECT_EQ(SetWindowRgn(c, nullptr, FALSE), 1);
-    EXPECT_EQ(GetWindowRgn(c, again), ERROR);
     DeleteObject(copy);
     DeleteObject(again);
 }
