@@ -108,18 +108,11 @@ TEST_F(Dialogs, ControlsSitAtTheirDialogUnitsInTheTemplateFont) {
     RECT expected = Pixels(units, 6, 10, 160, 100);
     OffsetRect(&expected, 20, 30);  // relative to the owner's client area
     EXPECT_EQ(RectText(dr), RectText(expected));
-    struct Item {
-        int id, x, y, cx, cy;
-    };
-    for (const Item& i : {Item{10, 40, 3, 60, 12}, Item{21, 40, 20, 30, 10}, Item{41, 70, 50, 60, 30},
-                          Item{IDOK, 70, 82, 40, 14}}) {
-        RECT r = ChildRect(GetDlgItem(dlg, i.id)), want = Pixels(units, i.x, i.y, i.cx, i.cy);
-        EXPECT_EQ(RectText(r), RectText(want)) << "item " << i.id;
-        RECT mapped{i.x, i.y, i.x + i.cx, i.y + i.cy};
-        ASSERT_TRUE(MapDialogRect(dlg, &mapped));
-        EXPECT_EQ(mapped.left, want.left);
-        EXPECT_EQ(mapped.bottom, MulDiv(i.y + i.cy, units.cy, 8));
-    }
+    // Every item's pixels against Windows' own: wine_layouts_test. Here the arithmetic.
+    RECT want = Pixels(units, 70, 82, 40, 14), mapped{70, 82, 110, 96};
+    EXPECT_EQ(RectText(ChildRect(GetDlgItem(dlg, IDOK))), RectText(want));
+    ASSERT_TRUE(MapDialogRect(dlg, &mapped));  // each edge on its own: no size to add
+    EXPECT_EQ(RectText(mapped), RectText(RECT{want.left, want.top, MulDiv(110, units.cx, 4), MulDiv(96, units.cy, 8)}));
     // The dialog and each control use the template's font.
     auto font = reinterpret_cast<HFONT>(SendMessageW(dlg, WM_GETFONT, 0, 0));
     EXPECT_NE(font, nullptr);
