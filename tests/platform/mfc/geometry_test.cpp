@@ -17,9 +17,9 @@ TEST(CRect, NormaliseNullAndTheAliasedCorners) {
     inverted.TopLeft() = CPoint(-5, -6);
     inverted.BottomRight().x = 10;
     EXPECT_EQ(inverted, CRect(-5, -6, 10, 30));
-    CRect r;
+    CRect r(1, 2, 3, 4);
     EXPECT_FALSE(r.IntersectRect(nullptr, inverted));
-    EXPECT_TRUE(r.IsRectNull());
+    EXPECT_TRUE(r.IsRectNull()) << "a NULL argument fails as an empty result does";
 }
 
 TEST(CRect, InflateDeflateOffsetAndMove) {
