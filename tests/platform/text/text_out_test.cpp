@@ -197,9 +197,11 @@ TEST_F(TextOutput, BadArgumentsFail) {
     EXPECT_FALSE(TextOutW(s.dc(), 0, 0, nullptr, 1));
     EXPECT_TRUE(TextOutW(s.dc(), 0, 0, nullptr, 0));
     EXPECT_FALSE(ExtTextOutW(s.dc(), 0, 0, 0, nullptr, nullptr, 2, nullptr));
-    EXPECT_TRUE(ExtTextOutW(s.dc(), 0, 0, ETO_OPAQUE | ETO_CLIPPED, nullptr, L"", 0, nullptr))
-        << "flags needing a rectangle are ignored without one";
     EXPECT_EQ(s.InkBox(t::kSentinel).right, 0) << "nothing drawn";
+    s.Use({L"Liberation Sans", 14});
+    EXPECT_TRUE(ExtTextOutW(s.dc(), 0, 0, ETO_OPAQUE | ETO_CLIPPED, nullptr, L"W", 1, nullptr))
+        << "flags needing a rectangle are ignored without one";
+    EXPECT_NE(s.InkBox(t::kSentinel).right, 0) << "and the text is drawn";
 }
 
 }  // namespace
