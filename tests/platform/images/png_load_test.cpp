@@ -81,7 +81,9 @@ std::vector<Variant> Variants() {
     palette("palette 1", 1, {0x123456, 0xABCDEF}, {{{1}, {0}, {1}}}, {{0xABCDEF, 0x123456, 0xABCDEF}});
     palette("palette 2", 2, {0x000001, 0x000002, 0x000003, 0x000004}, {{{3}, {2}, {1}, {0}, {3}}},
             {{0x000004, 0x000003, 0x000002, 0x000001, 0x000004}});
-    palette("palette 4", 4, std::vector<uint32_t>(16, 0x111111), {{{15}, {0}}}, {{0x111111, 0x111111}});
+    std::vector<uint32_t> sixteen;
+    for (uint32_t i = 0; i < 16; ++i) sixteen.push_back(i * 0x111111u);  // every entry different
+    palette("palette 4", 4, sixteen, {{{15}, {0}, {7}}}, {{0xFFFFFF, 0x000000, 0x777777}});
     palette("palette 8 with tRNS: transparency ignored", 8, {0xFF0000, 0x00FF00, 0x0000FF}, {{{2}, {1}, {0}}},
             {{0x0000FF, 0x00FF00, 0xFF0000}}, {0, 0x80});
 
