@@ -67,16 +67,22 @@ bool DemoApp::Show(const std::string& name) {
     const ScreenInfo* info = FindScreen(name);
     if (!info) return false;
     retired_.clear();  // no handler of theirs can be running: their windows are gone
-    CloseScreen();
-    current_.screen = info->make();
-    current_.window = std::make_unique<HostWindow>(log_, background_, current_.screen.get(), name,
-                                                   [this](const std::string& next) { Show(next); });
+    Shown next;
+    next.screen = info->make();
+    next.window = std::make_unique<HostWindow>(log_, background_, next.screen.get(), name,
+                                               [this](const std::string& following) { Show(following); });
     log_.Add("-- screen " + name);
-    if (!current_.window->Create(info->title) || !current_.screen->Build(current_.window->hwnd(), skin_)) {
+    const bool built = next.window->Create(info->title) && next.screen->Build(next.window->hwnd(), skin_);
+    // The old screen goes only now, under the new one: destroying it uncovers nothing, so
+    // the desktop is not painted in between.
+    CloseScreen();
+    if (!built) {
         std::fprintf(stderr, "zel-demo: cannot build the screen '%s'\n", name.c_str());
-        CloseScreen();
+        next.window->Destroy();
+        retired_.push_back(std::move(next));
         return false;
     }
+    current_ = std::move(next);
     screenName_ = name;
     return true;
 }

@@ -1,5 +1,6 @@
 #include "host/host_window.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include <CZELComBox.h>
@@ -10,12 +11,35 @@ namespace zel::demo {
 
 namespace {
 
-constexpr size_t kStatusLines = 2;
 constexpr int kTabWidth = 104, kTabsRight = 736;  // tabs end left of the signal bars
 
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
 int IdOfWindow(HWND hwnd) { return GetDlgCtrlID(hwnd); }
+
+bool Meets(const RECT& a, const RECT& b) {
+    RECT meet;
+    return ::IntersectRect(&meet, &a, &b) != FALSE;
+}
+
+constexpr RECT kTitleBar{0, 0, theme::kScreenWidth, theme::kTitleBarHeight};
+constexpr RECT kStatusStrip{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
+
+// Row `row` of the status strip (0 at the top), where its line is written.
+RECT StatusBox(size_t row, size_t rows) {
+    const int height = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(rows);
+    const int top = theme::kStatusTop + 1 + static_cast<int>(row) * height;
+    return RECT{16, top, theme::kScreenWidth - 16, top + height};
+}
+
+// The log's last lines as the strip's rows show them: the newest at the bottom.
+template <size_t N>
+std::array<std::string, N> LastRows(const NotificationLog& log) {
+    std::array<std::string, N> rows;
+    const std::vector<std::string> last = log.Last(N);
+    for (size_t i = 0; i < last.size(); ++i) rows[N - last.size() + i] = last[i];
+    return rows;
+}
 
 }  // namespace
 
@@ -43,8 +67,11 @@ void HostWindow::Destroy() {
 
 // A class without CS_DBLCLKS: two quick taps on the host are two taps.
 bool HostWindow::Create(const std::wstring& title) {
-    return CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                    theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr) != FALSE;
+    if (!CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                  theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr))
+        return false;
+    StatusChanged();  // the whole window is invalid already; this records the rows
+    return true;
 }
 
 RECT HostWindow::TabRect(size_t index) {
@@ -130,8 +157,7 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
     if ((message == WM_VSCROLL || message == WM_HSCROLL) && !n.pos && screen_)
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
-    RECT status{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
-    InvalidateRect(&status, FALSE);
+    StatusChanged();
     if (screen_) screen_->Heard(message, wParam, lParam);
 }
 
@@ -153,6 +179,7 @@ void HostWindow::Paint() {
     // bounding box, and only that box is presented.
     const RECT& paint = ps.rcPaint;
     IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
+    ExcludeControls(memory, paint);
 
     if (background_) {
         HDC source = CreateCompatibleDC(dc);
@@ -163,10 +190,9 @@ void HostWindow::Paint() {
     } else {
         FillBox(memory, client, theme::kScreen);
     }
-    PaintTitleBar(memory);
+    if (Meets(paint, kTitleBar)) PaintTitleBar(memory);
     if (screen_) screen_->Paint(memory);
-    PaintStatus(memory);
-
+    if (Meets(paint, kStatusStrip)) PaintStatus(memory);
     BitBlt(dc, paint.left, paint.top, paint.right - paint.left, paint.bottom - paint.top, memory, paint.left, paint.top,
            SRCCOPY);
     SelectObject(memory, oldFrame);
@@ -192,14 +218,39 @@ void HostWindow::PaintTitleBar(HDC frame) {
 
 // Newest notification at the bottom in full colour, the one before it dimmed.
 void HostWindow::PaintStatus(HDC frame) {
-    std::vector<std::string> last = log_.Last(kStatusLines);
-    const int rowHeight = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(kStatusLines);
-    for (size_t i = 0; i < last.size(); ++i) {
-        const size_t row = kStatusLines - last.size() + i;
-        const int top = theme::kStatusTop + 1 + static_cast<int>(row) * rowHeight;
-        DrawLabel(frame, Widen(last[i]), RECT{16, top, theme::kScreenWidth - 16, top + rowHeight}, statusFont_,
-                  i + 1 == last.size() ? theme::kText : theme::kTextDim);
+    const auto rows = LastRows<kStatusLines>(log_);
+    for (size_t row = 0; row < kStatusLines; ++row)
+        if (!rows[row].empty())
+            DrawLabel(frame, Widen(rows[row]), StatusBox(row, kStatusLines), statusFont_,
+                      row + 1 == kStatusLines ? theme::kText : theme::kTextDim);
+}
+
+// A notification moves the strip's lines up a row: only the rows whose text changed are
+// repainted (a repeated notification changes none).
+void HostWindow::StatusChanged() {
+    const auto rows = LastRows<kStatusLines>(log_);
+    for (size_t row = 0; row < kStatusLines; ++row) {
+        if (rows[row] == status_[row]) continue;
+        status_[row] = rows[row];
+        const RECT area = StatusBox(row, kStatusLines);
+        if (m_hWnd) InvalidateRect(&area, FALSE);
     }
+}
+
+// Controls paint themselves, and the paint DC leaves them out (the host clips its
+// children): the frame is not drawn under them either. Around a shaped control the host
+// shows through, so those keep their rectangle.
+void HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
+    HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (!::IsWindowVisible(child)) continue;
+        RECT r;
+        ::GetWindowRect(child, &r);
+        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&r), 2);
+        if (!Meets(r, paint) || (shape && ::GetWindowRgn(child, shape) != ERROR)) continue;
+        ::ExcludeClipRect(frame, r.left, r.top, r.right, r.bottom);
+    }
+    if (shape) ::DeleteObject(shape);
 }
 
 }  // namespace zel::demo

@@ -10,6 +10,7 @@
 
 #include <afxwin.h>
 
+#include <array>
 #include <functional>
 #include <string>
 
@@ -42,6 +43,8 @@ protected:
 private:
     void Paint();
     void FreeFrame();
+    void ExcludeControls(HDC frame, const RECT& paint) const;
+    void StatusChanged();
     void PaintTitleBar(HDC frame);
     void PaintStatus(HDC frame);
     void Hear(UINT message, WPARAM wParam, LPARAM lParam);
@@ -57,6 +60,10 @@ private:
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};
     HBITMAP frame_ = nullptr;  // the off-screen frame, kept between paints
+    // What each row of the status strip shows, top to bottom (empty: nothing), so that a
+    // notification repaints only the rows it changes.
+    static constexpr size_t kStatusLines = 2;
+    std::array<std::string, kStatusLines> status_{};
 };
 
 }  // namespace zel::demo
