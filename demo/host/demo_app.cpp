@@ -30,6 +30,7 @@ bool DemoApp::LoadSkin(const std::string& dir) {
     }
     AfxSetResourceHandle(skin_.module);
     background_ = LoadBitmapW(skin_.module, MAKEINTRESOURCEW(IDB_BACKGROUND));
+    skin_.background = background_;
     if (!background_) std::fprintf(stderr, "zel-demo: the skin %s has no background\n", script.c_str());
     return background_ != nullptr;
 }
@@ -51,6 +52,7 @@ bool DemoApp::ReloadSkin() {
     if (background_) DeleteObject(background_);
     skin_.module = module;
     background_ = background;
+    skin_.background = background_;
     return screen.empty() || Show(screen);
 }
 

@@ -173,14 +173,19 @@ void HostWindow::Paint() {
     if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.right ||
                    size.bmHeight != client.bottom))
         FreeFrame();
-    if (!frame_) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
+    const bool fresh = !frame_;
+    if (fresh) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
     HGDIOBJ oldFrame = SelectObject(memory, frame_);
     // The paint DC shows only the update region, so the frame is drawn only inside its
     // bounding box, and only that box is presented.
     const RECT& paint = ps.rcPaint;
     IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
-    ExcludeControls(memory, paint);
 
+    // The background not under the controls. A new frame takes it whole, once: a bitmap
+    // written whole by its first blit is never zero-filled. Only the blit is clipped so:
+    // every clip rectangle costs each shape and glyph drawn after it.
+    const int saved = SaveDC(memory);
+    if (!fresh) ExcludeControls(memory, paint);
     if (background_) {
         HDC source = CreateCompatibleDC(dc);
         HGDIOBJ old = SelectObject(source, background_);
@@ -190,6 +195,7 @@ void HostWindow::Paint() {
     } else {
         FillBox(memory, client, theme::kScreen);
     }
+    RestoreDC(memory, saved);
     if (Meets(paint, kTitleBar)) PaintTitleBar(memory);
     if (screen_) screen_->Paint(memory);
     if (Meets(paint, kStatusStrip)) PaintStatus(memory);

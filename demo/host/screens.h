@@ -18,6 +18,9 @@ namespace zel::demo {
 struct SkinSource {
     HINSTANCE module = nullptr;
     std::string bitmapDir;  // ends without a slash; files are <dir>/<piece>.bmp
+    // The screen's background as the host paints it (from the client origin); the
+    // application's, lent for the screen's life. NULL: the theme's screen colour.
+    HBITMAP background = nullptr;
 
     std::string Path(const char* piece) const { return bitmapDir + "/" + piece + ".bmp"; }
 };

@@ -44,7 +44,7 @@ private:
     CZELLable caption_;
     CZELStatic portrait_;
     CZELBkLable lastName_, lastNumber_;
-    HBITMAP background_ = nullptr;  // the screen's background, for the background labels
+    HBITMAP background_ = nullptr;  // the application's background, for the background labels
     HBITMAP portraitArt_ = nullptr;
     CString number_;
 

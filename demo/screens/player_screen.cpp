@@ -42,9 +42,15 @@ RECT Centered(int cx, int cy, int radius) { return RECT{cx - radius, cy - radius
 
 PlayerScreen::PlayerScreen() : playback_(DemoTracks()) {}
 
+// The host window, and with it every control, is gone before the screen.
+PlayerScreen::~PlayerScreen() {
+    if (art_) DeleteObject(art_);
+}
+
 bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
     host_ = host;
     skinModule_ = skin.module;
+    background_ = skin.background;
     if (!BuildList(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
     TrackChanged();
     SetTimer(host_, kTickTimer, 1000, nullptr);
@@ -201,17 +207,65 @@ void PlayerScreen::Paint(HDC frame) {
 }
 
 // The art is a record whose label takes the track's colour; paused, it carries two bars.
-void PlayerScreen::PaintNowPlaying(HDC frame) const {
-    Panel(frame, kArt, RGB(28, 34, 44), kRule, 16);
+// origin is the art's top left corner in dc.
+void PlayerScreen::PaintArt(HDC dc, POINT origin) const {
+    const int dx = origin.x - kArt.left, dy = origin.y - kArt.top;
+    auto at = [&](RECT r) {
+        OffsetRect(&r, dx, dy);
+        return r;
+    };
+    Panel(dc, at(kArt), RGB(28, 34, 44), kRule, 16);
     const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
-    Disc(frame, Centered(cx, cy, 54), RGB(10, 12, 16), kRule);
-    for (int r : {46, 38, 30}) Disc(frame, Centered(cx, cy, r), RGB(10, 12, 16), RGB(30, 36, 46));
+    Disc(dc, at(Centered(cx, cy, 54)), RGB(10, 12, 16), kRule);
+    for (int r : {46, 38, 30}) Disc(dc, at(Centered(cx, cy, r)), RGB(10, 12, 16), RGB(30, 36, 46));
     const COLORREF label = kLabels[static_cast<size_t>(playback_.track()) % std::size(kLabels)];
-    Disc(frame, Centered(cx, cy, 22), label, label);
-    Disc(frame, Centered(cx, cy, 3), kScreen, kScreen);
+    Disc(dc, at(Centered(cx, cy, 22)), label, label);
+    Disc(dc, at(Centered(cx, cy, 3)), kScreen, kScreen);
     if (!playback_.playing()) {
-        FillBox(frame, RECT{cx - 10, cy - 12, cx - 4, cy + 12}, kText);
-        FillBox(frame, RECT{cx + 4, cy - 12, cx + 10, cy + 12}, kText);
+        FillBox(dc, at(RECT{cx - 10, cy - 12, cx - 4, cy + 12}), kText);
+        FillBox(dc, at(RECT{cx + 4, cy - 12, cx + 10, cy + 12}), kText);
+    }
+}
+
+// Draws the art over its background into art_ when what it shows has changed. False when
+// no bitmap can be had (the art is then drawn straight into the frame).
+bool PlayerScreen::RenderArt(HDC frame) {
+    const int label = playback_.track() % static_cast<int>(std::size(kLabels));
+    if (art_ && label == artLabel_ && playback_.playing() == artPlaying_) return true;
+    const int w = kArt.right - kArt.left, h = kArt.bottom - kArt.top;
+    if (!art_) art_ = CreateCompatibleBitmap(frame, w, h);
+    HDC dc = art_ ? CreateCompatibleDC(frame) : nullptr;
+    if (!dc) return false;
+    HGDIOBJ old = SelectObject(dc, art_);
+    HDC source = background_ ? CreateCompatibleDC(frame) : nullptr;
+    if (source) {
+        HGDIOBJ oldSource = SelectObject(source, background_);
+        BitBlt(dc, 0, 0, w, h, source, kArt.left, kArt.top, SRCCOPY);
+        SelectObject(source, oldSource);
+        DeleteDC(source);
+    } else {
+        FillBox(dc, RECT{0, 0, w, h}, kScreen);
+    }
+    PaintArt(dc, POINT{0, 0});
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    artLabel_ = label;
+    artPlaying_ = playback_.playing();
+    return true;
+}
+
+void PlayerScreen::PaintNowPlaying(HDC frame) {
+    RECT clip, meet;
+    if (GetClipBox(frame, &clip) > NULLREGION && IntersectRect(&meet, &clip, &kArt)) {
+        HDC art = RenderArt(frame) ? CreateCompatibleDC(frame) : nullptr;
+        if (art) {
+            HGDIOBJ old = SelectObject(art, art_);
+            BitBlt(frame, kArt.left, kArt.top, kArt.right - kArt.left, kArt.bottom - kArt.top, art, 0, 0, SRCCOPY);
+            SelectObject(art, old);
+            DeleteDC(art);
+        } else {
+            PaintArt(frame, POINT{kArt.left, kArt.top});
+        }
     }
 
     const Track& t = playback_.current();

@@ -30,6 +30,9 @@ public:
     static constexpr UINT_PTR kTickTimer = 1;  // one second of playing
 
     PlayerScreen();
+    ~PlayerScreen() override;
+    PlayerScreen(const PlayerScreen&) = delete;
+    PlayerScreen& operator=(const PlayerScreen&) = delete;
 
     bool Build(HWND host, const SkinSource& skin) override;
     std::optional<long> ScrollPos(HWND control) const override;
@@ -46,7 +49,9 @@ private:
     void ShowPlayState();
     void TrackChanged(bool follow = true);
     void Invalidate(const RECT& area) const;
-    void PaintNowPlaying(HDC frame) const;
+    void PaintNowPlaying(HDC frame);
+    void PaintArt(HDC dc, POINT origin) const;
+    bool RenderArt(HDC frame);
 
     HWND host_ = nullptr;
     Playback playback_;
@@ -56,6 +61,12 @@ private:
     CZELButton previous_, next_;
     CZELBmpButton play_;
     HINSTANCE skinModule_ = nullptr;
+    HBITMAP background_ = nullptr;  // the application's
+    // The art as last drawn, over its background: drawn again only when the track's colour
+    // or the play state changes.
+    HBITMAP art_ = nullptr;
+    int artLabel_ = -1;
+    bool artPlaying_ = false;
     Font titleFont_{22, FW_BOLD};
     Font textFont_{17};
     Font smallFont_{14};
