@@ -75,6 +75,7 @@ bool DemoApp::Show(const std::string& name) {
                                                [this](const std::string& following) { Show(following); });
     log_.Add("-- screen " + name);
     const bool built = next.window->Create(info->title) && next.screen->Build(next.window->hwnd(), skin_);
+    if (built) next.window->Show();
     // The old screen goes only now, under the new one: destroying it uncovers nothing, so
     // the desktop is not painted in between.
     CloseScreen();

@@ -61,13 +61,20 @@ void HostWindow::FreeFrame() {
     frame_ = nullptr;
 }
 
+void HostWindow::Show() {
+    if (::IsWindow(m_hWnd)) ShowWindow(SW_SHOW);
+}
+
 void HostWindow::Destroy() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
 }
 
-// A class without CS_DBLCLKS: two quick taps on the host are two taps.
+// A class without CS_DBLCLKS: two quick taps on the host are two taps. Made hidden, as a
+// dialog is while its controls are created: a control that paints itself when set up
+// (UpdateWindow) then paints nothing yet, and no child's creation uncovers or covers
+// anything. Show() puts the window, and every control with it, on the screen at once.
 bool HostWindow::Create(const std::wstring& title) {
-    if (!CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+    if (!CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_CLIPCHILDREN, 0, 0,
                   theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr))
         return false;
     StatusChanged();  // the whole window is invalid already; this records the rows

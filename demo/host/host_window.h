@@ -30,7 +30,8 @@ public:
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    bool Create(const std::wstring& title);
+    bool Create(const std::wstring& title);  // hidden: Show() once the controls are made
+    void Show();
     void Destroy();
     HWND hwnd() const { return m_hWnd; }
 
