@@ -77,6 +77,9 @@ bool HostWindow::Create(const std::wstring& title) {
     if (!CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_CLIPCHILDREN, 0, 0,
                   theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr))
         return false;
+    // Activated (and so raised) while still hidden, when that moves nothing on the screen:
+    // shown later, it is already on top and active, and showing it only covers.
+    ::SetActiveWindow(m_hWnd);
     StatusChanged();  // the whole window is invalid already; this records the rows
     return true;
 }
