@@ -172,6 +172,10 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void HostWindow::Paint() {
+    // The update region itself, not just its box: two strips far apart (a readout and the
+    // status strip) are drawn as two strips. BeginPaint validates it, so it is read first.
+    HRGN update = ::CreateRectRgn(0, 0, 0, 0);
+    const bool haveUpdate = update && ::GetUpdateRgn(m_hWnd, update, FALSE) > NULLREGION;
     PAINTSTRUCT ps;
     HDC dc = ::BeginPaint(m_hWnd, &ps);
     RECT client;
@@ -186,10 +190,14 @@ void HostWindow::Paint() {
     const bool fresh = !frame_;
     if (fresh) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
     HGDIOBJ oldFrame = SelectObject(memory, frame_);
-    // The paint DC shows only the update region, so the frame is drawn only inside its
-    // bounding box, and only that box is presented.
+    // The paint DC shows only the update region, so the frame is drawn only there, and
+    // only its box is presented (the paint DC clips the rest).
     const RECT& paint = ps.rcPaint;
-    IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
+    if (haveUpdate)
+        SelectClipRgn(memory, update);
+    else
+        IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
+    if (update) ::DeleteObject(update);
 
     // The background not under the controls. A new frame takes it whole, once: a bitmap
     // written whole by its first blit is never zero-filled. Only the blit is clipped so:

@@ -45,6 +45,7 @@ PlayerScreen::PlayerScreen() : playback_(DemoTracks()) {}
 // The host window, and with it every control, is gone before the screen.
 PlayerScreen::~PlayerScreen() {
     if (art_) DeleteObject(art_);
+    if (record_) DeleteObject(record_);
 }
 
 bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
@@ -207,8 +208,9 @@ void PlayerScreen::Paint(HDC frame) {
 }
 
 // The art is a record whose label takes the track's colour; paused, it carries two bars.
-// origin is the art's top left corner in dc.
-void PlayerScreen::PaintArt(HDC dc, POINT origin) const {
+// origin is the art's top left corner in dc. The record itself never changes; the label is
+// drawn over it.
+void PlayerScreen::PaintRecord(HDC dc, POINT origin) const {
     const int dx = origin.x - kArt.left, dy = origin.y - kArt.top;
     auto at = [&](RECT r) {
         OffsetRect(&r, dx, dy);
@@ -218,6 +220,15 @@ void PlayerScreen::PaintArt(HDC dc, POINT origin) const {
     const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
     Disc(dc, at(Centered(cx, cy, 54)), RGB(10, 12, 16), kRule);
     for (int r : {46, 38, 30}) Disc(dc, at(Centered(cx, cy, r)), RGB(10, 12, 16), RGB(30, 36, 46));
+}
+
+void PlayerScreen::PaintLabel(HDC dc, POINT origin) const {
+    const int dx = origin.x - kArt.left, dy = origin.y - kArt.top;
+    auto at = [&](RECT r) {
+        OffsetRect(&r, dx, dy);
+        return r;
+    };
+    const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
     const COLORREF label = kLabels[static_cast<size_t>(playback_.track()) % std::size(kLabels)];
     Disc(dc, at(Centered(cx, cy, 22)), label, label);
     Disc(dc, at(Centered(cx, cy, 3)), kScreen, kScreen);
@@ -227,28 +238,52 @@ void PlayerScreen::PaintArt(HDC dc, POINT origin) const {
     }
 }
 
-// Draws the art over its background into art_ when what it shows has changed. False when
-// no bitmap can be had (the art is then drawn straight into the frame).
+namespace {
+
+// Copies w x h pixels from (x, y) of `from` to the origin of `to`.
+void CopyBitmap(HDC like, HBITMAP to, HBITMAP from, int x, int y, int w, int h) {
+    HDC target = CreateCompatibleDC(like), source = CreateCompatibleDC(like);
+    if (target && source) {
+        HGDIOBJ oldTarget = SelectObject(target, to), oldSource = SelectObject(source, from);
+        BitBlt(target, 0, 0, w, h, source, x, y, SRCCOPY);
+        SelectObject(source, oldSource);
+        SelectObject(target, oldTarget);
+    }
+    if (source) DeleteDC(source);
+    if (target) DeleteDC(target);
+}
+
+}  // namespace
+
+// Draws the art over its background into art_ when what it shows has changed (the record
+// under the label into record_, once). False when no bitmap can be had: the art is then
+// drawn straight into the frame.
 bool PlayerScreen::RenderArt(HDC frame) {
     const int label = playback_.track() % static_cast<int>(std::size(kLabels));
     if (art_ && label == artLabel_ && playback_.playing() == artPlaying_) return true;
     const int w = kArt.right - kArt.left, h = kArt.bottom - kArt.top;
-    if (!art_) art_ = CreateCompatibleBitmap(frame, w, h);
-    HDC dc = art_ ? CreateCompatibleDC(frame) : nullptr;
-    if (!dc) return false;
-    HGDIOBJ old = SelectObject(dc, art_);
-    HDC source = background_ ? CreateCompatibleDC(frame) : nullptr;
-    if (source) {
-        HGDIOBJ oldSource = SelectObject(source, background_);
-        BitBlt(dc, 0, 0, w, h, source, kArt.left, kArt.top, SRCCOPY);
-        SelectObject(source, oldSource);
-        DeleteDC(source);
-    } else {
-        FillBox(dc, RECT{0, 0, w, h}, kScreen);
+    auto drawOn = [&](HBITMAP bitmap, auto&& draw) {
+        HDC dc = CreateCompatibleDC(frame);
+        if (!dc) return false;
+        HGDIOBJ old = SelectObject(dc, bitmap);
+        draw(dc);
+        SelectObject(dc, old);
+        DeleteDC(dc);
+        return true;
+    };
+    if (!record_) {
+        record_ = CreateCompatibleBitmap(frame, w, h);
+        if (!record_) return false;
+        if (background_)
+            CopyBitmap(frame, record_, background_, kArt.left, kArt.top, w, h);
+        else
+            drawOn(record_, [&](HDC dc) { FillBox(dc, RECT{0, 0, w, h}, kScreen); });
+        if (!drawOn(record_, [&](HDC dc) { PaintRecord(dc, POINT{0, 0}); })) return false;
     }
-    PaintArt(dc, POINT{0, 0});
-    SelectObject(dc, old);
-    DeleteDC(dc);
+    if (!art_) art_ = CreateCompatibleBitmap(frame, w, h);
+    if (!art_) return false;
+    CopyBitmap(frame, art_, record_, 0, 0, w, h);
+    if (!drawOn(art_, [&](HDC dc) { PaintLabel(dc, POINT{0, 0}); })) return false;
     artLabel_ = label;
     artPlaying_ = playback_.playing();
     return true;
@@ -264,7 +299,8 @@ void PlayerScreen::PaintNowPlaying(HDC frame) {
             SelectObject(art, old);
             DeleteDC(art);
         } else {
-            PaintArt(frame, POINT{kArt.left, kArt.top});
+            PaintRecord(frame, POINT{kArt.left, kArt.top});
+            PaintLabel(frame, POINT{kArt.left, kArt.top});
         }
     }
 

@@ -50,7 +50,8 @@ private:
     void TrackChanged(bool follow = true);
     void Invalidate(const RECT& area) const;
     void PaintNowPlaying(HDC frame);
-    void PaintArt(HDC dc, POINT origin) const;
+    void PaintRecord(HDC dc, POINT origin) const;
+    void PaintLabel(HDC dc, POINT origin) const;
     bool RenderArt(HDC frame);
 
     HWND host_ = nullptr;
@@ -63,7 +64,8 @@ private:
     HINSTANCE skinModule_ = nullptr;
     HBITMAP background_ = nullptr;  // the application's
     // The art as last drawn, over its background: drawn again only when the track's colour
-    // or the play state changes.
+    // or the play state changes, over the record without its label (drawn once).
+    HBITMAP record_ = nullptr;
     HBITMAP art_ = nullptr;
     int artLabel_ = -1;
     bool artPlaying_ = false;
