@@ -58,7 +58,22 @@ HostWindow::~HostWindow() {
 
 void HostWindow::FreeFrame() {
     if (frame_) ::DeleteObject(frame_);
+    if (stale_) ::DeleteObject(stale_);
     frame_ = nullptr;
+    stale_ = nullptr;
+}
+
+// The frame's content in area (client coordinates) is out of date: drawn again at the
+// next paint, which this asks for.
+void HostWindow::Changed(const RECT& area) {
+    if (stale_) {
+        HRGN add = ::CreateRectRgnIndirect(&area);
+        if (add) {
+            ::CombineRgn(stale_, stale_, add, RGN_OR);
+            ::DeleteObject(add);
+        }
+    }
+    if (m_hWnd) InvalidateRect(&area, FALSE);
 }
 
 void HostWindow::Show() {
@@ -110,6 +125,9 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONUP: Pointer(message, lParam); return 0;
         case WM_TIMER:
             if (screen_) screen_->Timer(wParam);
+            return 0;
+        case kChangedMessage:
+            if (lParam) Changed(*reinterpret_cast<const RECT*>(lParam));
             return 0;
         case kNavigateMessage:
             // The last thing this window does: navigating destroys it.
@@ -180,6 +198,8 @@ void HostWindow::Paint() {
     HDC dc = ::BeginPaint(m_hWnd, &ps);
     RECT client;
     GetClientRect(&client);
+    const RECT& paint = ps.rcPaint;
+    if (!haveUpdate && update) ::SetRectRgn(update, paint.left, paint.top, paint.right, paint.bottom);
     HDC memory = CreateCompatibleDC(dc);
     // One frame for the window's life: outside the update region its old contents are
     // never shown, so it need not be made (or cleared) again for each paint.
@@ -188,35 +208,52 @@ void HostWindow::Paint() {
                    size.bmHeight != client.bottom))
         FreeFrame();
     const bool fresh = !frame_;
-    if (fresh) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
+    if (fresh) {
+        frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
+        stale_ = ::CreateRectRgnIndirect(&client);
+    }
     HGDIOBJ oldFrame = SelectObject(memory, frame_);
-    // The paint DC shows only the update region, so the frame is drawn only there, and
-    // only its box is presented (the paint DC clips the rest).
-    const RECT& paint = ps.rcPaint;
-    if (haveUpdate)
-        SelectClipRgn(memory, update);
-    else
-        IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
+
+    // What is drawn: of the update region, the part whose content changed or was never
+    // drawn -- all of it for a screen that does not announce its changes. The rest the
+    // frame still holds (a popup closed over it, the whole screen was invalidated).
+    HRGN redraw = ::CreateRectRgn(0, 0, 0, 0);
+    const bool keeps = stale_ && (!screen_ || screen_->AnnouncesChanges());
+    if (redraw && update) ::CombineRgn(redraw, update, keeps ? stale_ : nullptr, keeps ? RGN_AND : RGN_COPY);
+    RECT box{};
+    if (redraw && ::GetRgnBox(redraw, &box) > NULLREGION) {
+        SelectClipRgn(memory, redraw);
+        // The background not under the controls. A new frame takes it whole, once: a bitmap
+        // written whole by its first blit is never zero-filled. Only the blit is clipped so:
+        // every clip rectangle costs each shape and glyph drawn after it.
+        const int saved = SaveDC(memory);
+        HRGN under = fresh ? nullptr : ExcludeControls(memory, box);
+        if (background_) {
+            HDC source = CreateCompatibleDC(dc);
+            HGDIOBJ old = SelectObject(source, background_);
+            BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+            SelectObject(source, old);
+            DeleteDC(source);
+        } else {
+            FillBox(memory, client, theme::kScreen);
+        }
+        RestoreDC(memory, saved);
+        if (Meets(box, kTitleBar)) PaintTitleBar(memory);
+        if (screen_) screen_->Paint(memory);
+        if (Meets(box, kStatusStrip)) PaintStatus(memory);
+        // Drawn now, except under the controls, where the frame was left as it was.
+        if (stale_) {
+            ::CombineRgn(stale_, stale_, redraw, RGN_DIFF);
+            if (under) {
+                ::CombineRgn(under, under, redraw, RGN_AND);
+                ::CombineRgn(stale_, stale_, under, RGN_OR);
+            }
+        }
+        if (under) ::DeleteObject(under);
+    }
+    if (redraw) ::DeleteObject(redraw);
     if (update) ::DeleteObject(update);
 
-    // The background not under the controls. A new frame takes it whole, once: a bitmap
-    // written whole by its first blit is never zero-filled. Only the blit is clipped so:
-    // every clip rectangle costs each shape and glyph drawn after it.
-    const int saved = SaveDC(memory);
-    if (!fresh) ExcludeControls(memory, paint);
-    if (background_) {
-        HDC source = CreateCompatibleDC(dc);
-        HGDIOBJ old = SelectObject(source, background_);
-        BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
-        SelectObject(source, old);
-        DeleteDC(source);
-    } else {
-        FillBox(memory, client, theme::kScreen);
-    }
-    RestoreDC(memory, saved);
-    if (Meets(paint, kTitleBar)) PaintTitleBar(memory);
-    if (screen_) screen_->Paint(memory);
-    if (Meets(paint, kStatusStrip)) PaintStatus(memory);
     BitBlt(dc, paint.left, paint.top, paint.right - paint.left, paint.bottom - paint.top, memory, paint.left, paint.top,
            SRCCOPY);
     SelectObject(memory, oldFrame);
@@ -256,16 +293,16 @@ void HostWindow::StatusChanged() {
     for (size_t row = 0; row < kStatusLines; ++row) {
         if (rows[row] == status_[row]) continue;
         status_[row] = rows[row];
-        const RECT area = StatusBox(row, kStatusLines);
-        if (m_hWnd) InvalidateRect(&area, FALSE);
+        Changed(StatusBox(row, kStatusLines));
     }
 }
 
 // Controls paint themselves, and the paint DC leaves them out (the host clips its
 // children): the frame is not drawn under them either. Around a shaped control the host
-// shows through, so those keep their rectangle.
-void HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
+// shows through, so those keep their rectangle. Returns what was left out (NULL: nothing).
+HRGN HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
     HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    HRGN under = nullptr;
     for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (!::IsWindowVisible(child)) continue;
         RECT r;
@@ -273,8 +310,15 @@ void HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
         ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&r), 2);
         if (!Meets(r, paint) || (shape && ::GetWindowRgn(child, shape) != ERROR)) continue;
         ::ExcludeClipRect(frame, r.left, r.top, r.right, r.bottom);
+        if (!under) {
+            under = ::CreateRectRgnIndirect(&r);
+        } else if (shape) {
+            ::SetRectRgn(shape, r.left, r.top, r.right, r.bottom);
+            ::CombineRgn(under, under, shape, RGN_OR);
+        }
     }
     if (shape) ::DeleteObject(shape);
+    return under;
 }
 
 }  // namespace zel::demo

@@ -44,8 +44,9 @@ protected:
 private:
     void Paint();
     void FreeFrame();
-    void ExcludeControls(HDC frame, const RECT& paint) const;
+    HRGN ExcludeControls(HDC frame, const RECT& paint) const;
     void StatusChanged();
+    void Changed(const RECT& area);
     void PaintTitleBar(HDC frame);
     void PaintStatus(HDC frame);
     void Hear(UINT message, WPARAM wParam, LPARAM lParam);
@@ -61,6 +62,7 @@ private:
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};
     HBITMAP frame_ = nullptr;  // the off-screen frame, kept between paints
+    HRGN stale_ = nullptr;     // what of the frame must be drawn again before it is shown
     // What each row of the status strip shows, top to bottom (empty: nothing), so that a
     // notification repaints only the rows it changes.
     static constexpr size_t kStatusLines = 2;

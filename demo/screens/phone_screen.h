@@ -28,6 +28,7 @@ public:
     ~PhoneScreen() override;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     const CString& number() const { return number_; }

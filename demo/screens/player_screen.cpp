@@ -148,7 +148,7 @@ void PlayerScreen::TrackChanged(bool follow) {
     list_.Invalidate(FALSE);
 }
 
-void PlayerScreen::Invalidate(const RECT& area) const { InvalidateRect(host_, &area, FALSE); }
+void PlayerScreen::Invalidate(const RECT& area) const { ContentChanged(host_, area); }
 
 std::optional<long> PlayerScreen::ScrollPos(HWND control) const {
     if (control == volume_.m_hWnd) return volume_.GetPos();

@@ -37,6 +37,7 @@ public:
     bool Build(HWND host, const SkinSource& skin) override;
     std::optional<long> ScrollPos(HWND control) const override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Tap(UINT message, POINT point) override;
     void Timer(UINT_PTR id) override;
