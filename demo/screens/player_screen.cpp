@@ -19,6 +19,7 @@ using namespace theme;
 // Left column: what is playing, the transport keys centred under it, the volume.
 constexpr RECT kArt{24, 72, 152, 200};
 constexpr RECT kNowPlaying{172, 72, 424, 200};
+constexpr RECT kPlayState{172, 168, 424, 198};  // the last line of what is playing
 constexpr RECT kProgress{24, 214, 424, 230};
 constexpr RECT kTimes{24, 232, 424, 252};
 constexpr RECT kPrevious{104, 260, 182, 336};
@@ -133,7 +134,8 @@ void PlayerScreen::ShowPlayState() {
     else
         play_.LoadBitmaps(IDB_ROUND_PLAY_NORMAL, IDB_ROUND_PLAY_FOCUS, IDB_ROUND_PLAY_PRESSED, IDB_ROUND_PLAY_DISABLED,
                           skinModule_);
-    Invalidate(RECT{kArt.left, kArt.top, kNowPlaying.right, kNowPlaying.bottom});
+    Invalidate(kArt);  // the label's bars
+    Invalidate(kPlayState);
 }
 
 // The progress bar counts the new track's seconds; the art, the titles and the list's
@@ -315,8 +317,7 @@ void PlayerScreen::PaintNowPlaying(HDC frame) {
     std::wstring where = L"Track " + std::to_wstring(playback_.track() + 1) + L" of " +
                          std::to_wstring(playback_.count());
     DrawLabel(frame, where, line, smallFont_, kTextDim);
-    OffsetRect(&line, 0, 24);
-    DrawLabel(frame, playback_.playing() ? L"Playing" : L"Paused", line, smallFont_, kAccentLight);
+    DrawLabel(frame, playback_.playing() ? L"Playing" : L"Paused", kPlayState, smallFont_, kAccentLight);
 }
 
 }  // namespace zel::demo
