@@ -75,9 +75,12 @@ bool DemoApp::Show(const std::string& name) {
                                                [this](const std::string& following) { Show(following); });
     log_.Add("-- screen " + name);
     const bool built = next.window->Create(info->title) && next.screen->Build(next.window->hwnd(), skin_);
-    if (built) next.window->Show();
-    // The old screen goes only now, under the new one: destroying it uncovers nothing, so
-    // the desktop is not painted in between.
+    if (built) {
+        // The old screen goes only now, under the new one: nothing is uncovered, so the
+        // desktop is not painted in between.
+        if (current_.window) current_.window->HideUnder();
+        next.window->Show();
+    }
     CloseScreen();
     if (!built) {
         std::fprintf(stderr, "zel-demo: cannot build the screen '%s'\n", name.c_str());

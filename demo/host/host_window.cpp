@@ -76,8 +76,18 @@ void HostWindow::Changed(const RECT& area) {
     if (m_hWnd) InvalidateRect(&area, FALSE);
 }
 
+// Shown without working out what it uncovers or covers: a host covers the whole screen,
+// so all of it and every control paint anyway.
 void HostWindow::Show() {
-    if (::IsWindow(m_hWnd)) ShowWindow(SW_SHOW);
+    if (!::IsWindow(m_hWnd)) return;
+    SetWindowPos(nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW);
+    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void HostWindow::HideUnder() {
+    if (::IsWindow(m_hWnd))
+        SetWindowPos(nullptr, 0, 0, 0, 0,
+                     SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
 void HostWindow::Destroy() {

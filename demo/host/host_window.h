@@ -32,6 +32,9 @@ public:
 
     bool Create(const std::wstring& title);  // hidden: Show() once the controls are made
     void Show();
+    // Hidden without repainting anything under it: for a host another host is about to
+    // cover (destroying a hidden window uncovers nothing either).
+    void HideUnder();
     void Destroy();
     HWND hwnd() const { return m_hWnd; }
 
