@@ -81,6 +81,9 @@ const Case kCases[] = {
     {"settings",
      {{Input::kTap, {200, 128}}, {Input::kTap, {200, 252}}, {Input::kTap, {200, 400}}, {Input::kTap, {200, 316}}}},
     {"lists", {{Input::kTap, {150, 147}}, {Input::kTap, {560, 336}}}},
+    {"contacts", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
+    {"devices", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
+    {"table", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
     {"clock", {{Input::kTap, {134, 214}}}},  // drawn afresh at every paint: the check still holds
 };
 
