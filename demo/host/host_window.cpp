@@ -312,22 +312,23 @@ void HostWindow::StatusChanged() {
 // shows through, so those keep their rectangle. Returns what was left out (NULL: nothing).
 HRGN HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
     HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    if (!shape) return nullptr;  // which controls are shaped cannot be told: leave none out
     HRGN under = nullptr;
     for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (!::IsWindowVisible(child)) continue;
         RECT r;
         ::GetWindowRect(child, &r);
         ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&r), 2);
-        if (!Meets(r, paint) || (shape && ::GetWindowRgn(child, shape) != ERROR)) continue;
+        if (!Meets(r, paint) || ::GetWindowRgn(child, shape) != ERROR) continue;
         ::ExcludeClipRect(frame, r.left, r.top, r.right, r.bottom);
         if (!under) {
             under = ::CreateRectRgnIndirect(&r);
-        } else if (shape) {
+        } else {
             ::SetRectRgn(shape, r.left, r.top, r.right, r.bottom);
             ::CombineRgn(under, under, shape, RGN_OR);
         }
     }
-    if (shape) ::DeleteObject(shape);
+    ::DeleteObject(shape);
     return under;
 }
 
