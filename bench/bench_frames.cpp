@@ -1,12 +1,20 @@
-// Frame costs of the demo, screen by screen: a full repaint, showing the screen, and one
-// input step (a tap, and a drag step while held) on the first control of each window
-// class. For each step: instructions retired in user space (perf_event_open; "n/a" where
-// the kernel refuses it -- then run scripts/bench_frames_callgrind), pixels written by the
-// raster primitives (text not counted), and wall time; each the least of kRuns.
+// Frame costs of the demo, screen by screen: a full repaint (everything invalidated, as
+// when a window over the screen goes), a full redraw (the screen's content changed
+// everywhere as well), showing the screen, and one input step (a tap, and a drag step while
+// held) on the first control of each window class. For each step: instructions retired in
+// user space (perf_event_open; "n/a" where the kernel refuses it -- then run
+// scripts/bench_frames_callgrind), pixels written by the raster primitives (text not
+// counted), the area invalidated (the union on the screen of every InvalidateRect,
+// InvalidateRgn and RedrawWindow, seen by wrapping them), pixels per invalidated pixel, and
+// wall time; each the least of kRuns.
 //
-// Not a Google Benchmark program: it prints one table and ignores the benchmark flags
-// scripts/bench passes to every program.
+// Not a Google Benchmark program: it prints one table. Of the benchmark flags scripts/bench
+// passes to every program it reads --benchmark_out=FILE, and writes there, in Google
+// Benchmark's JSON shape, each step's pixels and pixels per invalidated pixel as "times"
+// (and the constants frames/unit = 1 and frames/megapixel = 1e6), so that
+// bench/budgets.txt can hold them to ratios.
 #include <afxwin.h>
+#include <dlfcn.h>
 #include <linux/perf_event.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
@@ -18,9 +26,12 @@
 #include <cstdlib>
 #include <cwchar>
 #include <cstdio>
+#include <cstring>
+#include <fstream>
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #if __has_include(<valgrind/callgrind.h>)
@@ -32,9 +43,96 @@
 #include "host/demo_app.h"
 #include "host/screens.h"
 
+// ---- invalidated area ----------------------------------------------------------------
+// The wrappers note each invalidated rectangle in screen coordinates, then call the
+// platform's function. Nothing is noted under callgrind, whose counts stay the paint's own.
+namespace {
+
+bool g_noteInvalid = false;
+std::vector<RECT> g_invalid;
+
+void NoteInvalid(HWND hwnd, const RECT* rect) {
+    if (!g_noteInvalid || !hwnd) return;
+    RECT r;
+    if (rect)
+        r = *rect;
+    else if (!::GetClientRect(hwnd, &r))
+        return;
+    POINT o{0, 0};
+    ::ClientToScreen(hwnd, &o);
+    ::OffsetRect(&r, o.x, o.y);
+    g_invalid.push_back(r);
+}
+
+template <class F>
+F Real(const char* name) {
+    return reinterpret_cast<F>(dlsym(RTLD_NEXT, name));
+}
+
+// Looked up before main, not inside a measured step.
+const auto g_invalidateRect = Real<BOOL (*)(HWND, const RECT*, BOOL)>("InvalidateRect");
+const auto g_invalidateRgn = Real<BOOL (*)(HWND, HRGN, BOOL)>("InvalidateRgn");
+const auto g_redrawWindow = Real<BOOL (*)(HWND, const RECT*, HRGN, UINT)>("RedrawWindow");
+
+}  // namespace
+
+extern "C" {
+
+BOOL InvalidateRect(HWND hwnd, const RECT* rect, BOOL erase) {
+    const auto real = g_invalidateRect;
+    NoteInvalid(hwnd, rect);
+    return real ? real(hwnd, rect, erase) : FALSE;
+}
+
+BOOL InvalidateRgn(HWND hwnd, HRGN rgn, BOOL erase) {
+    const auto real = g_invalidateRgn;
+    RECT box;
+    if (g_noteInvalid) NoteInvalid(hwnd, rgn && ::GetRgnBox(rgn, &box) != ERROR ? &box : nullptr);
+    return real ? real(hwnd, rgn, erase) : FALSE;
+}
+
+BOOL RedrawWindow(HWND hwnd, const RECT* rect, HRGN rgn, UINT flags) {
+    const auto real = g_redrawWindow;
+    RECT box;
+    if (g_noteInvalid && (flags & RDW_INVALIDATE))
+        NoteInvalid(hwnd, rgn && ::GetRgnBox(rgn, &box) != ERROR ? &box : rect);
+    return real ? real(hwnd, rect, rgn, flags) : FALSE;
+}
+
+}  // extern "C"
+
 namespace {
 
 constexpr int kRuns = 5;
+
+// Between two input events of one step (a tap's down and up): each is its own frame.
+constexpr RECT kNextFrame{1, 1, 0, 0};
+
+void NextFrame() {
+    if (g_noteInvalid) g_invalid.push_back(kNextFrame);
+}
+
+// Per frame, the pixels of the screen that some noted rectangle covers; summed over the
+// step's frames.
+uint64_t InvalidArea() {
+    const int w = zel::gdi::Screen().width, h = zel::gdi::Screen().height;
+    std::vector<uint8_t> mask(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
+    uint64_t n = 0;
+    auto count = [&] {
+        for (uint8_t& m : mask) n += std::exchange(m, 0);
+    };
+    for (const RECT& r : g_invalid) {
+        if (std::memcmp(&r, &kNextFrame, sizeof r) == 0) {
+            count();
+            continue;
+        }
+        for (int y = std::max(0, static_cast<int>(r.top)); y < std::min(h, static_cast<int>(r.bottom)); ++y)
+            for (int x = std::max(0, static_cast<int>(r.left)); x < std::min(w, static_cast<int>(r.right)); ++x)
+                mask[static_cast<size_t>(y) * static_cast<size_t>(w) + static_cast<size_t>(x)] = 1;
+    }
+    count();
+    return n;
+}
 
 // User-space instructions of this thread, or -1 when the counter is unavailable.
 class Instructions {
@@ -71,6 +169,7 @@ private:
 struct Cost {
     long long instructions = -1;
     uint64_t pixels = 0;
+    uint64_t invalid = 0;  // of the run that wrote the fewest pixels
     double micros = 1e30;
 };
 
@@ -101,6 +200,8 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
         prepare();
         zel::Desktop::Get().RunUntilIdle();
         const uint64_t pixels0 = zel::gdi::pixelsWritten;
+        g_invalid.clear();
+        g_noteInvalid = !UnderCallgrind();
         const auto t0 = std::chrono::steady_clock::now();
 #ifdef ZEL_HAVE_CALLGRIND
         if (dump) CALLGRIND_ZERO_STATS;
@@ -109,6 +210,7 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
         step();
         zel::Desktop::Get().RunUntilIdle();
         const long long n = Counter().Stop();
+        g_noteInvalid = false;
 #ifdef ZEL_HAVE_CALLGRIND
         if (dump) CALLGRIND_DUMP_STATS_AT(g_stepName.c_str());
 #endif
@@ -116,7 +218,10 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
         best.micros = std::min(best.micros, std::chrono::duration<double, std::micro>(t1 - t0).count());
         if (n >= 0 && (best.instructions < 0 || n < best.instructions)) best.instructions = n;
         const uint64_t pixels = zel::gdi::pixelsWritten - pixels0;
-        if (run == 0 || pixels < best.pixels) best.pixels = pixels;
+        if (run == 0 || pixels < best.pixels) {
+            best.pixels = pixels;
+            best.invalid = InvalidArea();
+        }
         finish();
         zel::Desktop::Get().RunUntilIdle();
     }
@@ -124,16 +229,50 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
 }
 
 std::vector<std::string> g_rows;
+// (name, value) for the JSON file.
+std::vector<std::pair<std::string, double>> g_figures;
+
+std::string NoSpaces(std::string s) {
+    for (char& c : s)
+        if (c == ' ') c = '_';
+    return s;
+}
 
 void Row(const std::string& screen, const std::string& step, const Cost& c) {
-    char instr[32], line[200];
+    char instr[32], ratio[32], line[240];
     if (c.instructions < 0)
         std::snprintf(instr, sizeof instr, "n/a");
     else
         std::snprintf(instr, sizeof instr, "%.2f M", c.instructions / 1e6);
-    std::snprintf(line, sizeof line, "| %-9s | %-28s | %10s | %8.3f M | %9.0f |", screen.c_str(), step.c_str(), instr,
-                  c.pixels / 1e6, c.micros);
+    if (c.invalid)
+        std::snprintf(ratio, sizeof ratio, "%.2f", static_cast<double>(c.pixels) / static_cast<double>(c.invalid));
+    else
+        std::snprintf(ratio, sizeof ratio, "-");
+    std::snprintf(line, sizeof line, "| %-9s | %-28s | %10s | %8.3f M | %8.3f M | %6s | %9.0f |", screen.c_str(),
+                  step.c_str(), instr, c.pixels / 1e6, c.invalid / 1e6, ratio, c.micros);
     g_rows.push_back(line);
+    const std::string name = "frames/" + screen + "/" + NoSpaces(step);
+    g_figures.emplace_back(name + "/pixels", static_cast<double>(c.pixels));
+    if (c.invalid)
+        g_figures.emplace_back(name + "/pixels_per_invalid",
+                               static_cast<double>(c.pixels) / static_cast<double>(c.invalid));
+}
+
+// Google Benchmark's JSON shape, enough for scripts/bench_budgets.py.
+void WriteJson(const std::string& path) {
+    std::ofstream out(path, std::ios::trunc);
+    out << "{\n  \"benchmarks\": [\n";
+    std::vector<std::pair<std::string, double>> all = {{"frames/unit", 1.0}, {"frames/megapixel", 1e6}};
+    all.insert(all.end(), g_figures.begin(), g_figures.end());
+    for (size_t i = 0; i < all.size(); ++i) {
+        char value[64];
+        std::snprintf(value, sizeof value, "%.6f", all[i].second);
+        out << "    {\"name\": \"" << all[i].first << "\", \"run_name\": \"" << all[i].first
+            << "\", \"run_type\": \"iteration\", \"iterations\": 1, \"real_time\": " << value
+            << ", \"cpu_time\": " << value << ", \"time_unit\": \"ns\"}" << (i + 1 < all.size() ? ",\n" : "\n");
+    }
+    out << "  ]\n}\n";
+    if (!out) std::fprintf(stderr, "bench_frames: cannot write %s\n", path.c_str());
 }
 
 // Names the next measured step (for callgrind) and measures it.
@@ -174,8 +313,11 @@ POINT CentreOnScreen(HWND w) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
     using zel::demo::DemoApp;
+    std::string jsonOut;
+    for (int i = 1; i < argc; ++i)
+        if (std::strncmp(argv[i], "--benchmark_out=", 16) == 0) jsonOut = argv[i] + 16;
     zel::Desktop& desk = zel::Desktop::Get();
     const char* only = std::getenv("ZEL_FRAMES_ONLY");  // one screen, e.g. under callgrind
     for (const zel::demo::ScreenInfo& info : zel::demo::Screens()) {
@@ -191,9 +333,20 @@ int main() {
         Step(name, "full repaint", [] {}, [&] {
             ::RedrawWindow(host, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         });
+        // As if everything the screen draws had changed: the host draws its frame afresh.
+        Step(name, "full redraw", [] {}, [&] {
+            RECT client;
+            ::GetClientRect(host, &client);
+            zel::demo::ContentChanged(host, client);
+            ::RedrawWindow(host, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        });
         for (const auto& [cls, control] : ControlKinds(host)) {
             const POINT p = CentreOnScreen(control);
-            Step(name, "tap " + cls, [] {}, [&] { desk.Tap(p.x, p.y); });
+            Step(name, "tap " + cls, [] {}, [&] {  // as desk.Tap, a frame each for down and up
+                desk.PointerDown(p.x, p.y);
+                NextFrame();
+                desk.PointerUp(p.x, p.y);
+            });
             if (app.screen() != name) {  // the tap went to another screen
                 app.Show(name);
                 desk.RunUntilIdle();
@@ -213,8 +366,9 @@ int main() {
     desk.Reset();
     CWnd::DeleteTempMap();
     std::fflush(stdout);
-    std::printf("| screen    | step                         | instr      | pixels     | wall (us) |\n");
-    std::printf("|---|---|---|---|---|\n");
+    std::printf("| screen    | step                         | instr      | pixels     | invalid    | ratio  | wall (us) |\n");
+    std::printf("|---|---|---|---|---|---|---|\n");
     for (const std::string& line : g_rows) std::printf("%s\n", line.c_str());
+    if (!jsonOut.empty()) WriteJson(jsonOut);
     return 0;
 }

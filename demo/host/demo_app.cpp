@@ -30,6 +30,7 @@ bool DemoApp::LoadSkin(const std::string& dir) {
     }
     AfxSetResourceHandle(skin_.module);
     background_ = LoadBitmapW(skin_.module, MAKEINTRESOURCEW(IDB_BACKGROUND));
+    skin_.background = background_;
     if (!background_) std::fprintf(stderr, "zel-demo: the skin %s has no background\n", script.c_str());
     return background_ != nullptr;
 }
@@ -51,6 +52,7 @@ bool DemoApp::ReloadSkin() {
     if (background_) DeleteObject(background_);
     skin_.module = module;
     background_ = background;
+    skin_.background = background_;
     return screen.empty() || Show(screen);
 }
 
@@ -67,16 +69,26 @@ bool DemoApp::Show(const std::string& name) {
     const ScreenInfo* info = FindScreen(name);
     if (!info) return false;
     retired_.clear();  // no handler of theirs can be running: their windows are gone
-    CloseScreen();
-    current_.screen = info->make();
-    current_.window = std::make_unique<HostWindow>(log_, background_, current_.screen.get(), name,
-                                                   [this](const std::string& next) { Show(next); });
+    Shown next;
+    next.screen = info->make();
+    next.window = std::make_unique<HostWindow>(log_, background_, next.screen.get(), name,
+                                               [this](const std::string& following) { Show(following); });
     log_.Add("-- screen " + name);
-    if (!current_.window->Create(info->title) || !current_.screen->Build(current_.window->hwnd(), skin_)) {
+    const bool built = next.window->Create(info->title) && next.screen->Build(next.window->hwnd(), skin_);
+    if (built) {
+        // The old screen goes only now, under the new one: nothing is uncovered, so the
+        // desktop is not painted in between.
+        if (current_.window) current_.window->HideUnder();
+        next.window->Show();
+    }
+    CloseScreen();
+    if (!built) {
         std::fprintf(stderr, "zel-demo: cannot build the screen '%s'\n", name.c_str());
-        CloseScreen();
+        next.window->Destroy();
+        retired_.push_back(std::move(next));
         return false;
     }
+    current_ = std::move(next);
     screenName_ = name;
     return true;
 }

@@ -1,5 +1,6 @@
 #include "host/host_window.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include <CZELComBox.h>
@@ -10,12 +11,35 @@ namespace zel::demo {
 
 namespace {
 
-constexpr size_t kStatusLines = 2;
 constexpr int kTabWidth = 104, kTabsRight = 736;  // tabs end left of the signal bars
 
 std::wstring Widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 
 int IdOfWindow(HWND hwnd) { return GetDlgCtrlID(hwnd); }
+
+bool Meets(const RECT& a, const RECT& b) {
+    RECT meet;
+    return ::IntersectRect(&meet, &a, &b) != FALSE;
+}
+
+constexpr RECT kTitleBar{0, 0, theme::kScreenWidth, theme::kTitleBarHeight};
+constexpr RECT kStatusStrip{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
+
+// Row `row` of the status strip (0 at the top), where its line is written.
+RECT StatusBox(size_t row, size_t rows) {
+    const int height = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(rows);
+    const int top = theme::kStatusTop + 1 + static_cast<int>(row) * height;
+    return RECT{16, top, theme::kScreenWidth - 16, top + height};
+}
+
+// The log's last lines as the strip's rows show them: the newest at the bottom.
+template <size_t N>
+std::array<std::string, N> LastRows(const NotificationLog& log) {
+    std::array<std::string, N> rows;
+    const std::vector<std::string> last = log.Last(N);
+    for (size_t i = 0; i < last.size(); ++i) rows[N - last.size() + i] = last[i];
+    return rows;
+}
 
 }  // namespace
 
@@ -34,17 +58,55 @@ HostWindow::~HostWindow() {
 
 void HostWindow::FreeFrame() {
     if (frame_) ::DeleteObject(frame_);
+    if (stale_) ::DeleteObject(stale_);
     frame_ = nullptr;
+    stale_ = nullptr;
+}
+
+// The frame's content in area (client coordinates) is out of date: drawn again at the
+// next paint, which this asks for.
+void HostWindow::Changed(const RECT& area) {
+    if (stale_) {
+        HRGN add = ::CreateRectRgnIndirect(&area);
+        if (add) {
+            ::CombineRgn(stale_, stale_, add, RGN_OR);
+            ::DeleteObject(add);
+        }
+    }
+    if (m_hWnd) InvalidateRect(&area, FALSE);
+}
+
+// Shown without working out what it uncovers or covers: a host covers the whole screen,
+// so all of it and every control paint anyway.
+void HostWindow::Show() {
+    if (!::IsWindow(m_hWnd)) return;
+    SetWindowPos(nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW);
+    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void HostWindow::HideUnder() {
+    if (::IsWindow(m_hWnd))
+        SetWindowPos(nullptr, 0, 0, 0, 0,
+                     SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
 void HostWindow::Destroy() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
 }
 
-// A class without CS_DBLCLKS: two quick taps on the host are two taps.
+// A class without CS_DBLCLKS: two quick taps on the host are two taps. Made hidden, as a
+// dialog is while its controls are created: a control that paints itself when set up
+// (UpdateWindow) then paints nothing yet, and no child's creation uncovers or covers
+// anything. Show() puts the window, and every control with it, on the screen at once.
 bool HostWindow::Create(const std::wstring& title) {
-    return CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                    theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr) != FALSE;
+    if (!CreateEx(0, AfxRegisterWndClass(0), title.c_str(), WS_POPUP | WS_CLIPCHILDREN, 0, 0,
+                  theme::kScreenWidth, theme::kScreenHeight, nullptr, nullptr))
+        return false;
+    // Activated (and so raised) while still hidden, when that moves nothing on the screen:
+    // shown later, it is already on top and active, and showing it only covers.
+    ::SetActiveWindow(m_hWnd);
+    StatusChanged();  // the whole window is invalid already; this records the rows
+    return true;
 }
 
 RECT HostWindow::TabRect(size_t index) {
@@ -73,6 +135,9 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONUP: Pointer(message, lParam); return 0;
         case WM_TIMER:
             if (screen_) screen_->Timer(wParam);
+            return 0;
+        case kChangedMessage:
+            if (lParam) Changed(*reinterpret_cast<const RECT*>(lParam));
             return 0;
         case kNavigateMessage:
             // The last thing this window does: navigating destroys it.
@@ -130,16 +195,21 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
     if ((message == WM_VSCROLL || message == WM_HSCROLL) && !n.pos && screen_)
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
-    RECT status{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
-    InvalidateRect(&status, FALSE);
+    StatusChanged();
     if (screen_) screen_->Heard(message, wParam, lParam);
 }
 
 void HostWindow::Paint() {
+    // The update region itself, not just its box: two strips far apart (a readout and the
+    // status strip) are drawn as two strips. BeginPaint validates it, so it is read first.
+    HRGN update = ::CreateRectRgn(0, 0, 0, 0);
+    const bool haveUpdate = update && ::GetUpdateRgn(m_hWnd, update, FALSE) > NULLREGION;
     PAINTSTRUCT ps;
     HDC dc = ::BeginPaint(m_hWnd, &ps);
     RECT client;
     GetClientRect(&client);
+    const RECT& paint = ps.rcPaint;
+    if (!haveUpdate && update) ::SetRectRgn(update, paint.left, paint.top, paint.right, paint.bottom);
     HDC memory = CreateCompatibleDC(dc);
     // One frame for the window's life: outside the update region its old contents are
     // never shown, so it need not be made (or cleared) again for each paint.
@@ -147,25 +217,52 @@ void HostWindow::Paint() {
     if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.right ||
                    size.bmHeight != client.bottom))
         FreeFrame();
-    if (!frame_) frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
-    HGDIOBJ oldFrame = SelectObject(memory, frame_);
-    // The paint DC shows only the update region, so the frame is drawn only inside its
-    // bounding box, and only that box is presented.
-    const RECT& paint = ps.rcPaint;
-    IntersectClipRect(memory, paint.left, paint.top, paint.right, paint.bottom);
-
-    if (background_) {
-        HDC source = CreateCompatibleDC(dc);
-        HGDIOBJ old = SelectObject(source, background_);
-        BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
-        SelectObject(source, old);
-        DeleteDC(source);
-    } else {
-        FillBox(memory, client, theme::kScreen);
+    const bool fresh = !frame_;
+    if (fresh) {
+        frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
+        stale_ = ::CreateRectRgnIndirect(&client);
     }
-    PaintTitleBar(memory);
-    if (screen_) screen_->Paint(memory);
-    PaintStatus(memory);
+    HGDIOBJ oldFrame = SelectObject(memory, frame_);
+
+    // What is drawn: of the update region, the part whose content changed or was never
+    // drawn -- all of it for a screen that does not announce its changes. The rest the
+    // frame still holds (a popup closed over it, the whole screen was invalidated).
+    HRGN redraw = ::CreateRectRgn(0, 0, 0, 0);
+    const bool keeps = stale_ && (!screen_ || screen_->AnnouncesChanges());
+    if (redraw && update) ::CombineRgn(redraw, update, keeps ? stale_ : nullptr, keeps ? RGN_AND : RGN_COPY);
+    RECT box{};
+    if (redraw && ::GetRgnBox(redraw, &box) > NULLREGION) {
+        SelectClipRgn(memory, redraw);
+        // The background not under the controls. A new frame takes it whole, once: a bitmap
+        // written whole by its first blit is never zero-filled. Only the blit is clipped so:
+        // every clip rectangle costs each shape and glyph drawn after it.
+        const int saved = SaveDC(memory);
+        HRGN under = fresh ? nullptr : ExcludeControls(memory, box);
+        if (background_) {
+            HDC source = CreateCompatibleDC(dc);
+            HGDIOBJ old = SelectObject(source, background_);
+            BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+            SelectObject(source, old);
+            DeleteDC(source);
+        } else {
+            FillBox(memory, client, theme::kScreen);
+        }
+        RestoreDC(memory, saved);
+        if (Meets(box, kTitleBar)) PaintTitleBar(memory);
+        if (screen_) screen_->Paint(memory);
+        if (Meets(box, kStatusStrip)) PaintStatus(memory);
+        // Drawn now, except under the controls, where the frame was left as it was.
+        if (stale_) {
+            ::CombineRgn(stale_, stale_, redraw, RGN_DIFF);
+            if (under) {
+                ::CombineRgn(under, under, redraw, RGN_AND);
+                ::CombineRgn(stale_, stale_, under, RGN_OR);
+            }
+        }
+        if (under) ::DeleteObject(under);
+    }
+    if (redraw) ::DeleteObject(redraw);
+    if (update) ::DeleteObject(update);
 
     BitBlt(dc, paint.left, paint.top, paint.right - paint.left, paint.bottom - paint.top, memory, paint.left, paint.top,
            SRCCOPY);
@@ -192,14 +289,47 @@ void HostWindow::PaintTitleBar(HDC frame) {
 
 // Newest notification at the bottom in full colour, the one before it dimmed.
 void HostWindow::PaintStatus(HDC frame) {
-    std::vector<std::string> last = log_.Last(kStatusLines);
-    const int rowHeight = (theme::kScreenHeight - theme::kStatusTop - 2) / static_cast<int>(kStatusLines);
-    for (size_t i = 0; i < last.size(); ++i) {
-        const size_t row = kStatusLines - last.size() + i;
-        const int top = theme::kStatusTop + 1 + static_cast<int>(row) * rowHeight;
-        DrawLabel(frame, Widen(last[i]), RECT{16, top, theme::kScreenWidth - 16, top + rowHeight}, statusFont_,
-                  i + 1 == last.size() ? theme::kText : theme::kTextDim);
+    const auto rows = LastRows<kStatusLines>(log_);
+    for (size_t row = 0; row < kStatusLines; ++row)
+        if (!rows[row].empty())
+            DrawLabel(frame, Widen(rows[row]), StatusBox(row, kStatusLines), statusFont_,
+                      row + 1 == kStatusLines ? theme::kText : theme::kTextDim);
+}
+
+// A notification moves the strip's lines up a row: only the rows whose text changed are
+// repainted (a repeated notification changes none).
+void HostWindow::StatusChanged() {
+    const auto rows = LastRows<kStatusLines>(log_);
+    for (size_t row = 0; row < kStatusLines; ++row) {
+        if (rows[row] == status_[row]) continue;
+        status_[row] = rows[row];
+        Changed(StatusBox(row, kStatusLines));
     }
+}
+
+// Controls paint themselves, and the paint DC leaves them out (the host clips its
+// children): the frame is not drawn under them either. Around a shaped control the host
+// shows through, so those keep their rectangle. Returns what was left out (NULL: nothing).
+HRGN HostWindow::ExcludeControls(HDC frame, const RECT& paint) const {
+    HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    if (!shape) return nullptr;  // which controls are shaped cannot be told: leave none out
+    HRGN under = nullptr;
+    for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (!::IsWindowVisible(child)) continue;
+        RECT r;
+        ::GetWindowRect(child, &r);
+        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&r), 2);
+        if (!Meets(r, paint) || ::GetWindowRgn(child, shape) != ERROR) continue;
+        ::ExcludeClipRect(frame, r.left, r.top, r.right, r.bottom);
+        if (!under) {
+            under = ::CreateRectRgnIndirect(&r);
+        } else {
+            ::SetRectRgn(shape, r.left, r.top, r.right, r.bottom);
+            ::CombineRgn(under, under, shape, RGN_OR);
+        }
+    }
+    ::DeleteObject(shape);
+    return under;
 }
 
 }  // namespace zel::demo

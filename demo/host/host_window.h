@@ -10,6 +10,7 @@
 
 #include <afxwin.h>
 
+#include <array>
 #include <functional>
 #include <string>
 
@@ -29,7 +30,11 @@ public:
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    bool Create(const std::wstring& title);
+    bool Create(const std::wstring& title);  // hidden: Show() once the controls are made
+    void Show();
+    // Hidden without repainting anything under it: for a host another host is about to
+    // cover (destroying a hidden window uncovers nothing either).
+    void HideUnder();
     void Destroy();
     HWND hwnd() const { return m_hWnd; }
 
@@ -42,6 +47,9 @@ protected:
 private:
     void Paint();
     void FreeFrame();
+    HRGN ExcludeControls(HDC frame, const RECT& paint) const;
+    void StatusChanged();
+    void Changed(const RECT& area);
     void PaintTitleBar(HDC frame);
     void PaintStatus(HDC frame);
     void Hear(UINT message, WPARAM wParam, LPARAM lParam);
@@ -57,6 +65,11 @@ private:
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};
     HBITMAP frame_ = nullptr;  // the off-screen frame, kept between paints
+    HRGN stale_ = nullptr;     // what of the frame must be drawn again before it is shown
+    // What each row of the status strip shows, top to bottom (empty: nothing), so that a
+    // notification repaints only the rows it changes.
+    static constexpr size_t kStatusLines = 2;
+    std::array<std::string, kStatusLines> status_{};
 };
 
 }  // namespace zel::demo

@@ -30,6 +30,13 @@ private:
     HGDIOBJ oldPen_ = nullptr, oldBrush_ = nullptr;
 };
 
+// Whether any of box can show through the DC's clipping: drawing that cannot is skipped
+// (laying out text costs as much as drawing it).
+bool Visible(HDC dc, const RECT& box) {
+    RECT clip, meet;
+    return ::GetClipBox(dc, &clip) > NULLREGION && ::IntersectRect(&meet, &clip, &box);
+}
+
 }  // namespace
 
 Font::Font(int height, int weight) {
@@ -47,6 +54,7 @@ Font::~Font() {
 }
 
 void DrawLabel(HDC dc, std::wstring_view text, const RECT& box, const Font& font, COLORREF color, UINT format) {
+    if (!Visible(dc, box)) return;  // DrawTextW clips to the box (no DT_NOCLIP here)
     HGDIOBJ oldFont = SelectObject(dc, font.get());
     COLORREF oldColor = SetTextColor(dc, color);
     int oldMode = SetBkMode(dc, TRANSPARENT);
@@ -58,17 +66,20 @@ void DrawLabel(HDC dc, std::wstring_view text, const RECT& box, const Font& font
 }
 
 void FillBox(HDC dc, const RECT& box, COLORREF color) {
+    if (!Visible(dc, box)) return;
     HBRUSH brush = CreateSolidBrush(color);
     FillRect(dc, &box, brush);
     DeleteObject(brush);
 }
 
 void Panel(HDC dc, const RECT& box, COLORREF fill, COLORREF edge, int corner) {
+    if (!Visible(dc, box)) return;
     ShapeTools tools(dc, fill, edge);
     RoundRect(dc, box.left, box.top, box.right, box.bottom, corner, corner);
 }
 
 void Disc(HDC dc, const RECT& box, COLORREF fill, COLORREF edge) {
+    if (!Visible(dc, box)) return;
     ShapeTools tools(dc, fill, edge);
     Ellipse(dc, box.left, box.top, box.right, box.bottom);
 }

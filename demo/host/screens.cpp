@@ -44,6 +44,10 @@ const std::vector<ScreenInfo>& Screens() {
     return screens;
 }
 
+void ContentChanged(HWND host, const RECT& area) {
+    SendMessageW(host, kChangedMessage, 0, reinterpret_cast<LPARAM>(&area));
+}
+
 const ScreenInfo* FindScreen(const std::string& name) {
     for (const ScreenInfo& s : Screens())
         if (name == s.name) return &s;

@@ -18,6 +18,9 @@ namespace zel::demo {
 struct SkinSource {
     HINSTANCE module = nullptr;
     std::string bitmapDir;  // ends without a slash; files are <dir>/<piece>.bmp
+    // The screen's background as the host paints it (from the client origin); the
+    // application's, lent for the screen's life. NULL: the theme's screen colour.
+    HBITMAP background = nullptr;
 
     std::string Path(const char* piece) const { return bitmapDir + "/" + piece + ".bmp"; }
 };
@@ -33,6 +36,11 @@ public:
     // Draws the screen's own content (labels, lists) over the background of the host's
     // off-screen frame; the controls paint themselves.
     virtual void Paint(HDC frame) {}
+    // True when the screen tells the host of every change to what Paint draws
+    // (ContentChanged): the host then keeps its frame and repaints from it whatever else
+    // is invalidated (a control's popup closing, a repaint of the whole screen). Otherwise
+    // every update is drawn afresh.
+    virtual bool AnnouncesChanges() const { return false; }
     // A notification the host has just logged (WM_COMMAND, WM_NOTIFY, WM_HSCROLL, ...).
     virtual void Heard(UINT message, WPARAM wParam, LPARAM lParam) {}
     // The stylus on the host itself, below the title bar (host client coordinates).
@@ -54,6 +62,12 @@ struct ScreenInfo {
 // Screens(). Posted, not sent, so that the window that asks is not torn down under its own
 // message handler.
 constexpr UINT kNavigateMessage = WM_APP + 1;
+
+// Sent to the host window when what a screen draws in the rectangle lParam points to (host
+// client coordinates) has changed: the host draws that part of its frame again and
+// invalidates it.
+constexpr UINT kChangedMessage = WM_APP + 2;
+void ContentChanged(HWND host, const RECT& area);
 
 // In tab order.
 const std::vector<ScreenInfo>& Screens();

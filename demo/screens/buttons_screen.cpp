@@ -125,7 +125,7 @@ bool ButtonsScreen::BuildCheckBoxes(const SkinSource& skin) {
     return true;
 }
 
-void ButtonsScreen::Invalidate(const RECT& area) const { InvalidateRect(host_, &area, FALSE); }
+void ButtonsScreen::Invalidate(const RECT& area) const { ContentChanged(host_, area); }
 
 void ButtonsScreen::Heard(UINT message, WPARAM wParam, LPARAM) {
     if (message != WM_COMMAND) return;

@@ -29,6 +29,7 @@ public:
 
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     // Half degrees Celsius, so that the steps are exact.

@@ -10,6 +10,7 @@ class HomeScreen : public Screen {
 public:
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Tap(UINT message, POINT point) override;
 
     // The tile of Screens()[index] (index >= 1: the home screen has none).

@@ -143,8 +143,7 @@ void ListsScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
         const int row = list->GetCurSel();
         const CString text = list->GetItemText(row, 0);
         chosen_ = (hdr->code == static_cast<UINT>(NM_DBLCLK) ? L"Opened: " : L"Chosen: ") + std::wstring(text);
-        RECT box = kChosen;
-        InvalidateRect(host_, &box, FALSE);
+        ContentChanged(host_, kChosen);
     }
 }
 

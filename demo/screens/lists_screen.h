@@ -19,6 +19,7 @@ public:
 
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     CZELList& names() { return names_; }

@@ -98,7 +98,7 @@ void ContactsScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
     if (IsFrom(lParam, list_, NM_DBLCLK)) calling_ = L"Calling " + Text(list_.GetItemText(list_.GetCurSel(), 1));
     else if (IsFrom(lParam, list_, NM_CLICK)) calling_.clear();
     else return;
-    InvalidateRect(host_, &kSide, FALSE);
+    ContentChanged(host_, kSide);
 }
 
 void ContactsScreen::Paint(HDC frame) {
@@ -154,7 +154,7 @@ void DevicesScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
     } else if (!IsFrom(lParam, list_, NM_CLICK)) {
         return;
     }
-    InvalidateRect(host_, &kSide, FALSE);
+    ContentChanged(host_, kSide);
 }
 
 void DevicesScreen::Paint(HDC frame) {
@@ -191,12 +191,12 @@ bool FilesScreen::Build(HWND host, const SkinSource& skin) {
 void FilesScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
     if (message != WM_NOTIFY || !IsFrom(lParam, list_, NM_DBLCLK)) return;
     opened_ = L"Opened " + Text(list_.GetItemText(list_.GetCurSel(), 0));
-    InvalidateRect(host_, &kSide, FALSE);
+    ContentChanged(host_, kSide);
 }
 
 // The file list sends no click: the host looks at its rows again a few times a second.
 void FilesScreen::Timer(UINT_PTR id) {
-    if (id == kLookTimer) InvalidateRect(host_, &kSide, FALSE);
+    if (id == kLookTimer) ContentChanged(host_, kSide);
 }
 
 void FilesScreen::Paint(HDC frame) {
@@ -281,7 +281,7 @@ void TableScreen::Heard(UINT message, WPARAM, LPARAM lParam) {
     } else if (!IsFrom(lParam, list_, NM_CLICK) && !IsFrom(lParam, list_, NM_DBLCLK)) {
         return;
     }
-    InvalidateRect(host_, &kSide, FALSE);
+    ContentChanged(host_, kSide);
 }
 
 void TableScreen::Paint(HDC frame) {

@@ -30,6 +30,7 @@ public:
     static constexpr int kListId = 1501;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -45,6 +46,7 @@ public:
     static constexpr int kListId = 1502;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -60,6 +62,7 @@ public:
     static constexpr UINT_PTR kLookTimer = 1;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Timer(UINT_PTR id) override;
 
@@ -76,6 +79,7 @@ public:
     static constexpr int kListId = 1504;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:

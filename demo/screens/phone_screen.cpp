@@ -37,10 +37,9 @@ RECT KeyRect(int i) {
 
 }  // namespace
 
-// The host window, and with it every control, is gone before the screen: the bitmaps the
-// controls showed can go now.
+// The host window, and with it every control, is gone before the screen: the portrait the
+// STATIC showed can go now.
 PhoneScreen::~PhoneScreen() {
-    if (background_) DeleteObject(background_);
     if (portraitArt_) DeleteObject(portraitArt_);
 }
 
@@ -95,7 +94,7 @@ bool PhoneScreen::BuildLastCall(const SkinSource& skin) {
     portraitArt_ = SHLoadDIBitmap(path);
     portrait_.SetBitmap(portraitArt_);
 
-    background_ = LoadBitmapW(skin.module, MAKEINTRESOURCEW(IDB_BACKGROUND));
+    background_ = skin.background;  // the host's own: not loaded again for each show
     if (!lastName_.Create(nullptr, L"Office, reception", WS_CHILD | WS_VISIBLE, kLastName, parent, kLastNameId) ||
         !lastNumber_.Create(nullptr, L"0049 89 4711 0815  \u00B7  yesterday 14:02", WS_CHILD | WS_VISIBLE, kLastNumber,
                             parent, kLastNumberId))

@@ -28,6 +28,7 @@ public:
     ~PhoneScreen() override;
     bool Build(HWND host, const SkinSource& skin) override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
 
     const CString& number() const { return number_; }
@@ -44,7 +45,7 @@ private:
     CZELLable caption_;
     CZELStatic portrait_;
     CZELBkLable lastName_, lastNumber_;
-    HBITMAP background_ = nullptr;  // the screen's background, for the background labels
+    HBITMAP background_ = nullptr;  // the application's background, for the background labels
     HBITMAP portraitArt_ = nullptr;
     CString number_;
 

@@ -19,6 +19,7 @@ using namespace theme;
 // Left column: what is playing, the transport keys centred under it, the volume.
 constexpr RECT kArt{24, 72, 152, 200};
 constexpr RECT kNowPlaying{172, 72, 424, 200};
+constexpr RECT kPlayState{172, 168, 424, 198};  // the last line of what is playing
 constexpr RECT kProgress{24, 214, 424, 230};
 constexpr RECT kTimes{24, 232, 424, 252};
 constexpr RECT kPrevious{104, 260, 182, 336};
@@ -42,9 +43,16 @@ RECT Centered(int cx, int cy, int radius) { return RECT{cx - radius, cy - radius
 
 PlayerScreen::PlayerScreen() : playback_(DemoTracks()) {}
 
+// The host window, and with it every control, is gone before the screen.
+PlayerScreen::~PlayerScreen() {
+    if (art_) DeleteObject(art_);
+    if (record_) DeleteObject(record_);
+}
+
 bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
     host_ = host;
     skinModule_ = skin.module;
+    background_ = skin.background;
     if (!BuildList(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
     TrackChanged();
     SetTimer(host_, kTickTimer, 1000, nullptr);
@@ -126,7 +134,8 @@ void PlayerScreen::ShowPlayState() {
     else
         play_.LoadBitmaps(IDB_ROUND_PLAY_NORMAL, IDB_ROUND_PLAY_FOCUS, IDB_ROUND_PLAY_PRESSED, IDB_ROUND_PLAY_DISABLED,
                           skinModule_);
-    Invalidate(RECT{kArt.left, kArt.top, kNowPlaying.right, kNowPlaying.bottom});
+    Invalidate(kArt);  // the label's bars
+    Invalidate(kPlayState);
 }
 
 // The progress bar counts the new track's seconds; the art, the titles and the list's
@@ -141,7 +150,7 @@ void PlayerScreen::TrackChanged(bool follow) {
     list_.Invalidate(FALSE);
 }
 
-void PlayerScreen::Invalidate(const RECT& area) const { InvalidateRect(host_, &area, FALSE); }
+void PlayerScreen::Invalidate(const RECT& area) const { ContentChanged(host_, area); }
 
 std::optional<long> PlayerScreen::ScrollPos(HWND control) const {
     if (control == volume_.m_hWnd) return volume_.GetPos();
@@ -201,17 +210,100 @@ void PlayerScreen::Paint(HDC frame) {
 }
 
 // The art is a record whose label takes the track's colour; paused, it carries two bars.
-void PlayerScreen::PaintNowPlaying(HDC frame) const {
-    Panel(frame, kArt, RGB(28, 34, 44), kRule, 16);
+// origin is the art's top left corner in dc. The record itself never changes; the label is
+// drawn over it.
+void PlayerScreen::PaintRecord(HDC dc, POINT origin) const {
+    const int dx = origin.x - kArt.left, dy = origin.y - kArt.top;
+    auto at = [&](RECT r) {
+        OffsetRect(&r, dx, dy);
+        return r;
+    };
+    Panel(dc, at(kArt), RGB(28, 34, 44), kRule, 16);
     const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
-    Disc(frame, Centered(cx, cy, 54), RGB(10, 12, 16), kRule);
-    for (int r : {46, 38, 30}) Disc(frame, Centered(cx, cy, r), RGB(10, 12, 16), RGB(30, 36, 46));
+    Disc(dc, at(Centered(cx, cy, 54)), RGB(10, 12, 16), kRule);
+    for (int r : {46, 38, 30}) Disc(dc, at(Centered(cx, cy, r)), RGB(10, 12, 16), RGB(30, 36, 46));
+}
+
+void PlayerScreen::PaintLabel(HDC dc, POINT origin) const {
+    const int dx = origin.x - kArt.left, dy = origin.y - kArt.top;
+    auto at = [&](RECT r) {
+        OffsetRect(&r, dx, dy);
+        return r;
+    };
+    const int cx = (kArt.left + kArt.right) / 2, cy = (kArt.top + kArt.bottom) / 2;
     const COLORREF label = kLabels[static_cast<size_t>(playback_.track()) % std::size(kLabels)];
-    Disc(frame, Centered(cx, cy, 22), label, label);
-    Disc(frame, Centered(cx, cy, 3), kScreen, kScreen);
+    Disc(dc, at(Centered(cx, cy, 22)), label, label);
+    Disc(dc, at(Centered(cx, cy, 3)), kScreen, kScreen);
     if (!playback_.playing()) {
-        FillBox(frame, RECT{cx - 10, cy - 12, cx - 4, cy + 12}, kText);
-        FillBox(frame, RECT{cx + 4, cy - 12, cx + 10, cy + 12}, kText);
+        FillBox(dc, at(RECT{cx - 10, cy - 12, cx - 4, cy + 12}), kText);
+        FillBox(dc, at(RECT{cx + 4, cy - 12, cx + 10, cy + 12}), kText);
+    }
+}
+
+namespace {
+
+// Copies w x h pixels from (x, y) of `from` to the origin of `to`.
+void CopyBitmap(HDC like, HBITMAP to, HBITMAP from, int x, int y, int w, int h) {
+    HDC target = CreateCompatibleDC(like), source = CreateCompatibleDC(like);
+    if (target && source) {
+        HGDIOBJ oldTarget = SelectObject(target, to), oldSource = SelectObject(source, from);
+        BitBlt(target, 0, 0, w, h, source, x, y, SRCCOPY);
+        SelectObject(source, oldSource);
+        SelectObject(target, oldTarget);
+    }
+    if (source) DeleteDC(source);
+    if (target) DeleteDC(target);
+}
+
+}  // namespace
+
+// Draws the art over its background into art_ when what it shows has changed (the record
+// under the label into record_, once). False when no bitmap can be had: the art is then
+// drawn straight into the frame.
+bool PlayerScreen::RenderArt(HDC frame) {
+    const int label = playback_.track() % static_cast<int>(std::size(kLabels));
+    if (art_ && label == artLabel_ && playback_.playing() == artPlaying_) return true;
+    const int w = kArt.right - kArt.left, h = kArt.bottom - kArt.top;
+    auto drawOn = [&](HBITMAP bitmap, auto&& draw) {
+        HDC dc = CreateCompatibleDC(frame);
+        if (!dc) return false;
+        HGDIOBJ old = SelectObject(dc, bitmap);
+        draw(dc);
+        SelectObject(dc, old);
+        DeleteDC(dc);
+        return true;
+    };
+    if (!record_) {
+        record_ = CreateCompatibleBitmap(frame, w, h);
+        if (!record_) return false;
+        if (background_)
+            CopyBitmap(frame, record_, background_, kArt.left, kArt.top, w, h);
+        else
+            drawOn(record_, [&](HDC dc) { FillBox(dc, RECT{0, 0, w, h}, kScreen); });
+        if (!drawOn(record_, [&](HDC dc) { PaintRecord(dc, POINT{0, 0}); })) return false;
+    }
+    if (!art_) art_ = CreateCompatibleBitmap(frame, w, h);
+    if (!art_) return false;
+    CopyBitmap(frame, art_, record_, 0, 0, w, h);
+    if (!drawOn(art_, [&](HDC dc) { PaintLabel(dc, POINT{0, 0}); })) return false;
+    artLabel_ = label;
+    artPlaying_ = playback_.playing();
+    return true;
+}
+
+void PlayerScreen::PaintNowPlaying(HDC frame) {
+    RECT clip, meet;
+    if (GetClipBox(frame, &clip) > NULLREGION && IntersectRect(&meet, &clip, &kArt)) {
+        HDC art = RenderArt(frame) ? CreateCompatibleDC(frame) : nullptr;
+        if (art) {
+            HGDIOBJ old = SelectObject(art, art_);
+            BitBlt(frame, kArt.left, kArt.top, kArt.right - kArt.left, kArt.bottom - kArt.top, art, 0, 0, SRCCOPY);
+            SelectObject(art, old);
+            DeleteDC(art);
+        } else {
+            PaintRecord(frame, POINT{kArt.left, kArt.top});
+            PaintLabel(frame, POINT{kArt.left, kArt.top});
+        }
     }
 
     const Track& t = playback_.current();
@@ -225,8 +317,7 @@ void PlayerScreen::PaintNowPlaying(HDC frame) const {
     std::wstring where = L"Track " + std::to_wstring(playback_.track() + 1) + L" of " +
                          std::to_wstring(playback_.count());
     DrawLabel(frame, where, line, smallFont_, kTextDim);
-    OffsetRect(&line, 0, 24);
-    DrawLabel(frame, playback_.playing() ? L"Playing" : L"Paused", line, smallFont_, kAccentLight);
+    DrawLabel(frame, playback_.playing() ? L"Playing" : L"Paused", kPlayState, smallFont_, kAccentLight);
 }
 
 }  // namespace zel::demo

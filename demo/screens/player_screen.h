@@ -30,10 +30,14 @@ public:
     static constexpr UINT_PTR kTickTimer = 1;  // one second of playing
 
     PlayerScreen();
+    ~PlayerScreen() override;
+    PlayerScreen(const PlayerScreen&) = delete;
+    PlayerScreen& operator=(const PlayerScreen&) = delete;
 
     bool Build(HWND host, const SkinSource& skin) override;
     std::optional<long> ScrollPos(HWND control) const override;
     void Paint(HDC frame) override;
+    bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Tap(UINT message, POINT point) override;
     void Timer(UINT_PTR id) override;
@@ -46,7 +50,10 @@ private:
     void ShowPlayState();
     void TrackChanged(bool follow = true);
     void Invalidate(const RECT& area) const;
-    void PaintNowPlaying(HDC frame) const;
+    void PaintNowPlaying(HDC frame);
+    void PaintRecord(HDC dc, POINT origin) const;
+    void PaintLabel(HDC dc, POINT origin) const;
+    bool RenderArt(HDC frame);
 
     HWND host_ = nullptr;
     Playback playback_;
@@ -56,6 +63,13 @@ private:
     CZELButton previous_, next_;
     CZELBmpButton play_;
     HINSTANCE skinModule_ = nullptr;
+    HBITMAP background_ = nullptr;  // the application's
+    // The art as last drawn, over its background: drawn again only when the track's colour
+    // or the play state changes, over the record without its label (drawn once).
+    HBITMAP record_ = nullptr;
+    HBITMAP art_ = nullptr;
+    int artLabel_ = -1;
+    bool artPlaying_ = false;
     Font titleFont_{22, FW_BOLD};
     Font textFont_{17};
     Font smallFont_{14};

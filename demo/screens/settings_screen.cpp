@@ -80,8 +80,8 @@ bool SettingsScreen::BuildRegion(const SkinSource& skin) {
 
 void SettingsScreen::Heard(UINT message, WPARAM wParam, LPARAM) {
     if (message != WM_COMMAND || HIWORD(wParam) != CBN_SELCHANGE) return;
-    if (LOWORD(wParam) == kLanguageId) InvalidateRect(host_, &kLanguageReadout, FALSE);
-    if (LOWORD(wParam) == kRegionId) InvalidateRect(host_, &kRegionReadout, FALSE);
+    if (LOWORD(wParam) == kLanguageId) ContentChanged(host_, kLanguageReadout);
+    if (LOWORD(wParam) == kRegionId) ContentChanged(host_, kRegionReadout);
 }
 
 void SettingsScreen::Paint(HDC frame) {

@@ -29,11 +29,14 @@ void Reclip(const WindowDC& e, gdi::DC* dc) {
     PixRegion vis;
     if (w) {
         dc->origin = ScreenOrigin(w);
-        vis = VisibleRegion(w);
         if (e.clip) {
+            // Only siblings and children that meet the update region can take from it.
             PixRegion c = *e.clip;
             c.translate(dc->origin.x, dc->origin.y);
+            vis = VisibleRegionWithin(w, c.box());
             vis.intersect(c);
+        } else {
+            vis = VisibleRegion(w);
         }
     }
     dc->vis = std::move(vis);
