@@ -102,52 +102,8 @@ TEST_F(SliderTest, NinePieceSkinTakesTheCapHeightAndLaysTheChannelBetweenTheCaps
     EXPECT_EQ(s.m_rcThumb, CRect(6, 0, 14, 16));
 
     s.SetPos(50);
-    Show();
-    // Row 8: caps, end pieces (the right one at the left one's width), the fill up to the
-    // thumb's centre, the thumb, the empty channel.
-    std::string expected = Hex(kSentinel);
-    for (int x = 0; x < 80; ++x) {
-        const COLORREF c = x < 6    ? kLeftCap
-                           : x < 9  ? kLeftPiece
-                           : x < 36 ? kFill
-                           : x < 44 ? kThumb
-                           : x < 71 ? kChannel
-                           : x < 74 ? kRightPiece
-                                    : kRightCap;
-        expected += " " + Hex(c);
-    }
-    EXPECT_EQ(Row(kY + 8, kX - 1, kX + 80), expected);
-    // The fill is 6 rows centred in the 16-row channel; the thumb's notches show the channel.
-    EXPECT_EQ(ScreenPixel(kX + 20, kY + 4), kChannel);
-    EXPECT_EQ(ScreenPixel(kX + 20, kY + 5), kFill);
-    EXPECT_EQ(ScreenPixel(kX + 20, kY + 10), kFill);
-    EXPECT_EQ(ScreenPixel(kX + 20, kY + 11), kChannel);
-    EXPECT_EQ(ScreenPixel(kX + 50, kY + 5), kChannel);
-    EXPECT_EQ(ScreenPixel(kX + 36, kY + 0), kChannelEdge) << "magenta is transparent";
-    EXPECT_EQ(ScreenPixel(kX + 43, kY + 15), kChannelEdge);
-    EXPECT_EQ(ScreenPixel(kX + 37, kY + 0), kThumb);
-    EXPECT_EQ(ScreenPixel(kX + 40, kY + 16), kSentinel);
-    EXPECT_EQ(ScreenPixel(kX + 80, kY + 8), kSentinel);
+    Show();  // caps, end pieces, fill, keyed thumb and channel: the golden's pixels
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
-}
-
-TEST_F(SliderTest, ThumbFollowsThePositionAndAnEmptyRangePutsItAtTheChannelsLeft) {
-    ProbeSlider& s = MakeNinePiece();
-    struct Case {
-        int pos, left;
-    };
-    for (Case c : {Case{0, 6}, Case{1, 6}, Case{2, 7}, Case{50, 36}, Case{99, 65}, Case{100, 66}}) {
-        s.SetPos(c.pos);
-        Show();
-        EXPECT_EQ(ThumbLeft(), c.left) << "pos " << c.pos;
-    }
-    s.SetRange(0, 0, TRUE);
-    Show();
-    EXPECT_EQ(ThumbLeft(), 6);
-    EXPECT_EQ(s.m_rcThumb.left, s.m_rcChannel.left);
-    s.SetChanRect(40, 16);  // channel 20-59
-    Show();
-    EXPECT_EQ(ThumbLeft(), 20) << "wherever the channel is";
 }
 
 TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
@@ -204,11 +160,7 @@ TEST_F(SliderTest, SetRangeRestartsAtTheNewMinimumUnlessTheValueLandsOnTheNewMax
     EXPECT_EQ(hi, 100);
     EXPECT_EQ(s.GetPageSize(), -1);
 
-    s.SetPos(50);
-    s.SetRange(0, 10, TRUE);
-    EXPECT_EQ(s.GetPos(), 0) << "50 of 0..100 rescales to 500: the new minimum";
-    s.SetRange(0, 100, TRUE);
-    s.SetPos(25);
+    s.SetPos(25);  // the rescaling itself is ScrollMath's; here the control applies it
     s.SetRange(0, 50, TRUE);
     EXPECT_EQ(s.GetPos(), 50) << "25 x 100 / 50 lands on the new maximum";
     s.SetRange(20, 120, FALSE);
@@ -364,11 +316,6 @@ TEST_F(SliderTest, HorizontalProgressFillsFromTheLeft) {
     EXPECT_TRUE(s.m_rcThumb.IsRectEmpty());
     s.SetPos(25);
     Show();
-    for (int y : {0, 9})
-        for (int x = 0; x < 40; ++x)
-            ASSERT_EQ(ScreenPixel(kX + x, kY + y), x < 10 ? HFill(x, y) : HBack(x, y)) << x << "," << y;
-    EXPECT_EQ(ScreenPixel(kX + 40, kY + 5), kSentinel);
-    EXPECT_EQ(ScreenPixel(kX + 5, kY + 10), kSentinel);
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_horizontal", CRect(kX - 1, kY - 1, kX + 41, kY + 11)));
     s.SetRange(0, 0, TRUE);
     Show();
@@ -383,10 +330,8 @@ TEST_F(SliderTest, VerticalProgressFillsUpwardFromTheFillBitmapsBottom) {
     s.SetvStyle(true);
     s.SetPos(25);
     Show();
-    // 40 x 25 / 100 = 10 rows, from fill rows 40-49 to client rows 30-39.
-    for (int y = 0; y < 40; ++y)
-        ASSERT_EQ(ScreenPixel(kX + 3, kY + y), y >= 30 ? VFill(3, y + 10) : VBack(3, y)) << "row " << y;
-    EXPECT_EQ(ScreenPixel(kX + 3, kY + 40), kSentinel);
+    // 40 x 25 / 100 = 10 rows, from fill rows 40-49 (the art encodes its coordinates) to
+    // client rows 30-39.
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "progress_vertical", CRect(kX - 1, kY - 1, kX + 11, kY + 41)));
 }
 
