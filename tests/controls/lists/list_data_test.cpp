@@ -7,7 +7,6 @@
 
 #include "CListData.h"
 #include "OffscreenCanvas.h"
-#include "SkinText.h"
 #include "lists_fixture.h"
 
 namespace {
@@ -388,33 +387,6 @@ TEST_F(ListDataTest, ParentDestroyingTheListInsideItsNotifications) {
         parent.onMessage = nullptr;
         desktop.RunUntilIdle();
     }
-}
-
-TEST_F(ListDataTest, ForMartLengKeepsFittingTextsAndEndsLongOnesInDots) {
-    ProbeList& l = Make(1);
-    HDC dc = ::CreateCompatibleDC(nullptr);
-    zelctl::OwnedFont font(zelctl::CreateControlFont(20));
-    HGDIOBJ old = ::SelectObject(dc, font);
-    const int dots = zelctl::TextWidth(dc, L"...");
-    const CString longText(L"A rather long track name that needs shortening");
-    const int full = zelctl::TextWidth(dc, longText);
-    struct Case { int width; bool untouched; } cases[] = {
-        {dots - 1, false}, {dots, false}, {full / 2, false}, {full - 1, false}, {full, true}, {full + 40, true}};
-    for (const auto& c : cases) {
-        CString text = longText;
-        l.ForMartLeng(dc, text, c.width, 0);
-        if (c.untouched) {
-            EXPECT_EQ(text, longText) << c.width;
-            continue;
-        }
-        ASSERT_GE(text.GetLength(), 3) << c.width;
-        EXPECT_EQ(text.Right(3), CString(L"...")) << c.width;
-        EXPECT_EQ(longText.Left(text.GetLength() - 3), text.Left(text.GetLength() - 3)) << "a prefix";
-        if (c.width >= dots) EXPECT_LE(zelctl::TextWidth(dc, text), c.width) << ProbeList::Narrow(text);
-        else EXPECT_EQ(text, CString(L"..."));
-    }
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
 }
 
 TEST_F(ListDataTest, BackgroundImagesAndTheirStaleHandles) {

@@ -98,13 +98,6 @@ protected:
     }
 };
 
-TEST_F(ZelListTest, CreationMakesTheBarAndDoubleClicks) {
-    ProbeZList& l = Make(0, 0, false);
-    EXPECT_EQ(l.m_pScrollBar->GetDlgCtrlID(), 9001);
-    EXPECT_NE(::GetClassLongW(l.m_hWnd, GCL_STYLE) & CS_DBLCLKS, 0u);
-    EXPECT_EQ(l.GetItemHeight(), 24);
-}
-
 TEST_F(ZelListTest, StylesSetTheirColumnSets) {
     // Column 0's width: 200 - 2 x 8 - the bar's 12.
     struct Case { int before; int style; const char* columns; int styleAfter; } cases[] = {
