@@ -157,15 +157,6 @@ TEST_F(PainterTest, RoundShapesStayInsideTheirBox) {
     }
 }
 
-TEST_F(PainterTest, ColorsListsPixelsRowByRow) {
-    Canvas c = Blank(3, 2);
-    c.SetPixelColor(2, 1, kRed);
-    std::vector<COLORREF> colors = c.Colors();
-    ASSERT_EQ(colors.size(), 6u);
-    EXPECT_EQ(colors[5], kRed);
-    EXPECT_EQ(colors[0], kSentinel);
-}
-
 TEST(Mix, EndsAreExactAndSharesAreClamped) {
     EXPECT_EQ(Mix(RGB(10, 20, 30), RGB(110, 220, 130), 0), RGB(10, 20, 30));
     EXPECT_EQ(Mix(RGB(10, 20, 30), RGB(110, 220, 130), 1), RGB(110, 220, 130));

@@ -146,12 +146,6 @@ TEST(TourParser, FollowsTheStylus) {
     EXPECT_EQ(held.steps.size(), 7u);
 }
 
-TEST(TourParser, LoadTourReportsAMissingFileByName) {
-    std::string error;
-    EXPECT_FALSE(LoadTour("/nonexistent/dir/x.tour", &error));
-    EXPECT_EQ(error, "/nonexistent/dir/x.tour: cannot open the tour");
-}
-
 // Whatever a bad token holds, its message stays one short printable line.
 TEST(TourParser, QuotesABadTokenAsAtMostSixtyPrintableCharacters) {
     const std::string huge(1 << 20, 'x');

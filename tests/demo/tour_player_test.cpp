@@ -97,11 +97,5 @@ TEST(TourPlayer, StopsWhenAShotCannotBeWritten) {
     EXPECT_EQ(calls.back(), "shot player-fail");
 }
 
-TEST(TourPlayer, AnEmptyTourDoesNothing) {
-    std::string error = "unset";
-    EXPECT_TRUE(Play("# nothing\n", &error).empty());
-    EXPECT_EQ(error, "");
-}
-
 }  // namespace
 }  // namespace zel::demo
