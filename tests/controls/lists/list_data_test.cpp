@@ -7,11 +7,11 @@
 
 #include "CListData.h"
 #include "OffscreenCanvas.h"
-#include "lists_fixture.h"
+#include "support/list_fixture.h"
 
 namespace {
 
-using liststest::kBarWidth;
+using zel::test::kBarWidth;
 
 // A list that paints its client white and, when asked, accepts the second click on the
 // selected row (what a derived list does by setting m_rcClick as it draws).
@@ -62,13 +62,13 @@ public:
 
 // The list sits at (10, 10) of the parent, 120 x 102: margins of 3 leave 96 pixels, four
 // rows of 24.
-class ListDataTest : public liststest::ListTest {
+class ListDataTest : public zel::test::ListFixture {
 protected:
     std::unique_ptr<ProbeList> list;
 
     void TearDown() override {
         list.reset();
-        ListTest::TearDown();
+        ListFixture::TearDown();
     }
     ProbeList& Make(int columns = 1, int rows = 0) {
         list = std::make_unique<ProbeList>();

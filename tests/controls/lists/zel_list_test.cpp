@@ -7,7 +7,7 @@
 
 #include "CZELList.h"
 #include "OffscreenCanvas.h"
-#include "lists_fixture.h"
+#include "support/list_fixture.h"
 #include "support/golden.h"
 
 namespace {
@@ -38,13 +38,13 @@ public:
 };
 
 // The list: 200 x 130 at (10, 10) of the parent; bar 12 pixels wide.
-class ZelListTest : public liststest::ListTest {
+class ZelListTest : public zel::test::ListFixture {
 protected:
     std::unique_ptr<ProbeZList> list;
 
     void TearDown() override {
         list.reset();
-        ListTest::TearDown();
+        ListFixture::TearDown();
     }
     ProbeZList& Make(int style, int rows = 0, bool skinned = true) {
         list = std::make_unique<ProbeZList>();
