@@ -203,18 +203,6 @@ TEST(TourParser, LoadTourReadsOnlyRegularFiles) {
     std::filesystem::remove_all(dir);
 }
 
-TEST(TourParser, TheDemosToursParse) {
-    const std::filesystem::path dir = std::filesystem::path(ZEL_TEST_DATA_DIR) / ".." / "demo" / "tours";
-    int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(dir)) {
-        if (entry.path().extension() != ".tour") continue;
-        std::string error;
-        EXPECT_TRUE(LoadTour(entry.path().string(), &error)) << error;
-        ++count;
-    }
-    EXPECT_GE(count, 1);
-}
-
 TEST(VirtualKeys, NamesAndNumbersRoundTrip) {
     for (UINT vk : {UINT(VK_RETURN), UINT(VK_DOWN), UINT(VK_PRIOR), UINT(VK_F1), UINT(VK_F1 + 11), UINT(VK_ESCAPE)}) {
         std::optional<UINT> back = VirtualKeyFromName(VirtualKeyName(vk));
