@@ -26,7 +26,6 @@ COLORREF TrackArt(int x, int y) { return x == 0 ? kTrackEdge : (y / 4) % 2 ? kTr
 // Exposes the cells for layout checks.
 class ProbeBar : public CZELScrollbar {
 public:
-    using CZELScrollbar::m_bVertical;
     using CZELScrollbar::m_rcDownArrow;
     using CZELScrollbar::m_rcTrack;
     using CZELScrollbar::m_rcUpArrow;
@@ -96,7 +95,6 @@ TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
     CRect window;
     b.GetWindowRect(&window);
     EXPECT_EQ(window, CRect(kX, kY, kX + 12, kY + 40)) << "track width, track height plus two arrows; not moved";
-    EXPECT_TRUE(b.m_bVertical);
     // Where each cell is painted (the sentinel fence around the bar included) is the
     // golden's; where each is hit, the step and drag tests'.
     EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
@@ -291,7 +289,6 @@ TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
 
 TEST_F(ScrollbarTest, BeforeASkinTheBarIsHorizontalAndPaintsNothing) {
     ProbeBar& b = MakeBar(false);
-    EXPECT_FALSE(b.m_bVertical);
     b.SetScrollPos(3, TRUE);
     EXPECT_EQ(parent.Take(), "HSCROLL(SB_THUMBPOSITION,3,bar)");
     desktop.RunUntilIdle();
