@@ -1,6 +1,5 @@
 // CZELChkBox: toggling by tap and Enter, the hit area that follows the measured caption,
 // caption layout and font, the three images, and its unusual clean-up.
-#include <CImageRadioBox.h>
 #include <CZELButton.h>
 #include <CZELChkBox.h>
 
@@ -236,15 +235,6 @@ TEST_F(ChkBox, SurvivesAParentThatDestroysItFromTheToggle) {
     TapAt(hwnd, 10, 20);
     EXPECT_FALSE(IsWindow(hwnd));
     EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
-}
-
-TEST_F(ChkBox, ImageRadioBoxIsAPlainWindow) {
-    CImageRadioBox radio;
-    ASSERT_TRUE(radio.Create(nullptr, L"", WS_VISIBLE, CRect(10, 10, 40, 40), &parent, 11));
-    desktop.RunUntilIdle();
-    TapAt(radio.m_hWnd, 5, 5);
-    EXPECT_EQ(parent.Take(), "-");
-    EXPECT_TRUE(radio.DestroyWindow());
 }
 
 TEST_F(ChkBox, GoldenStates) {
