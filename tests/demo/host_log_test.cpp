@@ -23,25 +23,19 @@ std::string Line(UINT message, WPARAM wParam, LPARAM lParam) {
     return FormatNotification(DecodeNotification(message, wParam, lParam, FakeId));
 }
 
+// The lines the default tour makes (BN_CLICKED, the combo box's CBN_ codes, NM_CLICK and
+// NM_DBLCLK, a thumb's position, a forwarded press) are in its golden log; here, the rest.
 TEST(HostLog, CommandsCarryTheIdentifierAndCodeInWParam) {
     LPARAM button = reinterpret_cast<LPARAM>(Handle(77));
-    EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(1001, BN_CLICKED), button), "1001 WM_COMMAND BN_CLICKED");
     EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(1011, BN_DOUBLECLICKED), button), "1011 WM_COMMAND BN_DOUBLECLICKED");
     EXPECT_EQ(Line(WM_COMMAND, MAKEWPARAM(0xFFFF, 9), button), "65535 WM_COMMAND code=9");
     // A combo box's codes overlap the buttons': the host names them by the sender.
-    Notification combo = DecodeNotification(WM_COMMAND, MAKEWPARAM(1401, 1), button, FakeId);
-    combo.fromComboBox = true;
-    EXPECT_EQ(FormatNotification(combo), "1401 WM_COMMAND CBN_SELCHANGE");
     EXPECT_EQ(NotificationCodeName(WM_COMMAND, 10, true), "CBN_SELENDCANCEL");
     EXPECT_EQ(NotificationCodeName(WM_COMMAND, 11, true), "code=11");
 }
 
 TEST(HostLog, NotifyReadsTheHeader) {
-    NMHDR header{Handle(5), 1201, static_cast<UINT>(NM_DBLCLK)};
-    EXPECT_EQ(Line(WM_NOTIFY, 1201, reinterpret_cast<LPARAM>(&header)), "1201 WM_NOTIFY NM_DBLCLK");
-    header.code = NM_CLICK;
-    EXPECT_EQ(Line(WM_NOTIFY, 1201, reinterpret_cast<LPARAM>(&header)), "1201 WM_NOTIFY NM_CLICK");
-    header.code = static_cast<UINT>(-100);
+    NMHDR header{Handle(5), 1201, static_cast<UINT>(-100)};
     EXPECT_EQ(Line(WM_NOTIFY, 1201, reinterpret_cast<LPARAM>(&header)), "1201 WM_NOTIFY code=-100");
     // Without a header only the identifier in wParam is left.
     EXPECT_EQ(Line(WM_NOTIFY, 1300, 0), "1300 WM_NOTIFY code=0");
@@ -51,7 +45,6 @@ TEST(HostLog, NotifyReadsTheHeader) {
 // position, which is 16 bits unsigned in the high word.
 TEST(HostLog, ScrollMessagesNameTheBarByHandle) {
     LPARAM bar = reinterpret_cast<LPARAM>(Handle(9001));
-    EXPECT_EQ(Line(WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 70), bar), "9001 WM_VSCROLL SB_THUMBTRACK pos=70");
     EXPECT_EQ(Line(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 65535), bar), "9001 WM_VSCROLL SB_THUMBPOSITION pos=65535");
     EXPECT_EQ(Line(WM_HSCROLL, MAKEWPARAM(SB_LINEUP, 0), bar), "9001 WM_HSCROLL SB_LINEUP");
     EXPECT_EQ(Line(WM_HSCROLL, MAKEWPARAM(SB_PAGEDOWN, 5), bar), "9001 WM_HSCROLL SB_PAGEDOWN");
@@ -64,7 +57,6 @@ TEST(HostLog, ScrollMessagesNameTheBarByHandle) {
 }
 
 TEST(HostLog, PointerMessagesCarrySignedPoints) {
-    EXPECT_EQ(Line(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(120, 200)), "0 WM_LBUTTONDOWN x=120 y=200");
     Notification n = DecodeNotification(WM_LBUTTONUP, 0, MAKELPARAM(-3, -40), FakeId);
     n.id = 1001;  // the host names the control under the point
     EXPECT_EQ(FormatNotification(n), "1001 WM_LBUTTONUP x=-3 y=-40");

@@ -63,43 +63,15 @@ TEST(SkinCatalogue, NamesAreUniqueFileStemsAndResourceNames) {
     EXPECT_EQ(ResourceName("scroll_up_pressed"), "IDB_SCROLL_UP_PRESSED");
 }
 
-// Pieces a control lays out together must agree on the sizes its layout assumes.
+// Pieces a control lays out together must agree on the sizes its layout assumes. The
+// rules zel-skin knows (states of one size, the push buttons' 78 x 76, the scroll bar's
+// widths, the slider's frame heights) are its check of this skin (tests/tools); here, the
+// rest.
 TEST(SkinCatalogue, SizesFitTheControlLayouts) {
     EXPECT_EQ(SizeOf("background").cx, theme::kScreenWidth);
     EXPECT_EQ(SizeOf("background").cy, theme::kScreenHeight);
-
-    for (const char* glyph : {"plus", "minus", "prev", "next"})
-        for (const std::string& n : Family(std::string("button_") + glyph + "_", {"normal", "focus", "pressed", "disabled"})) {
-            EXPECT_EQ(SizeOf(n).cx, 78) << n;  // the size that gets the stepped window region
-            EXPECT_EQ(SizeOf(n).cy, 76) << n;
-        }
-
-    // Each state of a piece has the size of its first state.
-    const std::vector<std::vector<std::string>> families = {
-        Family("round_play_", {"normal", "focus", "pressed", "disabled"}),
-        Family("round_pause_", {"normal", "focus", "pressed", "disabled"}),
-        Family("textbutton_", {"normal", "focus", "pressed"}),
-        Family("check_", {"unchecked", "checked"}),
-        Family("scroll_", {"up", "up_pressed", "down", "down_pressed"}),
-        Family("scroll_thumb", {"", "_pressed"}),
-        Family("slider_thumb", {"", "_released", "_pressed"}),
-        Family("progress_", {"back", "fill"}),
-    };
-    for (const auto& family : families)
-        for (const std::string& n : family) {
-            EXPECT_EQ(SizeOf(n).cx, SizeOf(family[0]).cx) << n;
-            EXPECT_EQ(SizeOf(n).cy, SizeOf(family[0]).cy) << n;
-        }
-
-    // The scroll bar takes its width from the track and assumes both arrows equally tall.
-    EXPECT_EQ(SizeOf("scroll_up").cx, SizeOf("scroll_track").cx);
-    EXPECT_EQ(SizeOf("scroll_up").cy, SizeOf("scroll_down").cy);
-    EXPECT_LE(SizeOf("scroll_thumb").cx, SizeOf("scroll_track").cx);
-
-    // The slider is as tall as its left cap; every piece but the fill spans that height.
+    // The slider is as tall as its left cap: the thumb fits it, the fill is thinner.
     const int height = SizeOf("slider_left_cap").cy;
-    for (const char* n : {"slider_right_cap", "slider_channel", "slider_channel_left", "slider_channel_right"})
-        EXPECT_EQ(SizeOf(n).cy, height) << n;
     EXPECT_LE(SizeOf("slider_thumb").cy, height);
     EXPECT_LT(SizeOf("slider_channel_fill").cy, height);
 }

@@ -146,12 +146,6 @@ TEST(TourParser, FollowsTheStylus) {
     EXPECT_EQ(held.steps.size(), 7u);
 }
 
-TEST(TourParser, LoadTourReportsAMissingFileByName) {
-    std::string error;
-    EXPECT_FALSE(LoadTour("/nonexistent/dir/x.tour", &error));
-    EXPECT_EQ(error, "/nonexistent/dir/x.tour: cannot open the tour");
-}
-
 // Whatever a bad token holds, its message stays one short printable line.
 TEST(TourParser, QuotesABadTokenAsAtMostSixtyPrintableCharacters) {
     const std::string huge(1 << 20, 'x');
@@ -207,18 +201,6 @@ TEST(TourParser, LoadTourReadsOnlyRegularFiles) {
         EXPECT_EQ(error, good + ": cannot open the tour (Permission denied)");
     }
     std::filesystem::remove_all(dir);
-}
-
-TEST(TourParser, TheDemosToursParse) {
-    const std::filesystem::path dir = std::filesystem::path(ZEL_TEST_DATA_DIR) / ".." / "demo" / "tours";
-    int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(dir)) {
-        if (entry.path().extension() != ".tour") continue;
-        std::string error;
-        EXPECT_TRUE(LoadTour(entry.path().string(), &error)) << error;
-        ++count;
-    }
-    EXPECT_GE(count, 1);
 }
 
 TEST(VirtualKeys, NamesAndNumbersRoundTrip) {

@@ -93,12 +93,6 @@ std::string Row(int y, int left, int right) {
     return s;
 }
 
-std::string Column(int x, int top, int bottom) {
-    std::string s;
-    for (int y = top; y < bottom; ++y) s += (s.empty() ? "" : " ") + Hex(ScreenPixel(x, y));
-    return s;
-}
-
 CRect InkBox(HWND hwnd, COLORREF ink) {
     CRect client, box;
     ::GetClientRect(hwnd, &client);

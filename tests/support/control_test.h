@@ -62,11 +62,10 @@ private:
 
 // The composed screen, pixel by pixel.
 COLORREF ScreenPixel(int x, int y);
-// "rrggbb" of a colour, and the pixels of a screen row [left, right) or column
-// [top, bottom) as such strings joined by ' ', for compact asserts.
+// "rrggbb" of a colour, and the pixels of a screen row [left, right) as such strings
+// joined by ' ', for compact asserts.
 std::string Hex(COLORREF c);
 std::string Row(int y, int left, int right);
-std::string Column(int x, int top, int bottom);
 // The bounding box (client coordinates) of the screen pixels of one colour inside a
 // window's client area; empty when there are none.
 CRect InkBox(HWND hwnd, COLORREF ink);

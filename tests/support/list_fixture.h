@@ -34,4 +34,28 @@ private:
     std::vector<std::wstring> lines_;
 };
 
+// ASCII text of a CString, for compact compares.
+inline std::string Narrow(const CString& s) {
+    std::wstring w(static_cast<LPCWSTR>(s));
+    return std::string(w.begin(), w.end());
+}
+
+// "heading:width,..." of a list's column chain, head first.
+template <class Column>
+std::string ColumnList(const Column* head) {
+    std::string s;
+    for (const Column* c = head; c; c = c->pNext)
+        s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
+    return s;
+}
+
+// "lo..hi@pos shown|hidden[ disabled]" of a list's scroll bar.
+template <class Bar>
+std::string BarState(Bar* bar) {
+    long lo = 0, hi = 0;
+    bar->GetRange(lo, hi);
+    return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(bar->GetScrollPos()) +
+           (bar->IsWindowVisible() ? " shown" : " hidden") + (bar->IsWindowEnabled() ? "" : " disabled");
+}
+
 }  // namespace zel::test

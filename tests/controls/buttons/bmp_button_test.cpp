@@ -24,7 +24,8 @@ enum : UINT { kNormal = 101, kFocus, kDown, kDisable, kBlank, kRound };
 
 // A 60 x 60 skin on the key colour: a square face (10, 10)-(50, 50) with a key-coloured
 // hole (20, 20)-(40, 40), one pixel in the last column of row 5, and two pixels far apart
-// on row 55.
+// on row 55. Its region, one span per row with the hole kept, is what the goldens show
+// against the parent's sentinel.
 void PaintShape(HDC dc, COLORREF face) {
     FillBox(dc, 0, 0, 60, 60, kKey);
     FillBox(dc, 10, 10, 50, 50, face);
@@ -32,14 +33,6 @@ void PaintShape(HDC dc, COLORREF face) {
     SetPixel(dc, 59, 5, face);
     SetPixel(dc, 5, 55, face);
     SetPixel(dc, 30, 55, face);
-}
-
-// The region that skin gives: one span per row, holes included.
-bool InShape(int x, int y) {
-    if (y == 5) return x == 59;
-    if (y >= 10 && y < 50) return x >= 10 && x < 50;
-    if (y == 55) return x >= 5 && x <= 30;
-    return false;
 }
 
 class BmpButton : public ControlTest {
@@ -94,16 +87,6 @@ protected:
 
 using Skins = std::array<COLORREF, 4>;
 
-TEST_F(BmpButton, WindowTakesTheOutlineOfTheNormalSkinOneSpanPerRow) {
-    auto button = Make();
-    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
-    CRgn region;
-    region.CreateRectRgn(0, 0, 0, 0);
-    ASSERT_EQ(button->GetWindowRgn(region), COMPLEXREGION);
-    for (int y = -1; y <= 60; ++y)
-        for (int x = -1; x <= 60; ++x) EXPECT_EQ(region.PtInRegion(x, y) != FALSE, InShape(x, y)) << x << "," << y;
-}
-
 TEST_F(BmpButton, RoundSkinGivesARoundButtonAndAnAllKeySkinNone) {
     auto button = Make();
     CRgn region;
@@ -141,11 +124,10 @@ TEST_F(BmpButton, TapsOutsideTheShapeReachTheWindowBelow) {
     }
 }
 
-TEST_F(BmpButton, SkinsFollowPressFocusAndEnableState) {
+TEST_F(BmpButton, AbsentSkinsShowTheNormalOne) {
     auto button = Make();
-    button->LoadBitmaps(kNormal, kFocus, kDown, kDisable, module);
-    EXPECT_EQ(Shown(*button), (Skins{kRed, kGreen, kBlue, kGrey}));
-    button->LoadBitmaps(kNormal, 0, 0, 0, module);
+    button->LoadBitmaps(kNormal, 0, 0, 0, module);  // the full set is the goldens'
+
     EXPECT_EQ(Shown(*button), (Skins{kRed, kRed, kRed, kRed})) << "absent skins show the normal one";
 }
 

@@ -1,12 +1,12 @@
 // CZELChkBox: toggling by tap and Enter, the hit area that follows the measured caption,
 // caption layout and font, the three images, and its unusual clean-up.
-#include <CImageRadioBox.h>
 #include <CZELButton.h>
 #include <CZELChkBox.h>
 
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <vector>
 
 #include "ControlFont.h"
 #include "support/control_test.h"
@@ -53,21 +53,39 @@ protected:
     std::string back = skins.Striped("back", 2, 1, kBack, kBackRight, 1, true);
 };
 
-TEST_F(ChkBox, TapOnTheBoxTogglesAndTellsTheParent) {
+// A toggle needs the press and the release in the hit area: the box, or the measured
+// caption's ink within the box's rows. Each one tells the parent and repaints the box.
+TEST_F(ChkBox, PressAndReleaseInTheHitAreaToggle) {
     auto box = Make(L"Mute");
     const HWND hwnd = box->m_hWnd;
-    EXPECT_EQ(box->GetCheck(), 0);
-    EXPECT_EQ(ShownAt(hwnd, 10, 20), kUnchecked);
-    TapAt(hwnd, 10, 20);
-    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
-    EXPECT_EQ(box->GetCheck(), 1);
-    EXPECT_EQ(ShownAt(hwnd, 10, 20), kChecked);
+    const CRect ink = InkBox(hwnd, kBlack);
+    ASSERT_FALSE(ink.IsRectEmpty());
+    const CPoint word = ink.CenterPoint();
+    const struct {
+        const char* what;
+        std::vector<POINT> path;  // pressed at the first point, released at the last
+        bool toggles;
+    } cases[] = {
+        {"the box", {{10, 20}}, true},
+        {"the box again", {{10, 20}}, true},
+        {"the caption's ink", {{word.x, word.y}}, true},
+        {"the blank rest of the caption", {{ink.right + 15, word.y}}, false},
+        {"above the box's rows", {{word.x, 5}}, false},
+        {"pressed outside, released on the box", {{150, 20}, {10, 20}}, false},
+        {"pressed on the box, released outside", {{10, 20}, {150, 20}}, false},
+    };
+    int check = 0;
+    for (const auto& c : cases) {
+        desktop.Advance(1000);
+        DownAt(hwnd, c.path.front().x, c.path.front().y);
+        for (POINT p : c.path) MoveTo(hwnd, p.x, p.y);
+        UpAt(hwnd, c.path.back().x, c.path.back().y);
+        check ^= c.toggles;
+        EXPECT_EQ(parent.Take(), c.toggles ? "COMMAND(8,0,chk)" : "-") << c.what;
+        EXPECT_EQ(box->GetCheck(), check) << c.what;
+        EXPECT_EQ(ShownAt(hwnd, 10, 20), check ? kChecked : kUnchecked) << c.what;
+    }
     EXPECT_EQ(GetFocus(), hwnd);
-    desktop.Advance(1000);
-    TapAt(hwnd, 10, 20);
-    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
-    EXPECT_EQ(box->GetCheck(), 0);
-    EXPECT_EQ(ShownAt(hwnd, 10, 20), kUnchecked);
 }
 
 TEST_F(ChkBox, SecondTapOfADoubleTapDoesNotToggle) {
@@ -76,36 +94,6 @@ TEST_F(ChkBox, SecondTapOfADoubleTapDoesNotToggle) {
     TapAt(box->m_hWnd, 10, 20);
     EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
     EXPECT_EQ(box->GetCheck(), 1);
-}
-
-TEST_F(ChkBox, TapsCountOnTheMeasuredCaptionWithinTheBoxRows) {
-    auto box = Make(L"Mute");
-    const HWND hwnd = box->m_hWnd;
-    const CRect ink = InkBox(hwnd, kBlack);
-    ASSERT_FALSE(ink.IsRectEmpty());
-    const CPoint centre = ink.CenterPoint();
-    TapAt(hwnd, centre.x, centre.y);
-    EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
-    desktop.Advance(1000);
-    TapAt(hwnd, ink.right + 15, centre.y);
-    EXPECT_EQ(parent.Take(), "-") << "the blank rest of the caption does not toggle";
-    desktop.Advance(1000);
-    TapAt(hwnd, centre.x, 5);
-    EXPECT_EQ(parent.Take(), "-") << "above the box's rows";
-    EXPECT_EQ(box->GetCheck(), 1);
-}
-
-TEST_F(ChkBox, PressAndReleaseMustBothBeInTheHitArea) {
-    auto box = Make(L"Mute");
-    const HWND hwnd = box->m_hWnd;
-    DownAt(hwnd, 150, 20);
-    MoveTo(hwnd, 10, 20);
-    UpAt(hwnd, 10, 20);
-    desktop.Advance(1000);
-    DownAt(hwnd, 10, 20);
-    UpAt(hwnd, 150, 20);
-    EXPECT_EQ(parent.Take(), "-");
-    EXPECT_EQ(box->GetCheck(), 0);
 }
 
 TEST_F(ChkBox, WithoutAutoClickTapsDoNothingButEnterToggles) {
@@ -247,15 +235,6 @@ TEST_F(ChkBox, SurvivesAParentThatDestroysItFromTheToggle) {
     TapAt(hwnd, 10, 20);
     EXPECT_FALSE(IsWindow(hwnd));
     EXPECT_EQ(parent.Take(), "COMMAND(8,0,chk)");
-}
-
-TEST_F(ChkBox, ImageRadioBoxIsAPlainWindow) {
-    CImageRadioBox radio;
-    ASSERT_TRUE(radio.Create(nullptr, L"", WS_VISIBLE, CRect(10, 10, 40, 40), &parent, 11));
-    desktop.RunUntilIdle();
-    TapAt(radio.m_hWnd, 5, 5);
-    EXPECT_EQ(parent.Take(), "-");
-    EXPECT_TRUE(radio.DestroyWindow());
 }
 
 TEST_F(ChkBox, GoldenStates) {

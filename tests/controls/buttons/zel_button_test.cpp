@@ -87,13 +87,6 @@ TEST_F(ZelButton, MissingSkinsFallBackToNormal) {
     EXPECT_EQ(Shown(*button), (Skins{kRed, kGreen, kGreen, kGrey}));
 }
 
-TEST_F(ZelButton, LoadingSkinsMakesTheButtonOwnerDrawn) {
-    auto button = Make(kPlace, WS_VISIBLE | BS_PUSHBUTTON);
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
-    button->LoadSkin(CString((red + "|").c_str()), CString());
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
-}
-
 TEST_F(ZelButton, CreateTurnsStylesSharingOwnerDrawBitsIntoOwnerDraw) {
     const struct {
         DWORD style, type;
@@ -106,6 +99,8 @@ TEST_F(ZelButton, CreateTurnsStylesSharingOwnerDrawBitsIntoOwnerDraw) {
         auto button = Make(kPlace, WS_VISIBLE | c.style);
         EXPECT_EQ(button->GetStyle() & 0x0F, c.type) << "style " << c.style;
         EXPECT_TRUE(button->GetStyle() & WS_CHILD);
+        button->LoadSkin(CString((red + "|").c_str()), CString());
+        EXPECT_EQ(button->GetStyle() & BS_OWNERDRAW, static_cast<DWORD>(BS_OWNERDRAW)) << "a skin adds the bits";
     }
 }
 
@@ -150,13 +145,18 @@ TEST_F(ZelButton, DoubleTapIsASecondClick) {
 
 TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
     auto button = Make();
+    DownAt(button->m_hWnd, 5, 6);
+    desktop.Advance(1000);
+    UpAt(button->m_hWnd, 5, 6);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,35,46)") << "no repeat by default";
+    desktop.Advance(1000);
     button->SetAutoClick(true);
     parent.timed = true;
     DownAt(button->m_hWnd, 5, 6);
     desktop.Advance(1000);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46)@0;" + Repeats("COMMAND(7,0,btn)", 300, 100, 8));
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46)@2000;" + Repeats("COMMAND(7,0,btn)", 2300, 100, 8));
     UpAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@1000;LBUTTONUP(0,35,46)@1000");
+    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@3000;LBUTTONUP(0,35,46)@3000");
     desktop.Advance(1000);
     EXPECT_EQ(parent.Take(), "-") << "the release stops the repeat";
 }
@@ -176,15 +176,6 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     desktop.Advance(100);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@600");
     UpAt(hwnd, 5, 6);
-}
-
-TEST_F(ZelButton, WithoutAutoClickHoldingDoesNothingUntilRelease) {
-    auto button = Make();
-    DownAt(button->m_hWnd, 5, 6);
-    desktop.Advance(1000);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46)");
-    UpAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
 }
 
 TEST_F(ZelButton, LosingTheFocusStopsTheRepeatAndTheClick) {
@@ -208,24 +199,10 @@ TEST_F(ZelButton, EnterClicksTheFocusedButton) {
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << "space is the BUTTON class's own click";
 }
 
+// The stepped outline itself shows in the goldens (the parent's sentinel in the cut
+// corners); here, that the cut corners are not the button's to hit.
 TEST_F(ZelButton, The78By76ButtonHasSteppedCorners) {
     auto button = Make();
-    CRgn region;
-    region.CreateRectRgn(0, 0, 0, 0);
-    ASSERT_NE(button->GetWindowRgn(region), ERROR);
-    const struct {
-        int x, y;
-        bool in;
-    } points[] = {
-        {0, 0, false},  {3, 0, false},   {4, 0, true},    {73, 0, true},   {74, 0, false}, {77, 0, false},
-        {1, 1, false},  {2, 1, true},    {75, 1, true},   {76, 1, false},  {0, 2, false},  {1, 2, true},
-        {76, 3, true},  {77, 3, false},  {0, 4, true},    {77, 4, true},   {0, 71, true},  {77, 71, true},
-        {0, 72, false}, {1, 72, true},   {76, 73, true},  {1, 74, false},  {2, 74, true},  {75, 74, true},
-        {3, 75, false}, {4, 75, true},   {73, 75, true},  {74, 75, false}, {0, 75, false}, {77, 75, false},
-        {39, 38, true}, {78, 38, false}, {39, 76, false},
-    };
-    for (const auto& p : points) EXPECT_EQ(region.PtInRegion(p.x, p.y) != FALSE, p.in) << p.x << "," << p.y;
-
     // A tap in a cut corner is the parent's own.
     TapAt(button->m_hWnd, 0, 0);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,10,10);LBUTTONUP(0,10,10)");

@@ -98,15 +98,11 @@ TEST_F(TimeDate, ClockRunsOverMidnightAndStopsOnEdit) {
 
 TEST_F(TimeDate, ColonBlinksEveryHalfSecond) {
     ctl = Make(1);
-    const CRect colon(48 + 4, 65 - 7, 48 + 8, 65 + 7);  // colon image, centred at x = spin width + 4
-    const COLORREF first = ShownAt(ctl->m_hWnd, colon.left, colon.top);
-    EXPECT_EQ(first, kColon);
     EXPECT_TRUE(WindowMatchesGolden("CZELTimeDate", "clock_colon_on", ctl->m_hWnd));
     desktop.Advance(500);
-    EXPECT_EQ(ShownAt(ctl->m_hWnd, colon.left, colon.top), kBack);
     EXPECT_TRUE(WindowMatchesGolden("CZELTimeDate", "clock_colon_off", ctl->m_hWnd));
-    desktop.Advance(500);
-    EXPECT_EQ(ShownAt(ctl->m_hWnd, colon.left, colon.top), kColon);
+    desktop.Advance(500);  // the second has changed since: only the colon is compared
+    EXPECT_EQ(ShownAt(ctl->m_hWnd, 48 + 4, 65 - 7), kColon);
 }
 
 TEST_F(TimeDate, TwoClocksShareTheHalfRateToggle) {

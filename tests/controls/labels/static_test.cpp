@@ -96,17 +96,6 @@ TEST_F(StaticTest, AllKeyPictureKeepsThePreviousShape) {
     EXPECT_EQ(Span(6), "3-10");
 }
 
-// The cut-out parts show the parent: the static's own pixels only inside the shape.
-TEST_F(StaticTest, KeyAreasShowWhatIsBehind) {
-    labeltest::ArtBitmap art(kWidth, kHeight, Picture);
-    picture->SetBitmap(art.get());
-    desktop.RunUntilIdle();
-    EXPECT_EQ(zel::test::ScreenPixel(20 + 1, 20 + 6), zel::test::kSentinel);
-    EXPECT_EQ(zel::test::ScreenPixel(20 + 5, 20 + 6), kKey) << "holes inside a row are not cut";
-    EXPECT_EQ(zel::test::ScreenPixel(20 + 3, 20 + 6), RGB(0, 0, 0));
-    picture->SetBitmap(nullptr);
-}
-
 TEST_F(StaticTest, BadHandlesAndADestroyedWindow) {
     labeltest::ArtBitmap art(kWidth, kHeight, Picture);
     HBITMAP stale = nullptr;

@@ -7,12 +7,11 @@
 
 #include "CListData.h"
 #include "OffscreenCanvas.h"
-#include "SkinText.h"
-#include "lists_fixture.h"
+#include "support/list_fixture.h"
 
 namespace {
 
-using liststest::kBarWidth;
+using zel::test::kBarWidth;
 
 // A list that paints its client white and, when asked, accepts the second click on the
 // selected row (what a derived list does by setting m_rcClick as it draws).
@@ -50,30 +49,26 @@ public:
     // Head cells in index order, and along the head chain from row 0.
     std::string Texts() {
         std::string s;
-        for (int i = 0; i < m_nItemCount; ++i) s += (s.empty() ? "" : ",") + Narrow(m_ppRows[i]->strText);
+        for (int i = 0; i < m_nItemCount; ++i) s += (s.empty() ? "" : ",") + zel::test::Narrow(m_ppRows[i]->strText);
         return s;
     }
     std::string Chain() {
         std::string s;
         for (ListCell* c = m_nItemCount ? m_ppRows[0] : nullptr; c; c = c->pNextRow)
-            s += (s.empty() ? "" : ",") + Narrow(c->strText);
+            s += (s.empty() ? "" : ",") + zel::test::Narrow(c->strText);
         return s;
-    }
-    static std::string Narrow(const CString& s) {
-        std::wstring w(static_cast<LPCWSTR>(s));
-        return std::string(w.begin(), w.end());
     }
 };
 
 // The list sits at (10, 10) of the parent, 120 x 102: margins of 3 leave 96 pixels, four
 // rows of 24.
-class ListDataTest : public liststest::ListTest {
+class ListDataTest : public zel::test::ListFixture {
 protected:
     std::unique_ptr<ProbeList> list;
 
     void TearDown() override {
         list.reset();
-        ListTest::TearDown();
+        ListFixture::TearDown();
     }
     ProbeList& Make(int columns = 1, int rows = 0) {
         list = std::make_unique<ProbeList>();
@@ -117,7 +112,7 @@ TEST_F(ListDataTest, InsertPlacesClampsAndKeepsTheHeadChain) {
         {2, L"d", 2, "c,a,d,b"},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(l.InsertItem(c.index, c.text, true), c.result) << ProbeList::Narrow(c.text);
+        EXPECT_EQ(l.InsertItem(c.index, c.text, true), c.result) << zel::test::Narrow(c.text);
         EXPECT_EQ(l.Texts(), c.rows);
         EXPECT_EQ(l.Chain(), c.rows) << "the head chain follows the index";
         EXPECT_EQ(l.m_ppRows[l.GetItemCount()], nullptr) << "the slot past the last row";
@@ -217,7 +212,7 @@ TEST_F(ListDataTest, ColumnPlacementWidthsAndDeletes) {
     EXPECT_EQ(insert(7, L"c", 30), 1);  // walks to the end: one step
     EXPECT_EQ(l.InsertColumn(0, nullptr), -1);
     std::string order;
-    for (ListColumn* c = l.m_pColumns; c; c = c->pNext) order += ProbeList::Narrow(c->strHeading);
+    for (ListColumn* c = l.m_pColumns; c; c = c->pNext) order += zel::test::Narrow(c->strHeading);
     EXPECT_EQ(order, "abc");
     struct Width { int col; int width; } widths[] = {{0, 10}, {1, 20}, {2, 30}, {3, -1}, {-1, -1}};
     for (const auto& w : widths) EXPECT_EQ(l.GetColumnWidth(w.col), w.width) << w.col;
@@ -253,20 +248,17 @@ TEST_F(ListDataTest, InsertColumnWithHeadingCutsFilledRows) {
 
 TEST_F(ListDataTest, ScrollBarRangeAndVisibilityByRowCount) {
     // The page is the whole client height over the row height (4), cut to the range's span.
-    struct Case { int rows; bool shown; long max; int listRight; long page; } cases[] = {
-        {0, false, 1, 117, 0}, {4, false, 1, 117, 0}, {5, true, 1, 117 - kBarWidth, 1}, {9, true, 5, 117 - kBarWidth, 4}};
+    struct Case { int rows; const char* bar; int listRight; long page; } cases[] = {
+        {0, "0..1@0 hidden", 117, 0}, {4, "0..1@0 hidden", 117, 0}, {5, "0..1@0 shown", 117 - kBarWidth, 1},
+        {9, "0..5@0 shown", 117 - kBarWidth, 4}};
     for (const auto& c : cases) {
         ProbeList& l = Make(1);
         l.LoadScrollBitmap(BarSkin(), L"");
         for (int r = 0; r < c.rows; ++r) l.InsertItem(r, Text(r), true);
         l.UpdataScrollBar();
-        long lo = -1, hi = -1;
-        l.m_pScrollBar->GetRange(lo, hi);
-        EXPECT_EQ(l.m_pScrollBar->IsWindowVisible() != FALSE, c.shown) << c.rows;
-        EXPECT_EQ(hi, c.max) << c.rows;
-        EXPECT_EQ(lo, 0);
+        EXPECT_EQ(zel::test::BarState(l.m_pScrollBar), c.bar) << c.rows;
         EXPECT_EQ(l.m_rcList, CRect(3, 3, c.listRight, 99)) << c.rows;
-        if (c.shown) {
+        if (c.page) {
             EXPECT_EQ(l.m_rcScroll, CRect(120 - kBarWidth, 0, 120, 102));
             EXPECT_EQ(l.m_pScrollBar->GetPageSize(), c.page) << c.rows;
         }
@@ -388,33 +380,6 @@ TEST_F(ListDataTest, ParentDestroyingTheListInsideItsNotifications) {
         parent.onMessage = nullptr;
         desktop.RunUntilIdle();
     }
-}
-
-TEST_F(ListDataTest, ForMartLengKeepsFittingTextsAndEndsLongOnesInDots) {
-    ProbeList& l = Make(1);
-    HDC dc = ::CreateCompatibleDC(nullptr);
-    zelctl::OwnedFont font(zelctl::CreateControlFont(20));
-    HGDIOBJ old = ::SelectObject(dc, font);
-    const int dots = zelctl::TextWidth(dc, L"...");
-    const CString longText(L"A rather long track name that needs shortening");
-    const int full = zelctl::TextWidth(dc, longText);
-    struct Case { int width; bool untouched; } cases[] = {
-        {dots - 1, false}, {dots, false}, {full / 2, false}, {full - 1, false}, {full, true}, {full + 40, true}};
-    for (const auto& c : cases) {
-        CString text = longText;
-        l.ForMartLeng(dc, text, c.width, 0);
-        if (c.untouched) {
-            EXPECT_EQ(text, longText) << c.width;
-            continue;
-        }
-        ASSERT_GE(text.GetLength(), 3) << c.width;
-        EXPECT_EQ(text.Right(3), CString(L"...")) << c.width;
-        EXPECT_EQ(longText.Left(text.GetLength() - 3), text.Left(text.GetLength() - 3)) << "a prefix";
-        if (c.width >= dots) EXPECT_LE(zelctl::TextWidth(dc, text), c.width) << ProbeList::Narrow(text);
-        else EXPECT_EQ(text, CString(L"..."));
-    }
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
 }
 
 TEST_F(ListDataTest, BackgroundImagesAndTheirStaleHandles) {

@@ -7,7 +7,7 @@
 
 #include "CZELList.h"
 #include "OffscreenCanvas.h"
-#include "lists_fixture.h"
+#include "support/list_fixture.h"
 #include "support/golden.h"
 
 namespace {
@@ -30,14 +30,7 @@ public:
     using CZELList::m_rcList;
     using CZELList::GetColumnWidth;
 
-    std::string Columns() {
-        std::string s;
-        for (ListColumn* c = m_pColumns; c; c = c->pNext) {
-            std::wstring w(static_cast<LPCWSTR>(c->strHeading));
-            s += (s.empty() ? "" : ",") + std::string(w.begin(), w.end()) + ":" + std::to_string(c->nWidth);
-        }
-        return s;
-    }
+    std::string Columns() { return zel::test::ColumnList(m_pColumns); }
     BOOL Key(UINT vk) {
         MSG msg{m_hWnd, WM_KEYDOWN, vk, 0, 0, {}};
         return PreTranslateMessage(&msg);
@@ -45,13 +38,13 @@ public:
 };
 
 // The list: 200 x 130 at (10, 10) of the parent; bar 12 pixels wide.
-class ZelListTest : public liststest::ListTest {
+class ZelListTest : public zel::test::ListFixture {
 protected:
     std::unique_ptr<ProbeZList> list;
 
     void TearDown() override {
         list.reset();
-        ListTest::TearDown();
+        ListFixture::TearDown();
     }
     ProbeZList& Make(int style, int rows = 0, bool skinned = true) {
         list = std::make_unique<ProbeZList>();
@@ -97,13 +90,6 @@ protected:
         return &array;
     }
 };
-
-TEST_F(ZelListTest, CreationMakesTheBarAndDoubleClicks) {
-    ProbeZList& l = Make(0, 0, false);
-    EXPECT_EQ(l.m_pScrollBar->GetDlgCtrlID(), 9001);
-    EXPECT_NE(::GetClassLongW(l.m_hWnd, GCL_STYLE) & CS_DBLCLKS, 0u);
-    EXPECT_EQ(l.GetItemHeight(), 24);
-}
 
 TEST_F(ZelListTest, StylesSetTheirColumnSets) {
     // Column 0's width: 200 - 2 x 8 - the bar's 12.
@@ -260,21 +246,17 @@ TEST_F(ZelListTest, Keys) {
 TEST_F(ZelListTest, ScrollBarByStyle) {
     // Until a paint lays out its style, the list area is the creation's 126 pixels: five
     // rows of 24 and a leftover of 6 + 8 that, with the separator's 2, holds no sixth row.
-    struct Case { int style; int rows; bool visible; bool enabled; long max; int column0; } cases[] = {
-        {1, 4, false, true, 1, 184},   // fits: hidden, column 0 across the margins
-        {1, 6, true, true, 1, 172},
-        {1, 9, true, true, 4, 172},
-        {2, 4, true, false, 1, 172},   // styles 2 and 3 keep the bar, disabled
-        {2, 9, true, true, 4, 172},
-        {3, 6, true, true, 1, 172},
+    struct Case { int style; int rows; const char* bar; int column0; } cases[] = {
+        {1, 4, "0..1@0 hidden", 184},   // fits: hidden, column 0 across the margins
+        {1, 6, "0..1@0 shown", 172},
+        {1, 9, "0..4@0 shown", 172},
+        {2, 4, "0..1@0 shown disabled", 172},   // styles 2 and 3 keep the bar, disabled
+        {2, 9, "0..4@0 shown", 172},
+        {3, 6, "0..1@0 shown", 172},
     };
     for (const auto& c : cases) {
         ProbeZList& l = Make(c.style, c.rows);
-        long lo, hi;
-        l.m_pScrollBar->GetRange(lo, hi);
-        EXPECT_EQ(l.m_pScrollBar->IsWindowVisible() != FALSE, c.visible) << c.style << "/" << c.rows;
-        EXPECT_EQ(l.m_pScrollBar->IsWindowEnabled() != FALSE, c.enabled) << c.style << "/" << c.rows;
-        EXPECT_EQ(hi, c.max) << c.style << "/" << c.rows;
+        EXPECT_EQ(zel::test::BarState(l.m_pScrollBar), c.bar) << c.style << "/" << c.rows;
         EXPECT_EQ(l.GetColumnWidth(0), c.column0) << c.style << "/" << c.rows;
         list.reset();
     }

@@ -216,18 +216,6 @@ TEST_F(FileListTest, ParentMayDestroyTheListInsideItsDoubleClick) {
     }
 }
 
-TEST_F(FileListTest, ShowsTheScreenPieceUnderItselfAndMarkedRowsWhiteOnBlack) {
-    ProbeFile& l = Make(4);
-    l.SetItemState(2, 2, 0);
-    desktop.RunUntilIdle();
-    // The list's client (0, 0) is at (30, 40) on the screen.
-    EXPECT_EQ(zel::test::Hex(ShownAt(l.m_hWnd, 190, 140)), zel::test::Hex(Screen(30 + 190, 40 + 140)));
-    const CRect white = zel::test::InkBox(l.m_hWnd, RGB(255, 255, 255));
-    EXPECT_FALSE(white.IsRectEmpty());
-    EXPECT_TRUE(white.top >= 60 && white.bottom <= 90) << "only the marked row 2";
-    EXPECT_TRUE(InkInBand(l.m_hWnd, kBlack, 60, 30));
-}
-
 TEST_F(FileListTest, AHundredThousandRows) {
     ProbeFile& l = Make(0);
     for (int i = 0; i < 100000; ++i) l.InsertItem(i, L"row", i);

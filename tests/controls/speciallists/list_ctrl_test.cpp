@@ -153,17 +153,6 @@ TEST_F(ListCtrlTest, BarStandsBesideTheRowsAndEnsureVisibleScrollsTheFewestRows)
     }
 }
 
-TEST_F(ListCtrlTest, AlignmentAndRowBackgroundsByState) {
-    ProbeCtrl& t = Make(3);
-    t.SetSelectionMark(2);
-    t.SetCurSel(1);
-    desktop.RunUntilIdle();
-    EXPECT_TRUE(InkInBand(t.m_hWnd, kMiddle, 23, 30));
-    EXPECT_TRUE(InkInBand(t.m_hWnd, kCurMiddle, 53, 30));
-    EXPECT_TRUE(InkInBand(t.m_hWnd, kMark, 83, 30));
-    EXPECT_TRUE(InkInBand(t.m_hWnd, RGB(255, 255, 255), 53, 30)) << "the current row's text";
-}
-
 TEST_F(ListCtrlTest, BadInputDrawsWithoutThePieceAndRefuses) {
     ProbeCtrl& t = Make(0);
     t.LoadSkin(L"", L"");           // no piece: the skin stays

@@ -1,29 +1,6 @@
 #include "speciallists_fixture.h"
 
-#include "CZELScrollbar.h"
-#include "ListRecords.h"
-
 namespace speclisttest {
-
-std::string Narrow(const CString& s) {
-    std::wstring w(static_cast<LPCWSTR>(s));
-    return std::string(w.begin(), w.end());
-}
-
-std::string ColumnList(const ListColumn* head) {
-    std::string s;
-    for (const ListColumn* c = head; c; c = c->pNext)
-        s += (s.empty() ? "" : ",") + Narrow(c->strHeading) + ":" + std::to_string(c->nWidth);
-    return s;
-}
-
-std::string BarState(CWnd* wnd) {
-    auto* bar = static_cast<CZELScrollbar*>(wnd);
-    long lo = 0, hi = 0;
-    bar->GetRange(lo, hi);
-    return std::to_string(lo) + ".." + std::to_string(hi) + "@" + std::to_string(bar->GetScrollPos()) +
-           (bar->IsWindowVisible() ? " shown" : " hidden") + (bar->IsWindowEnabled() ? "" : " disabled");
-}
 
 void SpecialListTest::TearDown() {
     arrays_.clear();

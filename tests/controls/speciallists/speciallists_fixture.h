@@ -1,5 +1,5 @@
 // What the special-list tests add to the shared list fixture: the row pieces and frame
-// images written once per test, path arrays, and band and bar probes.
+// images written once per test, path arrays, and a band probe.
 #pragma once
 
 #include <afxtempl.h>
@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "CZELScrollbar.h"
+#include "ListRecords.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 #include "support/list_fixture.h"
-
-struct ListColumn;
 
 namespace speclisttest {
 
@@ -22,6 +22,9 @@ using zel::test::kBarArrow;
 using zel::test::kBarThumb;
 using zel::test::kBarTrack;
 using zel::test::kBarWidth;
+using zel::test::BarState;
+using zel::test::ColumnList;
+using zel::test::Narrow;
 constexpr int kRowHeight = 30;
 const COLORREF kFrame = RGB(230, 230, 210);
 const COLORREF kLeft = RGB(200, 80, 40), kMiddle = RGB(240, 200, 120), kRight = RGB(160, 60, 30);
@@ -44,14 +47,6 @@ protected:
 private:
     std::vector<std::unique_ptr<CArray<CString, CString>>> arrays_;
 };
-
-std::string Narrow(const CString& s);
-
-// "heading:width,..." of a column chain, head first.
-std::string ColumnList(const ListColumn* head);
-
-// "lo..hi@pos shown|hidden[ disabled]" of a list's scroll bar.
-std::string BarState(CWnd* bar);
 
 }  // namespace speclisttest
 
