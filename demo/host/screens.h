@@ -55,6 +55,11 @@ struct ScreenInfo {
 // message handler.
 constexpr UINT kNavigateMessage = WM_APP + 1;
 
+// Sent to the host by a screen that is a dialog (host/screen_dialog.h) with each
+// notification one of its items sent the dialog: lParam is the MSG. The host logs it as if
+// it had heard it itself; the dialog handles it.
+constexpr UINT kHeardMessage = WM_APP + 2;
+
 // In tab order.
 const std::vector<ScreenInfo>& Screens();
 const ScreenInfo* FindScreen(const std::string& name);
