@@ -1,5 +1,5 @@
 // A screen built as a device application builds its screens: a modeless child dialog from a
-// template in the demo's resource script (screens/dialogs.rc), laid over the host between
+// template in the demo's resource script (screens/dialogs.rc2), laid over the host between
 // its title bar and its status strip, whose items the dialog takes over with the library's
 // controls (DDX_Control) and whose notifications reach its message map.
 //

@@ -1,4 +1,4 @@
-// Identifiers of the demo's dialogs and strings (dialogs.rc). The skin's bitmap identifiers
+// Identifiers of the demo's dialogs and strings (dialogs.rc2). The skin's bitmap identifiers
 // are in the generated resource.h.
 #pragma once
 

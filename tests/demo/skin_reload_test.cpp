@@ -24,7 +24,7 @@ public:
         dir_ = fs::temp_directory_path() /
                ("zel-demo-reload-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
         fs::create_directories(dir_);
-        for (const char* file : {"default.rc", "resource.h", "dialogs.rc", "dialogs.h"})
+        for (const char* file : {"default.rc", "resource.h", "dialogs.rc2", "dialogs.h"})
             fs::copy_file(fs::path(ZEL_DEMO_SKIN_DIR) / file, dir_ / file);
         fs::copy(fs::path(ZEL_DEMO_SKIN_DIR) / "skin", dir_ / "skin", fs::copy_options::recursive);
     }

@@ -70,7 +70,7 @@ public:
         dir_ =
             fs::temp_directory_path() / ("zel-skin-check-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
         fs::create_directories(dir_);
-        for (const char* file : {"default.rc", "resource.h", "default.controls", "dialogs.rc", "dialogs.h"})
+        for (const char* file : {"default.rc", "resource.h", "default.controls", "dialogs.rc2", "dialogs.h"})
             fs::copy_file(kDemoSkin / file, dir_ / file);
         fs::copy(kDemoSkin / "skin", dir_ / "skin", fs::copy_options::recursive);
     }
