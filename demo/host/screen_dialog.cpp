@@ -52,12 +52,18 @@ LRESULT ScreenDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 BOOL ScreenDialog::OnEraseBkgnd(CDC*) { return TRUE; }  // OnPaint covers every pixel
 
 // The frame is drawn only inside the update region's bounding box and only that box is
-// presented: the readouts change twice a second and need no full frame. It is kept for
-// the window's life; outside that box its old contents are never shown.
+// presented: the readouts change twice a second and need no full frame. It is kept while
+// the dialog keeps its size; outside that box its old contents are never shown.
 void ScreenDialog::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
+    BITMAP size{};
+    if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.Width() ||
+                   size.bmHeight != client.Height())) {
+        ::DeleteObject(frame_);
+        frame_ = nullptr;
+    }
     if (!frame_) frame_ = ::CreateCompatibleBitmap(dc.m_hDC, client.Width(), client.Height());
     HDC memory = ::CreateCompatibleDC(dc.m_hDC);
     HGDIOBJ oldFrame = ::SelectObject(memory, frame_);

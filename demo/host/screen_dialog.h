@@ -47,7 +47,7 @@ private:
     UINT templateId_;
     SkinSource skin_;
     HBITMAP background_ = nullptr;
-    HBITMAP frame_ = nullptr;  // the off-screen frame, the dialog's size
+    HBITMAP frame_ = nullptr;  // the off-screen frame, the dialog's client size
     bool built_ = false;
 };
 

@@ -132,7 +132,8 @@ BOOL IsDialogMessageW(HWND dlg, LPMSG msg) {
     Busy busy;
     // A dialog embedded with DS_CONTROL in another dialog hands its keys to the outer one,
     // whose navigation includes its items.
-    while (ExistingDialog(dlg) && (GetWindowLongW(dlg, GWL_STYLE) & (DS_CONTROL | WS_CHILD)) == (DS_CONTROL | WS_CHILD)) {
+    constexpr LONG kEmbedded = DS_CONTROL | WS_CHILD;
+    while (ExistingDialog(dlg) && (GetWindowLongW(dlg, GWL_STYLE) & kEmbedded) == kEmbedded) {
         HWND parent = GetParent(dlg);
         if (!parent || !ExistingDialog(parent)) break;
         dlg = parent;
