@@ -1,6 +1,7 @@
 #include "screens/clock_screen.h"
 
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 #include "resource.h"  // generated with the skin
@@ -80,13 +81,16 @@ void ClockDialog::DoDataExchange(CDataExchange* dx) {
 }
 
 // UpdateData rather than the base's OnInitDialog, whose answer says nothing of the
-// exchange. FALSE: showing the screen moves the focus nowhere.
+// exchange; controls that did not take over their items are left alone. FALSE: showing
+// the screen moves the focus nowhere.
 BOOL ClockDialog::OnInitDialog() {
     bool built = UpdateData(FALSE) != FALSE;
     for (size_t i = 0; i < std::size(kSections); ++i) built = titles_[i].LoadString(kSections[i].title) && built;
-    SkinSpinners();
-    built = PlaceFormat() && built;
-    SkinPickers();
+    if (built) {
+        SkinSpinners();
+        built = PlaceFormat();
+        SkinPickers();
+    }
     SetTimer(kReadoutTimer, 500, nullptr);
     SetBuilt(built);
     return FALSE;
