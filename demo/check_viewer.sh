@@ -11,7 +11,7 @@ out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
 skin="$out/skin-copy"
 mkdir -p "$skin"
-cp -r "$(dirname "$demo")/default.rc" "$(dirname "$demo")/resource.h" "$(dirname "$demo")/skin" "$skin/"
+for f in default.rc resource.h dialogs.rc2 dialogs.h skin; do cp -r "$(dirname "$demo")/$f" "$skin/"; done
 
 xvfb-run -a -s "-screen 0 1024x768x24" bash -c '
   set -e

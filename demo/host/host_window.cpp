@@ -133,6 +133,10 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_HSCROLL: Hear(message, wParam, lParam); return 0;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONUP: Pointer(message, lParam); return 0;
+        case kHeardMessage:
+            if (const auto* heard = reinterpret_cast<const MSG*>(lParam))
+                Hear(heard->message, heard->wParam, heard->lParam);
+            return 0;
         case WM_TIMER:
             if (screen_) screen_->Timer(wParam);
             return 0;

@@ -2,11 +2,8 @@
 
 namespace zel::demo {
 
-namespace {
-constexpr wchar_t kClassName[] = L"ZelDemoPlaceholder";
-}  // namespace
-
-HWND CreatePlaceholder(HWND parent, int id, const RECT& rect, LPCWSTR text) {
+LPCWSTR PlaceholderClass() {
+    static constexpr wchar_t kClassName[] = L"ZelDemoPlaceholder";
     WNDCLASSW wc{};
     if (!GetClassInfoW(nullptr, kClassName, &wc)) {
         wc.style = CS_DBLCLKS;
@@ -14,7 +11,13 @@ HWND CreatePlaceholder(HWND parent, int id, const RECT& rect, LPCWSTR text) {
         wc.lpszClassName = kClassName;
         if (!RegisterClassW(&wc)) return nullptr;
     }
-    return CreateWindowExW(0, kClassName, text, WS_CHILD | WS_VISIBLE, rect.left, rect.top, rect.right - rect.left,
+    return kClassName;
+}
+
+HWND CreatePlaceholder(HWND parent, int id, const RECT& rect, LPCWSTR text) {
+    LPCWSTR cls = PlaceholderClass();
+    if (!cls) return nullptr;
+    return CreateWindowExW(0, cls, text, WS_CHILD | WS_VISIBLE, rect.left, rect.top, rect.right - rect.left,
                            rect.bottom - rect.top, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr,
                            nullptr);
 }

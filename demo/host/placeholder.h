@@ -6,8 +6,12 @@
 
 namespace zel::demo {
 
-// A visible child of the demo's placeholder class (the default window procedure, double
-// clicks on) with identifier id and window text; NULL when it cannot be made.
+// The placeholder class (the default window procedure, double clicks on), registered on
+// first use; dialog templates name it for their items. NULL when it cannot be registered.
+LPCWSTR PlaceholderClass();
+
+// A visible child of the placeholder class with identifier id and window text; NULL when
+// it cannot be made.
 HWND CreatePlaceholder(HWND parent, int id, const RECT& rect, LPCWSTR text = L"");
 
 }  // namespace zel::demo

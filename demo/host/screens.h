@@ -69,6 +69,11 @@ constexpr UINT kNavigateMessage = WM_APP + 1;
 constexpr UINT kChangedMessage = WM_APP + 2;
 void ContentChanged(HWND host, const RECT& area);
 
+// Sent to the host by a screen that is a dialog (host/screen_dialog.h) with each
+// notification one of its items sent the dialog: lParam is the MSG. The host logs it as if
+// it had heard it itself; the dialog handles it.
+constexpr UINT kHeardMessage = WM_APP + 3;
+
 // In tab order.
 const std::vector<ScreenInfo>& Screens();
 const ScreenInfo* FindScreen(const std::string& name);

@@ -1,10 +1,11 @@
 #include "screens/clock_screen.h"
 
 #include <cstdio>
+#include <iterator>
 #include <string>
 
-#include "host/placeholder.h"
 #include "resource.h"  // generated with the skin
+#include "screens/dialogs.h"
 #include "skin/theme.h"
 
 namespace zel::demo {
@@ -15,28 +16,22 @@ using namespace theme;
 
 constexpr UINT_PTR kReadoutTimer = 31;
 
-// The time-and-date controls size themselves from the skin: the date is 202 x 130
-// (66 + 2 x (48 + 12 + 8)), the clock 110 x 130 (6 + 8 + 2 x 48).
-constexpr RECT kDate{24, 104, 226, 234};
-constexpr RECT kDateReadout{234, 104, 396, 234};
-constexpr RECT kClock{404, 104, 514, 234};
-constexpr RECT kClockReadout{534, 104, 776, 234};
-constexpr RECT kDatePicker{24, 290, 148, 312};
-constexpr RECT kTimePicker{172, 290, 296, 312};
-constexpr RECT kTimeField{320, 290, 384, 310};
-constexpr RECT kPickerReadout{404, 284, 776, 318};
-constexpr RECT kFormat{24, 372, 264, 412};
-constexpr RECT kFormatReadout{284, 372, 776, 412};
+// What the dialog paints itself, in its client coordinates (pixels; the dialog's top is
+// the host's row 56). The readouts stand beside their controls.
+constexpr RECT kDateReadout{234, 48, 396, 178};
+constexpr RECT kClockReadout{534, 48, 776, 178};
+constexpr RECT kPickerReadout{404, 228, 776, 262};
+constexpr RECT kFormatReadout{284, 316, 776, 356};
 
 struct Section {
-    const wchar_t* text;
+    UINT title;
     RECT box;
 };
 constexpr Section kSections[] = {
-    {L"DATE  \u00B7  THE DAY FOLLOWS THE MONTH", {24, 72, 380, 96}},
-    {L"CLOCK  \u00B7  RUNNING", {404, 72, 776, 96}},
-    {L"PICKERS  \u00B7  TAP A FIELD, THEN UP / DOWN", {24, 258, 776, 282}},
-    {L"TIME FORMAT", {24, 340, 776, 364}},
+    {IDS_CLOCK_DATE, {24, 16, 380, 40}},
+    {IDS_CLOCK_RUNNING, {404, 16, 776, 40}},
+    {IDS_CLOCK_PICKERS, {24, 202, 776, 226}},
+    {IDS_CLOCK_FORMAT, {24, 284, 776, 308}},
 };
 
 constexpr const char* kSpinPieces[] = {"spin_add_normal", "spin_add_focus", "spin_add_pressed",
@@ -62,50 +57,85 @@ std::wstring Format(const wchar_t* format, int a, int b, int c) {
 }  // namespace
 
 bool ClockScreen::Build(HWND host, const SkinSource& skin) {
-    host_ = host;
-    if (!BuildSpinners(skin) || !BuildPickers(skin)) return false;
-    SetTimer(host_, kReadoutTimer, 500, nullptr);
-    return true;
+    dialog_ = std::make_unique<ClockDialog>(skin);
+    return dialog_->Open(host);
 }
 
-// The date is taken over from a plain child (its spinners are made as it is subclassed);
-// the clock is created. The clock's separator room is fixed when its skin loads, so it
-// becomes a clock first.
-bool ClockScreen::BuildSpinners(const SkinSource& skin) {
-    HWND plain = CreatePlaceholder(host_, kDateId, kDate);
-    if (!plain || !date_.SubclassWindow(plain)) return false;
-    date_.LoadSkin(Folder(skin), SpinNames(true));
+BEGIN_MESSAGE_MAP(ClockDialog, ScreenDialog)
+    ON_BN_CLICKED(IDC_CLOCK_DATE, &ClockDialog::OnDateStep)
+    ON_BN_CLICKED(IDC_CLOCK_CLOCK, &ClockDialog::OnClockStep)
+    ON_BN_CLICKED(IDC_CLOCK_FORMAT, &ClockDialog::OnFormatStep)
+    ON_WM_TIMER()
+END_MESSAGE_MAP()
 
-    if (!clock_.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kClock, CWnd::FromHandle(host_), kClockId)) return false;
+ClockDialog::ClockDialog(const SkinSource& skin) : ScreenDialog(IDD_CLOCK, skin) {}
+
+// The time-and-date controls make their spinners as they take over their items.
+void ClockDialog::DoDataExchange(CDataExchange* dx) {
+    ScreenDialog::DoDataExchange(dx);
+    DDX_Control(dx, IDC_CLOCK_DATE, date_);
+    DDX_Control(dx, IDC_CLOCK_CLOCK, clock_);
+    DDX_Control(dx, IDC_CLOCK_DATE_PICKER, datePicker_);
+    DDX_Control(dx, IDC_CLOCK_TIME_PICKER, timePicker_);
+    DDX_Control(dx, IDC_CLOCK_TIME_FIELD, timeField_);
+}
+
+// UpdateData rather than the base's OnInitDialog, whose answer says nothing of the
+// exchange; controls that did not take over their items are left alone. FALSE: showing
+// the screen moves the focus nowhere.
+BOOL ClockDialog::OnInitDialog() {
+    bool built = UpdateData(FALSE) != FALSE;
+    for (size_t i = 0; i < std::size(kSections); ++i) built = titles_[i].LoadString(kSections[i].title) && built;
+    if (built) {
+        SkinSpinners();
+        built = PlaceFormat();
+        SkinPickers();
+    }
+    SetTimer(kReadoutTimer, 500, nullptr);
+    SetBuilt(built);
+    return FALSE;
+}
+
+// The clock's separator room is fixed when its skin loads, so it becomes a clock first.
+void ClockDialog::SkinSpinners() {
+    date_.LoadSkin(Folder(skin()), SpinNames(true));
     clock_.SetStyle(1);
-    clock_.LoadSkin(Folder(skin), SpinNames(true));
+    clock_.LoadSkin(Folder(skin()), SpinNames(true));
+}
 
-    if (!format_.Create(L"Format", WS_CHILD | WS_VISIBLE, kFormat, CWnd::FromHandle(host_), kFormatId)) return false;
+// The string spinner makes its two buttons only when it creates its window, so it takes
+// its item's place, identifier and tab position instead of the item itself.
+bool ClockDialog::PlaceFormat() {
+    CWnd* item = GetDlgItem(IDC_CLOCK_FORMAT);
+    if (!item) return false;
+    CRect place;
+    item->GetWindowRect(&place);
+    ScreenToClient(&place);
+    const HWND before = ::GetWindow(item->m_hWnd, GW_HWNDPREV);
+    const DWORD style = item->GetStyle();
+    item->DestroyWindow();
+    if (!format_.Create(L"Format", style, place, this, IDC_CLOCK_FORMAT)) return false;
+    ::SetWindowPos(format_.m_hWnd, before ? before : HWND_TOP, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOREDRAW);
     format_.SetVStyle(false);
     for (const wchar_t* s : {L"24-hour", L"12-hour", L"Automatic"}) format_.InsertStr(s);
-    format_.LoadSkin(Folder(skin), SpinNames(false));
-    format_.MoveWindow(CRect(kFormat), true);
+    format_.LoadSkin(Folder(skin()), SpinNames(false));
+    format_.MoveWindow(place, true);
     format_.SetTextCol(kText);
     return true;
 }
 
-bool ClockScreen::BuildPickers(const SkinSource& skin) {
-    HWND plain = CreatePlaceholder(host_, kDatePickerId, kDatePicker);
-    if (!plain || !datePicker_.SubclassWindow(plain)) return false;
-    CWnd* parent = CWnd::FromHandle(host_);
-    if (!timePicker_.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kTimePicker, parent, kTimePickerId) ||
-        !timeField_.Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kTimeField, parent, kTimeFieldId))
-        return false;
+void ClockDialog::SkinPickers() {
     timePicker_.SetStyle(1);
     timePicker_.SetAutoUpdate(TRUE);
     timeField_.SetStyle(1);
     timeField_.SetAutoUpdate(TRUE);
-    timeField_.LoadBitmapW(IDB_TIMEFIELD_BACK, skin.module);
-    return true;
+    timeField_.LoadBitmapW(IDB_TIMEFIELD_BACK, skin().module);
 }
 
-void ClockScreen::Paint(HDC frame) {
-    for (const Section& s : kSections) DrawLabel(frame, s.text, s.box, sectionFont_, kTextDim);
+void ClockDialog::PaintContent(HDC frame) {
+    for (size_t i = 0; i < std::size(kSections); ++i)
+        DrawLabel(frame, titles_[i].GetString(), kSections[i].box, sectionFont_, kTextDim);
 
     SYSTEMTIME date{}, clock{}, picked{};
     date_.GetTime(&date);
@@ -122,22 +152,16 @@ void ClockScreen::Paint(HDC frame) {
     DrawLabel(frame, std::wstring(L"Clock shown as ") + format.GetString(), kFormatReadout, textFont_, kTextDim);
 }
 
-void ClockScreen::Heard(UINT message, WPARAM wParam, LPARAM) {
-    if (message != WM_COMMAND) return;
-    switch (LOWORD(wParam)) {
-        case kDateId: InvalidateRect(host_, &kDateReadout, FALSE); break;
-        case kClockId: InvalidateRect(host_, &kClockReadout, FALSE); break;
-        case kFormatId: InvalidateRect(host_, &kFormatReadout, FALSE); break;
-        default: break;
-    }
-}
+void ClockDialog::OnDateStep() { InvalidateRect(&kDateReadout, FALSE); }
+void ClockDialog::OnClockStep() { InvalidateRect(&kClockReadout, FALSE); }
+void ClockDialog::OnFormatStep() { InvalidateRect(&kFormatReadout, FALSE); }
 
 // The clock tells its parent only about steps; its running seconds and the picker edits
 // are read back twice a second.
-void ClockScreen::Timer(UINT_PTR id) {
+void ClockDialog::OnTimer(UINT_PTR id) {
     if (id != kReadoutTimer) return;
-    InvalidateRect(host_, &kClockReadout, FALSE);
-    InvalidateRect(host_, &kPickerReadout, FALSE);
+    InvalidateRect(&kClockReadout, FALSE);
+    InvalidateRect(&kPickerReadout, FALSE);
 }
 
 }  // namespace zel::demo

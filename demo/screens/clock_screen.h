@@ -3,9 +3,10 @@
 // edit with the stylus and the arrow keys, a time that follows the clock), the time field
 // over its skin, and a spinner of strings choosing the time format.
 //
-// As a dialog would, it takes over plain children for some controls (SubclassWindow) and
-// creates the others; the spinners load their skins by file, the time field by resource
-// identifier.
+// It is a dialog, as a ported device application's screens are: the template IDD_CLOCK in
+// the demo's resource script lays the items out, DoDataExchange subclasses each with its
+// control, the message map hears their steps, and the section titles are the script's
+// strings. The spinners load their skins by file, the time field by resource identifier.
 #pragma once
 
 #include <zelctl.h>
@@ -15,34 +16,51 @@
 #include <CZELDate.h>
 #include <CZELTimeDate.h>
 
+#include <memory>
+
 #include "host/paint_kit.h"
+#include "host/screen_dialog.h"
 #include "host/screens.h"
 
 namespace zel::demo {
 
-class ClockScreen : public Screen {
+class ClockDialog : public ScreenDialog {
 public:
-    static constexpr int kDateId = 1401, kClockId = 1402, kDatePickerId = 1403, kTimePickerId = 1404;
-    static constexpr int kTimeFieldId = 1405, kFormatId = 1406;
+    explicit ClockDialog(const SkinSource& skin);
 
-    bool Build(HWND host, const SkinSource& skin) override;
-    void Paint(HDC frame) override;
-    void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void Timer(UINT_PTR id) override;
+protected:
+    void DoDataExchange(CDataExchange* dx) override;
+    BOOL OnInitDialog() override;
+    void PaintContent(HDC frame) override;
+
+    afx_msg void OnDateStep();
+    afx_msg void OnClockStep();
+    afx_msg void OnFormatStep();
+    afx_msg void OnTimer(UINT_PTR id);
+    DECLARE_MESSAGE_MAP()
 
 private:
-    bool BuildSpinners(const SkinSource& skin);
-    bool BuildPickers(const SkinSource& skin);
+    void SkinSpinners();
+    bool PlaceFormat();
+    void SkinPickers();
 
-    HWND host_ = nullptr;
     CZELTimeDate date_, clock_;
     CDataTimectrl datePicker_, timePicker_;
     CTimeData timeField_;
     CZELDate format_;
+    CString titles_[4];
 
     Font sectionFont_{15, FW_BOLD};
     Font valueFont_{26, FW_BOLD};
     Font textFont_{17};
+};
+
+class ClockScreen : public Screen {
+public:
+    bool Build(HWND host, const SkinSource& skin) override;
+
+private:
+    std::unique_ptr<ClockDialog> dialog_;
 };
 
 }  // namespace zel::demo

@@ -121,7 +121,7 @@ std::string ResourceScriptText(const std::vector<SkinPiece>& pieces) {
     const size_t column = LongestName(pieces) + 1;
     for (const SkinPiece& p : pieces)
         text += Padded(ResourceName(p.name), column) + "BITMAP \"skin\\\\" + p.name + ".bmp\"\n";
-    return text;
+    return text + "\n#include \"dialogs.rc2\"\n";
 }
 
 }  // namespace zel::demo

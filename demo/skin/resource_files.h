@@ -13,7 +13,8 @@ namespace zel::demo {
 std::string ResourceHeaderText(const std::vector<SkinPiece>& pieces);
 
 // default.rc: includes resource.h and names each bitmap relative to the script's folder,
-// in the script's own notation: IDB_NAME BITMAP "skin\\name.bmp".
+// in the script's own notation: IDB_NAME BITMAP "skin\\name.bmp"; then includes the
+// screens' dialogs and strings (dialogs.rc2, written by hand, which the build puts beside it).
 std::string ResourceScriptText(const std::vector<SkinPiece>& pieces);
 
 // default.controls: which control of the demo wears which pieces, for zel-skin (one line

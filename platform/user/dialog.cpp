@@ -140,7 +140,9 @@ HWND CreateFromTemplate(HINSTANCE instance, const DialogTemplate& t, HWND owner,
     RECT r = PlaceDialog(t, units, owner);
     LPCWSTR cls = t.className.empty() ? WC_DIALOG : t.className.c_str();
     DWORD style = t.style & ~WS_VISIBLE;
-    HWND dlg = CreateWindowExW(t.exStyle, cls, t.caption.c_str(), style, r.left, r.top, r.right - r.left,
+    // An embedded dialog's items join its parent's navigation.
+    DWORD exStyle = t.exStyle | ((t.style & DS_CONTROL) ? WS_EX_CONTROLPARENT : 0);
+    HWND dlg = CreateWindowExW(exStyle, cls, t.caption.c_str(), style, r.left, r.top, r.right - r.left,
                                r.bottom - r.top, owner, nullptr, instance, nullptr);
     Window* w = Get(dlg);
     DialogData* d = w ? DialogOf(w) : nullptr;

@@ -16,16 +16,35 @@ namespace {
 
 bool Usable(const Window* w) { return (w->style & WS_VISIBLE) && !(w->style & WS_DISABLED); }
 
-// The dialog's direct child that is, or contains, hwnd.
-Window* ItemOf(Window* dlg, HWND hwnd) {
-    Window* w = Get(hwnd);
-    while (w && w->parent && w->parent != dlg) w = w->parent;
-    return w && w->parent == dlg ? w : nullptr;
+// The windows the dialog manager moves among, in tab (z-) order: the dialog's children,
+// except that a visible, enabled child with WS_EX_CONTROLPARENT (a dialog embedded with
+// DS_CONTROL) is replaced by its own items, so that they take part in the outer dialog's
+// navigation. Nesting is bounded (kMaxNesting), and so is the recursion.
+void CollectItems(const Window* parent, std::vector<Window*>& items) {
+    for (Window* child : parent->children) {
+        if ((child->exStyle & WS_EX_CONTROLPARENT) && Usable(child)) {
+            CollectItems(child, items);
+        } else {
+            items.push_back(child);
+        }
+    }
+}
+
+std::vector<Window*> ItemsOf(const Window* dlg) {
+    std::vector<Window*> items;
+    CollectItems(dlg, items);
+    return items;
+}
+
+// The item that is, or contains, hwnd.
+Window* ItemOf(const std::vector<Window*>& items, Window* dlg, HWND hwnd) {
+    for (Window* w = Get(hwnd); w && w != dlg; w = w->parent)
+        if (std::find(items.begin(), items.end(), w) != items.end()) return w;
+    return nullptr;
 }
 
 // Items after `from` in tab (z-) order, wrapping, `from` last; or all from the first.
-std::vector<Window*> Cycle(Window* dlg, Window* from, bool previous) {
-    std::vector<Window*> items = dlg->children;
+std::vector<Window*> Cycle(std::vector<Window*> items, Window* from, bool previous) {
     if (previous) std::reverse(items.begin(), items.end());
     auto at = std::find(items.begin(), items.end(), from);
     if (at != items.end()) std::rotate(items.begin(), at + 1, items.end());
@@ -111,6 +130,14 @@ BOOL IsDialogMessageW(HWND dlg, LPMSG msg) {
     Window* d = Get(dlg);
     if (!d || !msg || (msg->hwnd != dlg && !IsChild(dlg, msg->hwnd))) return FALSE;
     Busy busy;
+    // A dialog embedded with DS_CONTROL in another dialog hands its keys to the outer one,
+    // whose navigation includes its items.
+    constexpr LONG kEmbedded = DS_CONTROL | WS_CHILD;
+    while (ExistingDialog(dlg) && (GetWindowLongW(dlg, GWL_STYLE) & kEmbedded) == kEmbedded) {
+        HWND parent = GetParent(dlg);
+        if (!parent || !ExistingDialog(parent)) break;
+        dlg = parent;
+    }
     if (msg->message == WM_KEYDOWN && HandleKey(dlg, msg)) return TRUE;
     if (msg->message == WM_CHAR && SwallowChar(msg)) return TRUE;
     TranslateMessage(msg);
@@ -124,9 +151,10 @@ HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous) {
         SetLastError(kErrorInvalidWindowHandle);
         return nullptr;
     }
-    Window* from = control ? ItemOf(dlg, control) : nullptr;
+    std::vector<Window*> items = ItemsOf(dlg);
+    Window* from = control ? ItemOf(items, dlg, control) : nullptr;
     // Without a starting control the search starts before the first item (or after the last).
-    std::vector<Window*> order = from ? Cycle(dlg, from, previous) : dlg->children;
+    std::vector<Window*> order = from ? Cycle(std::move(items), from, previous) : std::move(items);
     if (!from && previous) std::reverse(order.begin(), order.end());
     for (Window* w : order)
         if ((w->style & WS_TABSTOP) && Usable(w)) return w->handle;
@@ -139,8 +167,8 @@ HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous) {
         SetLastError(kErrorInvalidWindowHandle);
         return nullptr;
     }
-    const std::vector<Window*>& items = dlg->children;
-    Window* from = control ? ItemOf(dlg, control) : nullptr;
+    const std::vector<Window*> items = ItemsOf(dlg);
+    Window* from = control ? ItemOf(items, dlg, control) : nullptr;
     if (!from) return items.empty() ? nullptr : GetNextDlgTabItem(dialog, nullptr, previous);
     size_t at = static_cast<size_t>(std::find(items.begin(), items.end(), from) - items.begin());
     auto [first, last] = GroupOf(items, at);

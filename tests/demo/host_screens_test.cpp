@@ -6,7 +6,11 @@
 #include "demo_fixture.h"
 #include "host/demo_app.h"
 #include "host/host_window.h"
+#include "screens/clock_screen.h"
+#include "screens/dialogs.h"
 #include "screens/home_screen.h"
+
+#include <typeinfo>
 
 namespace zel::demo {
 namespace {
@@ -87,6 +91,54 @@ TEST_F(DemoHost, TapsNoControlForwardsAreNotLogged) {
     D().Tap(407, 138);  // the disabled button
     D().Tap(700, 420);  // the background
     EXPECT_EQ(Heard(), std::vector<std::string>{});
+}
+
+// The clock screen is the dialog IDD_CLOCK: each item is its library control, at the pixels
+// its dialog units give (bold 10-point Tahoma: two pixels a unit; the dialog at row 56) and
+// the tour taps. The format spinner is created in its item's place and keeps its tab position.
+TEST_F(DemoHost, ClockScreenItemsAreTheLibraryControlsWhereTheTemplatePutsThem) {
+    ASSERT_TRUE(app->Show("clock"));
+    HWND host = HostAt(POINT{400, 20});
+    HWND dlg = ::GetWindow(host, GW_CHILD);
+    wchar_t cls[16] = {};
+    ::GetClassNameW(dlg, cls, 16);
+    EXPECT_EQ(std::wstring(cls), L"#32770");
+    struct Item {
+        int id;
+        const std::type_info& type;
+        RECT host;  // host client coordinates
+    };
+    const Item items[] = {
+        {IDC_CLOCK_DATE, typeid(CZELTimeDate), {24, 104, 226, 234}},
+        {IDC_CLOCK_CLOCK, typeid(CZELTimeDate), {404, 104, 514, 234}},
+        {IDC_CLOCK_DATE_PICKER, typeid(CDataTimectrl), {24, 290, 148, 312}},
+        {IDC_CLOCK_TIME_PICKER, typeid(CDataTimectrl), {172, 290, 296, 312}},
+        {IDC_CLOCK_TIME_FIELD, typeid(CTimeData), {320, 290, 384, 310}},
+        {IDC_CLOCK_FORMAT, typeid(CZELDate), {24, 372, 264, 412}},
+    };
+    HWND previous = nullptr;
+    for (const Item& item : items) {
+        HWND hwnd = ::GetDlgItem(dlg, item.id);
+        ASSERT_TRUE(hwnd) << item.id;
+        CWnd* control = CWnd::FromHandlePermanent(hwnd);
+        ASSERT_TRUE(control) << item.id;
+        EXPECT_EQ(typeid(*control), item.type) << item.id;
+        EXPECT_EQ(::GetDlgCtrlID(hwnd), item.id);
+        EXPECT_EQ(::GetWindow(hwnd, GW_HWNDPREV), previous) << item.id << " keeps its template (tab) position";
+        RECT r;
+        ::GetWindowRect(hwnd, &r);
+        ::MapWindowPoints(nullptr, host, reinterpret_cast<POINT*>(&r), 2);
+        EXPECT_TRUE(::EqualRect(&r, &item.host)) << item.id << ": " << r.left << "," << r.top << "," << r.right << ","
+                                                 << r.bottom;
+        previous = hwnd;
+    }
+    CString title;
+    ASSERT_TRUE(title.LoadString(IDS_CLOCK_DATE));
+    EXPECT_EQ(std::wstring(title.GetString()), L"DATE  \u00B7  THE DAY FOLLOWS THE MONTH");
+    // A step of the date reaches the host's log through the dialog, once.
+    Heard();
+    D().Tap(68, 124);  // year add
+    EXPECT_EQ(Heard(), std::vector<std::string>{"1401 WM_COMMAND BN_CLICKED"});
 }
 
 TEST_F(DemoHost, FailuresAreReportedAndLeaveNothingBehind) {

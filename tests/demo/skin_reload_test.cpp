@@ -5,6 +5,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <string>
 
 #include "demo_fixture.h"
 #include "host/demo_app.h"
@@ -24,7 +26,7 @@ public:
         dir_ = fs::temp_directory_path() /
                ("zel-demo-reload-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
         fs::create_directories(dir_);
-        for (const char* file : {"default.rc", "resource.h"})
+        for (const char* file : {"default.rc", "resource.h", "dialogs.rc2", "dialogs.h"})
             fs::copy_file(fs::path(ZEL_DEMO_SKIN_DIR) / file, dir_ / file);
         fs::copy(fs::path(ZEL_DEMO_SKIN_DIR) / "skin", dir_ / "skin", fs::copy_options::recursive);
     }
@@ -84,6 +86,31 @@ TEST_F(SkinReload, EditedPieceShowsOnTheScreenOnShow) {
         EXPECT_EQ(app.screen(), "buttons");
     }
     zel::Desktop::Get().Reset();
+}
+
+// A skin folder whose dialog script lacks one of the clock's items, or the whole template,
+// fails that screen alone: Show reports it, the half-made dialog and its bitmaps go, and
+// the other screens still come up.
+TEST_F(SkinReload, ClockTemplateWithoutAnItemFailsOnlyThatScreen) {
+    SkinCopy skin;
+    std::ifstream in(skin.Dir() / "dialogs.rc2");
+    std::string script((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string clockItem = "IDC_CLOCK_CLOCK,";
+    const size_t line = script.find(clockItem);
+    ASSERT_NE(line, std::string::npos);
+    const std::string withoutItem =
+        script.substr(0, script.rfind('\n', line) + 1) + script.substr(script.find('\n', line) + 1);
+    const std::string withoutDialog = "STRINGTABLE\nBEGIN\n    1 \"x\"\nEND\n";
+    for (const std::string& broken : {withoutItem, withoutDialog}) {
+        std::ofstream(skin.Dir() / "dialogs.rc2", std::ios::trunc) << broken;
+        DemoApp app;
+        ASSERT_TRUE(app.LoadSkin(skin.Dir().string()));
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(app.Show("clock"));
+        EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot build the screen 'clock'"), std::string::npos);
+        EXPECT_EQ(app.screen(), "");
+        EXPECT_TRUE(app.Show("buttons"));
+    }
 }
 
 }  // namespace

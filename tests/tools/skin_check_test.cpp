@@ -62,7 +62,7 @@ SIZE PieceSize(const std::string& path) {
 
 std::string Quoted(const fs::path& p) { return "'" + p.string() + "'"; }
 
-// A copy of the demo's skin (script, header, control list, pieces) in a folder of its own.
+// A copy of the demo's skin (scripts, headers, control list, pieces) in a folder of its own.
 class SkinCopy {
 public:
     SkinCopy() {
@@ -70,7 +70,7 @@ public:
         dir_ =
             fs::temp_directory_path() / ("zel-skin-check-" + std::to_string(getpid()) + "-" + std::to_string(serial++));
         fs::create_directories(dir_);
-        for (const char* file : {"default.rc", "resource.h", "default.controls"})
+        for (const char* file : {"default.rc", "resource.h", "default.controls", "dialogs.rc2", "dialogs.h"})
             fs::copy_file(kDemoSkin / file, dir_ / file);
         fs::copy(kDemoSkin / "skin", dir_ / "skin", fs::copy_options::recursive);
     }

@@ -185,6 +185,39 @@ TEST_F(Dialogs, TabAndArrowsMoveTheFocusAsTheDialogManagerDoes) {
     DestroyWindow(dlg);
 }
 
+// A DS_CONTROL dialog inside another is a control parent: its items take part in the outer
+// dialog's tab order where it stands, and its own IsDialogMessageW hands keys to the outer
+// dialog; hidden, it takes no part.
+TEST_F(Dialogs, AnEmbeddedDialogsItemsJoinTheOuterTabOrder) {
+    HINSTANCE module = Load(
+        "#include \"afxres.h\"\nIDD_OUTER DIALOG 0, 0, 200, 100\nSTYLE WS_POPUP\nBEGIN\n"
+        "    PUSHBUTTON \"A\",1,4,4,40,14\n    PUSHBUTTON \"B\",2,4,80,40,14\nEND\n"
+        "IDD_INNER DIALOG 50, 20, 100, 50\nSTYLE DS_CONTROL | WS_CHILD | WS_VISIBLE\nBEGIN\n"
+        "    PUSHBUTTON \"C\",3,4,4,40,14\n    PUSHBUTTON \"D\",4,4,24,40,14\nEND\n");
+    HWND outer = CreateDialogParamW(module, L"IDD_OUTER", owner_, nullptr, 0);
+    HWND inner = CreateDialogParamW(module, L"IDD_INNER", outer, nullptr, 0);
+    ASSERT_TRUE(outer && inner);
+    EXPECT_TRUE(GetWindowLongW(inner, GWL_EXSTYLE) & WS_EX_CONTROLPARENT);
+    SetWindowPos(inner, GetDlgItem(outer, 1), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_EQ(GetNextDlgTabItem(outer, nullptr, FALSE), GetDlgItem(outer, 1)) << "never the embedded dialog itself";
+    auto tab = [&](HWND to, bool back) {
+        if (back) Desk().KeyDown(VK_SHIFT);
+        MSG m{GetFocus(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+        EXPECT_TRUE(IsDialogMessageW(to, &m));
+        if (back) Desk().KeyUp(VK_SHIFT);
+        return GetDlgCtrlID(GetFocus());
+    };
+    SetFocus(GetDlgItem(outer, 1));
+    std::vector<int> order;
+    for (HWND to : {outer, inner, inner, outer}) order.push_back(tab(to, false));
+    EXPECT_EQ(order, (std::vector<int>{3, 4, 2, 1}));
+    SetFocus(GetDlgItem(inner, 3));
+    EXPECT_EQ(tab(inner, true), 1) << "Shift+Tab leaves the embedded dialog backwards";
+    ShowWindow(inner, SW_HIDE);
+    EXPECT_EQ(tab(outer, false), 2);
+    DestroyWindow(outer);
+}
+
 TEST_F(Dialogs, EnterIsTheDefaultButtonAndEscapeIsCancel) {
     HWND dlg = Form();
     Log().events.clear();
