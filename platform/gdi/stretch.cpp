@@ -165,6 +165,23 @@ public:
         }
     }
 
+    // Whether every destination pixel takes at most one source pixel (nearest sampling,
+    // or a shrink keeping one pixel of each group); then Single() gives it.
+    bool SingleTap() const {
+        return enlarge_ ? pick_ != Pick::kFilter : pick_ == Pick::kFirst || pick_ == Pick::kLast;
+    }
+    // The one source walk index of the current destination pixel, or -1 when none lies
+    // inside the source surface.
+    i64 Single() const {
+        if (enlarge_) {
+            const i64 j = centre_.q() - 1;
+            return Inside(j) ? j : -1;
+        }
+        const i64 glo = std::max(groupLo_.q() + 1, ja_), ghi = std::min(groupHi_.q() + 1, jb_);
+        if (glo >= ghi) return -1;
+        return pick_ == Pick::kFirst ? glo : ghi - 1;
+    }
+
     void Step(int direction) {
         i_ += direction;
         if (enlarge_) {
@@ -230,6 +247,7 @@ struct AxisPlan {
     bool single = true;  // one tap per destination pixel: taps[c - lo] is it
     int step = 0;        // single taps advancing by this many source pixels each (0: irregular)
     int minTap = 0, maxTap = -1;
+    bool constant = false;  // single taps that are all the same source pixel
 
     bool Empty() const { return lo >= hi; }
 };
@@ -252,6 +270,25 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
     std::vector<Tap> cur;
     bool started = false;
     Sampler sampler(a, (from - a.dStart) * a.dStep, ja, jb, pick);
+    if (sampler.SingleTap()) {
+        // One source pixel per destination pixel: no tap list per pixel. The pixels with a
+        // source still form one run.
+        for (i64 c = from; c < to; ++c, sampler.Step(a.dStep)) {
+            const i64 j = sampler.Single();
+            if (j < 0) {
+                if (started) break;
+                continue;
+            }
+            if (!started) {
+                started = true;
+                p.lo = static_cast<int>(c);
+            }
+            p.taps.push_back(static_cast<int>(a.sStart + a.sStep * j));
+            p.hi = static_cast<int>(c) + 1;
+        }
+        p.first.resize(p.taps.size() + (started ? 1 : 0));
+        for (size_t k = 0; k < p.first.size(); ++k) p.first[k] = static_cast<int>(k);
+    } else {
     for (i64 c = from; c < to; ++c, sampler.Step(a.dStep)) {
         cur.clear();
         sampler.Taps(cur);
@@ -274,11 +311,13 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         p.hi = static_cast<int>(c) + 1;
         if (cur.size() != 1) p.single = false;
     }
+    }
     if (!p.taps.empty()) {
         auto [lo, hi] = std::minmax_element(p.taps.begin(), p.taps.end());
         p.minTap = *lo;
         p.maxTap = *hi;
     }
+    p.constant = p.single && !p.taps.empty() && p.minTap == p.maxTap;
     if (p.single && p.taps.size() > 1) {
         int step = p.taps[1] - p.taps[0];
         for (size_t k = 2; k < p.taps.size() && step > 0; ++k)
@@ -348,6 +387,8 @@ void GatherEven(const uint32_t* src, int, const int*, int, int n, uint32_t* out)
     }
     for (; k < n; ++k) out[k] = src[2 * k];
 }
+// A one-pixel-wide source stretched across: the row is one value.
+void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { std::fill_n(out, n, *src); }
 void GatherStrided(const uint32_t* src, int, const int*, int step, int n, uint32_t* out) {
     for (int k = 0; k < n; ++k) out[k] = src[static_cast<ptrdiff_t>(k) * step];
 }
@@ -391,6 +432,7 @@ GatherFn TableGather() { return &GatherTable; }
 
 // The sampling routine for a plan, chosen once per call.
 GatherFn GatherFor(const AxisPlan& px) {
+    if (px.constant) return &GatherFill;
     switch (px.step) {
         case 0: return TableGather();
         case 1: return &GatherRun;
@@ -548,9 +590,11 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
     PixelBuffer* t = dst.Target();
     s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
-    // when the scales differ.
+    // when the scales differ. Pixels read and pixels written that share no column (a skin's
+    // edge column stretched across the middle) or no row need none.
     PixelBuffer snapshot;
-    if (t == s) snapshot = *s, s = &snapshot;
+    const bool apart = px.maxTap < px.lo || px.minTap >= px.hi || py.maxTap < py.lo || py.minTap >= py.hi;
+    if (t == s && !apart) snapshot = *s, s = &snapshot;
     RowConverter conv(dst, *t, src, *s);
     Stretcher(dst, *t, *s, conv, px, py, mode, applier, rop == 0xCC).Run();
 }
