@@ -248,6 +248,10 @@ struct AxisPlan {
     int step = 0;        // single taps advancing by this many source pixels each (0: irregular)
     int minTap = 0, maxTap = -1;
     bool constant = false;  // single taps that are all the same source pixel
+    // Single taps repeating each source pixel four times or more on average (a narrow skin
+    // piece stretched across): for each destination pixel, the end of its run of equal
+    // taps, so rows are filled run by run. Empty otherwise.
+    std::vector<int> runEnd;
 
     bool Empty() const { return lo >= hi; }
 };
@@ -318,6 +322,11 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         p.maxTap = *hi;
     }
     p.constant = p.single && !p.taps.empty() && p.minTap == p.maxTap;
+    if (p.single && !p.constant && a.D >= 4 * a.S) {
+        p.runEnd.resize(p.taps.size());
+        for (size_t k = p.taps.size(); k-- > 0;)
+            p.runEnd[k] = k + 1 < p.taps.size() && p.taps[k + 1] == p.taps[k] ? p.runEnd[k + 1] : static_cast<int>(k) + 1;
+    }
     if (p.single && p.taps.size() > 1) {
         int step = p.taps[1] - p.taps[0];
         for (size_t k = 2; k < p.taps.size() && step > 0; ++k)
@@ -387,8 +396,24 @@ void GatherEven(const uint32_t* src, int, const int*, int, int n, uint32_t* out)
     }
     for (; k < n; ++k) out[k] = src[2 * k];
 }
+// n copies of one pixel, four at a time; the last four may overlap the ones before.
+void FillPixels(uint32_t* out, int n, uint32_t v) {
+    const Quad q = {v, v, v, v};
+    int k = 0;
+    for (; k + 8 <= n; k += 8) {
+        std::memcpy(out + k, &q, sizeof q);
+        std::memcpy(out + k + 4, &q, sizeof q);
+    }
+    if (k + 4 <= n) std::memcpy(out + k, &q, sizeof q), k += 4;
+    if (k < n && n >= 4) {
+        std::memcpy(out + n - 4, &q, sizeof q);  // overlaps pixels already written
+        return;
+    }
+    for (; k < n; ++k) out[k] = v;
+}
+
 // A one-pixel-wide source stretched across: the row is one value.
-void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { std::fill_n(out, n, *src); }
+void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { FillPixels(out, n, *src); }
 void GatherStrided(const uint32_t* src, int, const int*, int step, int n, uint32_t* out) {
     for (int k = 0; k < n; ++k) out[k] = src[static_cast<ptrdiff_t>(k) * step];
 }
@@ -507,6 +532,15 @@ private:
     }
 
     void Gather(const uint32_t* src, int x, int n, uint32_t* out) const {
+        if (!px_.runEnd.empty()) {
+            for (int k = x - px_.lo, end = k + n; k < end;) {
+                const int e = std::min(px_.runEnd[k], end);
+                FillPixels(out, e - k, src[px_.taps[k]]);
+                out += e - k;
+                k = e;
+            }
+            return;
+        }
         const int* idx = px_.taps.data() + (x - px_.lo);
         gather_(src + idx[0], sourceWidth_ - idx[0], idx, px_.step, n, out);
     }
