@@ -130,7 +130,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
         uint32_t v = rop == 0xF0 ? pat.pixel : rop == 0xFF ? mask : 0;
         dc.ForEachClipped(device, [&](const RECT& r) {
             pixelsWritten += static_cast<uint64_t>(r.right - r.left) * static_cast<uint64_t>(r.bottom - r.top);
-            for (int y = r.top; y < r.bottom; ++y) std::fill(t->row(y) + r.left, t->row(y) + r.right, v);
+            for (int y = r.top; y < r.bottom; ++y) FillPixels(t->row(y) + r.left, static_cast<size_t>(r.right - r.left), v);
         });
         return;
     }

@@ -396,24 +396,8 @@ void GatherEven(const uint32_t* src, int, const int*, int, int n, uint32_t* out)
     }
     for (; k < n; ++k) out[k] = src[2 * k];
 }
-// n copies of one pixel, four at a time; the last four may overlap the ones before.
-void FillPixels(uint32_t* out, int n, uint32_t v) {
-    const Quad q = {v, v, v, v};
-    int k = 0;
-    for (; k + 8 <= n; k += 8) {
-        std::memcpy(out + k, &q, sizeof q);
-        std::memcpy(out + k + 4, &q, sizeof q);
-    }
-    if (k + 4 <= n) std::memcpy(out + k, &q, sizeof q), k += 4;
-    if (k < n && n >= 4) {
-        std::memcpy(out + n - 4, &q, sizeof q);  // overlaps pixels already written
-        return;
-    }
-    for (; k < n; ++k) out[k] = v;
-}
-
 // A one-pixel-wide source stretched across: the row is one value.
-void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { FillPixels(out, n, *src); }
+void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { FillPixels(out, static_cast<size_t>(n), *src); }
 void GatherStrided(const uint32_t* src, int, const int*, int step, int n, uint32_t* out) {
     for (int k = 0; k < n; ++k) out[k] = src[static_cast<ptrdiff_t>(k) * step];
 }
@@ -535,7 +519,7 @@ private:
         if (!px_.runEnd.empty()) {
             for (int k = x - px_.lo, end = k + n; k < end;) {
                 const int e = std::min(px_.runEnd[k], end);
-                FillPixels(out, e - k, src[px_.taps[k]]);
+                FillPixels(out, static_cast<size_t>(e - k), src[px_.taps[k]]);
                 out += e - k;
                 k = e;
             }
