@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ListClick.h"
+#include "OffscreenCanvas.h"
 #include "ListRowStore.h"
 #include "Notify.h"
 #include "RowGeometry.h"
@@ -392,7 +393,13 @@ void CListData::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar) {
     CSkinWnd::OnVScroll(nSBCode, nPos, pScrollBar);
 }
 
+zelctl::CanvasStore& CListData::Canvas() {
+    if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
+    return *m_canvas;
+}
+
 void CListData::OnDestroy() {
     KillTimer(kClickTimer);
+    m_canvas.reset();
     CSkinWnd::OnDestroy();
 }

@@ -252,7 +252,7 @@ void CZELListCtrl::OnLButtonUp(UINT nFlags, CPoint point) {
 // ---- painting -------------------------------------------------------------------------------------
 
 void CZELListCtrl::DrawInterface(HDC hdc) {
-    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
     HDC dc = frame.dc();
 
     const zelctl::ThreePieceStyle across{};
