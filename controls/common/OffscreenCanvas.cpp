@@ -48,7 +48,8 @@ OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height, CanvasStore&
         pieces_ = ::CreateCompatibleDC(screen);
         return;
     }
-    if (!store.surface_ || store.width_ != width || store.height_ != height) {
+    const bool reused = store.surface_ && store.width_ == width && store.height_ == height;
+    if (!reused) {
         store.Release();
         store.mem_ = ::CreateCompatibleDC(screen);
         store.pieces_ = ::CreateCompatibleDC(screen);
@@ -68,6 +69,12 @@ OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height, CanvasStore&
     pieces_ = store.pieces_;
     surface_ = store.surface_;
     savedState_ = ::SaveDC(mem_);
+    // The kept pixels are the last paint's, right wherever the window was not invalidated
+    // since: only the part the paint DC may draw on (the update region, for BeginPaint's
+    // DC) needs painting again. A new bitmap is painted whole.
+    RECT box{};
+    if (reused && ::GetClipBox(screen, &box) != ERROR && (box.left > 0 || box.top > 0 || box.right < width || box.bottom < height))
+        ::IntersectClipRect(mem_, box.left, box.top, box.right, box.bottom);
 }
 
 OffscreenCanvas::~OffscreenCanvas() {

@@ -598,9 +598,12 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
         box.right = std::max(box.right, c.right);
         box.bottom = std::max(box.bottom, c.bottom);
     }
-    AxisPlan px = PlanAxis(ax, box.left, box.right, s->width, PickFor(mode, true));
+    // Rows first: a stretch whose rows all lie outside the clip (a row of a list repainted
+    // for another row) plans no columns.
     AxisPlan py = PlanAxis(ay, box.top, box.bottom, s->height, PickFor(mode, false));
-    if (px.Empty() || py.Empty()) return;
+    if (py.Empty()) return;
+    AxisPlan px = PlanAxis(ax, box.left, box.right, s->width, PickFor(mode, true));
+    if (px.Empty()) return;
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
