@@ -17,6 +17,7 @@
 // BLACKONWHITE (monochrome). Filtered pixels are written with a zero top byte.
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -336,6 +337,30 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
     return p;
 }
 
+// The same axis is planned again and again: each row of a list stretches its middle piece
+// over the same columns, a frame's edges over the same rows. The last few plans are kept
+// (per thread), keyed by everything a plan depends on.
+std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
+    struct Entry {
+        Axis a;
+        int clipLo, clipHi, limit;
+        Pick pick;
+        std::shared_ptr<const AxisPlan> plan;
+    };
+    constexpr size_t kKept = 8;
+    thread_local Entry kept[kKept];
+    thread_local size_t next = 0;
+    for (const Entry& e : kept)
+        if (e.plan && e.clipLo == clipLo && e.clipHi == clipHi && e.limit == limit && e.pick == pick &&
+            e.a.dStart == a.dStart && e.a.D == a.D && e.a.dStep == a.dStep && e.a.sStart == a.sStart && e.a.S == a.S &&
+            e.a.sStep == a.sStep)
+            return e.plan;
+    auto plan = std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
+    kept[next] = Entry{a, clipLo, clipHi, limit, pick, plan};
+    next = (next + 1) % kKept;
+    return plan;
+}
+
 // Shrinking modes' choice per axis; enlarging ignores it (except filtering).
 Pick PickFor(int mode, bool horizontal) {
     switch (mode) {
@@ -600,10 +625,11 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
     }
     // Rows first: a stretch whose rows all lie outside the clip (a row of a list repainted
     // for another row) plans no columns.
-    AxisPlan py = PlanAxis(ay, box.top, box.bottom, s->height, PickFor(mode, false));
-    if (py.Empty()) return;
-    AxisPlan px = PlanAxis(ax, box.left, box.right, s->width, PickFor(mode, true));
-    if (px.Empty()) return;
+    const auto rows = PlanAxisCached(ay, box.top, box.bottom, s->height, PickFor(mode, false));
+    if (rows->Empty()) return;
+    const auto columns = PlanAxisCached(ax, box.left, box.right, s->width, PickFor(mode, true));
+    if (columns->Empty()) return;
+    const AxisPlan &px = *columns, &py = *rows;
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;

@@ -153,6 +153,30 @@ TEST_F(Stretch, SourceOutsideItsBitmapContributesNothing) {
     EXPECT_EQ(mirror.at(2, 0), src.at(1, 0));
 }
 
+// Calls with the same rectangles one after the other still sample by their own source
+// size, mode and clip (plans are kept between calls).
+TEST_F(Stretch, RepeatedRectanglesSampleByTheirOwnSourceModeAndClip) {
+    Canvas wide(4, 1), narrow(2, 1);
+    for (int x = 0; x < 4; ++x) wide.at(x, 0) = 0x00F0F0F0u >> x;
+    for (int x = 0; x < 2; ++x) narrow.at(x, 0) = wide.at(x, 0);
+    Canvas a(8, 1), b(8, 1), c(2, 1), d(2, 1), e(8, 1);
+    EXPECT_TRUE(StretchBlt(a.dc(), 0, 0, 8, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(b.dc(), 0, 0, 8, 1, narrow.dc(), 0, 0, 4, 1, SRCCOPY));
+    for (int x = 0; x < 8; ++x) {
+        EXPECT_EQ(a.at(x, 0), wide.at(x / 2, 0)) << x;
+        EXPECT_EQ(b.at(x, 0), x < 4 ? wide.at(x / 2, 0) : kSentinel) << x << ": no source beyond 2";
+    }
+    SetStretchBltMode(c.dc(), COLORONCOLOR);
+    EXPECT_TRUE(StretchBlt(c.dc(), 0, 0, 2, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(d.dc(), 0, 0, 2, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_EQ(c.at(0, 0), wide.at(1, 0)) << "COLORONCOLOR keeps the last column";
+    EXPECT_EQ(d.at(0, 0), wide.at(0, 0) & wide.at(1, 0)) << "BLACKONWHITE ANDs";
+    IntersectClipRect(e.dc(), 2, 0, 5, 1);
+    EXPECT_TRUE(StretchBlt(e.dc(), 0, 0, 8, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_EQ(e.FenceIntact(RECT{2, 0, 5, 1}), "");
+    EXPECT_EQ(e.at(4, 0), wide.at(2, 0));
+}
+
 TEST_F(Stretch, ClipRegionLimitsTheDestination) {
     Canvas src(4, 4), dst(10, 10);
     src.Gradient();
