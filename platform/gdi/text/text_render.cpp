@@ -2,6 +2,7 @@
 #include "gdi/text/text_render.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "gdi/raster.h"
 
@@ -26,6 +27,18 @@ using GlyphBlit = void (*)(PixelBuffer& target, const text::GlyphImage& g, int l
 
 // Monochrome: fill the runs of pixels covered at least half (any surface format).
 void BlitRuns(PixelBuffer& target, const text::GlyphImage& g, int left, int top, const RECT& r, uint32_t pixel) {
+    if (r.left <= left && r.right >= left + g.width) {
+        // The common case, the whole width visible: runs need no clipping, and being a few
+        // pixels long they are written one by one.
+        for (int y = r.top; y < r.bottom; ++y) {
+            uint32_t* row = target.row(y) + left;
+            const uint16_t* run = g.runs.data() + g.rowRuns[y - top];
+            const uint16_t* end = g.runs.data() + g.rowRuns[y - top + 1];
+            for (; run != end; run += 2)
+                for (int x = run[0]; x < run[1]; ++x) row[x] = pixel;
+        }
+        return;
+    }
     for (int y = r.top; y < r.bottom; ++y) {
         uint32_t* row = target.row(y);
         const uint16_t* run = g.runs.data() + g.rowRuns[y - top];
@@ -42,13 +55,26 @@ void BlitBlend(PixelBuffer& target, const text::GlyphImage& g, int left, int top
     for (int y = r.top; y < r.bottom; ++y) {
         uint32_t* dst = target.row(y);
         const uint8_t* cov = g.coverage.data() + static_cast<size_t>(y - top) * g.width - left;
-        for (int x = r.left; x < r.right; ++x) {
-            uint32_t a = cov[x];
+        auto blend = [&](int x) {
+            const uint32_t a = cov[x];
             if (a == 255)
                 dst[x] = pixel;
             else if (a != 0)
                 dst[x] = Mix(pixel, dst[x], a);
+        };
+        int x = r.left;
+        // Eight coverage values at a time: glyph boxes are mostly empty or solid.
+        for (; x + 8 <= r.right; x += 8) {
+            uint64_t eight;
+            std::memcpy(&eight, cov + x, sizeof eight);
+            if (eight == 0) continue;
+            if (eight == ~uint64_t{0}) {
+                for (int k = 0; k < 8; ++k) dst[x + k] = pixel;
+                continue;
+            }
+            for (int k = 0; k < 8; ++k) blend(x + k);
         }
+        for (; x < r.right; ++x) blend(x);
     }
 }
 
