@@ -2,7 +2,6 @@
 #include "gdi/text/text_render.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "gdi/raster.h"
 
@@ -55,26 +54,13 @@ void BlitBlend(PixelBuffer& target, const text::GlyphImage& g, int left, int top
     for (int y = r.top; y < r.bottom; ++y) {
         uint32_t* dst = target.row(y);
         const uint8_t* cov = g.coverage.data() + static_cast<size_t>(y - top) * g.width - left;
-        auto blend = [&](int x) {
-            const uint32_t a = cov[x];
+        for (int x = r.left; x < r.right; ++x) {
+            uint32_t a = cov[x];
             if (a == 255)
                 dst[x] = pixel;
             else if (a != 0)
                 dst[x] = Mix(pixel, dst[x], a);
-        };
-        int x = r.left;
-        // Eight coverage values at a time: glyph boxes are mostly empty or solid.
-        for (; x + 8 <= r.right; x += 8) {
-            uint64_t eight;
-            std::memcpy(&eight, cov + x, sizeof eight);
-            if (eight == 0) continue;
-            if (eight == ~uint64_t{0}) {
-                for (int k = 0; k < 8; ++k) dst[x + k] = pixel;
-                continue;
-            }
-            for (int k = 0; k < 8; ++k) blend(x + k);
         }
-        for (; x < r.right; ++x) blend(x);
     }
 }
 
