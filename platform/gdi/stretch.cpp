@@ -277,9 +277,18 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
     Sampler sampler(a, (from - a.dStart) * a.dStep, ja, jb, pick);
     if (sampler.SingleTap()) {
         // One source pixel per destination pixel: no tap list per pixel. The pixels with a
-        // source still form one run.
-        for (i64 c = from; c < to; ++c, sampler.Step(a.dStep)) {
-            const i64 j = sampler.Single();
+        // source still form one run. An axis of equal extents that does not mirror maps
+        // walk index i to i itself.
+        const bool identity = a.D == a.S && a.dStep == a.sStep;
+        i64 i = (from - a.dStart) * a.dStep;
+        for (i64 c = from; c < to; ++c, i += a.dStep) {
+            i64 j;
+            if (identity) {
+                j = i >= ja && i < jb ? i : -1;
+            } else {
+                j = sampler.Single();
+                sampler.Step(a.dStep);
+            }
             if (j < 0) {
                 if (started) break;
                 continue;

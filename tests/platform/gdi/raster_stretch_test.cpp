@@ -151,6 +151,13 @@ TEST_F(Stretch, SourceOutsideItsBitmapContributesNothing) {
     EXPECT_EQ(mirror.at(0, 0), kSentinel);
     EXPECT_EQ(mirror.at(1, 0), src.at(2, 0));
     EXPECT_EQ(mirror.at(2, 0), src.at(1, 0));
+    // Stretched across only, rows one to one: the row above the source has none.
+    Canvas across(6, 4);
+    EXPECT_TRUE(StretchBlt(across.dc(), 0, 0, 6, 4, src.dc(), 0, -1, 3, 4, SRCCOPY));
+    for (int x = 0; x < 6; ++x) {
+        EXPECT_EQ(across.at(x, 0), kSentinel) << x;
+        for (int y = 1; y < 4; ++y) EXPECT_EQ(across.at(x, y), src.at(x / 2, y - 1)) << x << "," << y;
+    }
 }
 
 // Calls with the same rectangles one after the other still sample by their own source
