@@ -356,6 +356,9 @@ std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int cl
         Pick pick;
         std::shared_ptr<const AxisPlan> plan;
     };
+    // An axis of equal extents plans without sampling: keeping it would only push out the
+    // plans worth keeping (each row of a list has its own).
+    if (a.D == a.S && a.dStep == a.sStep) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
     constexpr size_t kKept = 8;
     thread_local Entry kept[kKept];
     thread_local size_t next = 0;
