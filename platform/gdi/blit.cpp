@@ -155,7 +155,19 @@ bool KeyBlt(HDC hdcDst, int x, int y, int w, int h, HDC hdcSrc, int sx, int sy, 
         for (int row = r.top; row < r.bottom; ++row) {
             const uint32_t* in = s->row(row + dy) + r.left + dx;
             uint32_t* d = t->row(row) + r.left;
-            for (int i = 0; i < n; ++i) d[i] = (in[i] == k ? d[i] : in[i]) & 0x00FFFFFFu;
+            int i = 0;
+            // Four pixels at a time: the key test becomes a lane mask choosing between them.
+            using Quad = uint32_t __attribute__((vector_size(16)));
+            const Quad keys = {k, k, k, k}, low = {0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu};
+            for (; i + 4 <= n; i += 4) {
+                Quad a, b;
+                std::memcpy(&a, in + i, sizeof a);
+                std::memcpy(&b, d + i, sizeof b);
+                const Quad keep = reinterpret_cast<Quad>(a == keys);
+                const Quad out = ((b & keep) | (a & ~keep)) & low;
+                std::memcpy(d + i, &out, sizeof out);
+            }
+            for (; i < n; ++i) d[i] = (in[i] == k ? d[i] : in[i]) & 0x00FFFFFFu;
         }
     }
     return true;
