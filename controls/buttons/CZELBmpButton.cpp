@@ -1,6 +1,8 @@
 #include "CZELBmpButton.h"
 
+#include <algorithm>
 #include <cstring>
+#include <cwchar>
 #include <optional>
 #include <vector>
 
@@ -14,7 +16,20 @@ namespace {
 
 enum Piece { kNormal, kFocus, kDown, kDisable, kPieces };
 
+// Looks kept besides the current one: a two-state key (play / pause) needs one.
+constexpr size_t kKeptLooks = 2;
+
 }  // namespace
+
+struct CZELBmpButton::Look {
+    LookKey key;
+    std::unique_ptr<zelctl::SkinSet> skin;
+    HRGN shape = nullptr;
+    std::vector<std::wstring> lines;
+    ~Look() {
+        if (shape) ::DeleteObject(shape);
+    }
+};
 
 BEGIN_MESSAGE_MAP(CZELBmpButton, CButton)
     ON_WM_KILLFOCUS()
@@ -23,6 +38,7 @@ BEGIN_MESSAGE_MAP(CZELBmpButton, CButton)
     ON_WM_LBUTTONUP()
     ON_WM_MOUSEMOVE()
     ON_WM_PAINT()
+    ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 CZELBmpButton::CZELBmpButton() : m_bPressed(FALSE), m_skin(std::make_unique<zelctl::SkinSet>(kPieces)) {}
@@ -30,6 +46,16 @@ CZELBmpButton::CZELBmpButton() : m_bPressed(FALSE), m_skin(std::make_unique<zelc
 CZELBmpButton::~CZELBmpButton() = default;
 
 void CZELBmpButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, UINT nDisable, HINSTANCE hInst) {
+    const LookKey key{{nNormal, nFocus, nDown, nDisable}, hInst ? hInst : AfxGetResourceHandle()};
+    if (m_hWnd && ::IsWindow(m_hWnd) && (m_currentKey == key || TakeKeptLook(key))) {
+        // The same images and shape as loading them again would give; the debug lines
+        // of the trace are written again all the same.
+        for (const std::wstring& line : m_shapeLines) ::OutputDebugStringW(line.c_str());
+        SetWindowRgn(static_cast<HRGN>(m_rgnShape.m_hObject), TRUE);
+        Invalidate();
+        return;
+    }
+    KeepCurrentLook();
     m_rgnShape.DeleteObject();
     m_rgnShape.CreateRectRgn(0, 0, 0, 0);
     m_skin->ReleaseAll();
@@ -38,9 +64,44 @@ void CZELBmpButton::LoadBitmaps(UINT nNormal, UINT nFocus, UINT nDown, UINT nDis
     if (nFocus) m_skin->LoadIds({nFocus}, hInst, kFocus);
     if (nDown) m_skin->LoadIds({nDown}, hInst, kDown);
     if (nDisable) m_skin->LoadIds({nDisable}, hInst, kDisable);
-    BuildShape();
+    if (BuildShape()) m_currentKey = key;
     // A new region alone repaints only what it uncovers; the new skins need a paint too.
     if (m_hWnd) Invalidate();
+}
+
+void CZELBmpButton::KeepCurrentLook() {
+    if (m_currentKey) {
+        auto look = std::make_unique<Look>();
+        look->key = *m_currentKey;
+        look->skin = std::move(m_skin);
+        look->shape = static_cast<HRGN>(m_rgnShape.Detach());
+        look->lines = std::move(m_shapeLines);
+        m_looks.insert(m_looks.begin(), std::move(look));
+        if (m_looks.size() > kKeptLooks) m_looks.pop_back();
+        m_skin = std::make_unique<zelctl::SkinSet>(kPieces);
+    }
+    m_currentKey.reset();
+    m_shapeLines.clear();
+}
+
+bool CZELBmpButton::TakeKeptLook(const LookKey& key) {
+    auto found = std::find_if(m_looks.begin(), m_looks.end(), [&](const auto& look) { return look->key == key; });
+    if (found == m_looks.end()) return false;
+    std::unique_ptr<Look> look = std::move(*found);
+    m_looks.erase(found);
+    KeepCurrentLook();
+    m_skin = std::move(look->skin);
+    m_rgnShape.DeleteObject();
+    m_rgnShape.Attach(look->shape);
+    look->shape = nullptr;
+    m_shapeLines = std::move(look->lines);
+    m_currentKey = key;
+    return true;
+}
+
+void CZELBmpButton::OnDestroy() {
+    m_looks.clear();
+    CButton::OnDestroy();
 }
 
 namespace {
@@ -75,26 +136,33 @@ private:
 //
 // Intended: the debug lines and the "fjie" box on a missing device context are the
 // device's own output, kept as they are; tests and tools read them.
-void CZELBmpButton::BuildShape() {
-    ::NKDbgPrintfW(L"fjeif\n");
+bool CZELBmpButton::BuildShape() {
+    m_shapeLines.clear();
+    // Each line goes out as the device's NKDbgPrintfW writes it (one debug line, no line
+    // break) and is kept for a reload of the same skins.
+    auto trace = [this](std::wstring line) {
+        ::OutputDebugStringW(line.c_str());
+        m_shapeLines.push_back(std::move(line));
+    };
+    trace(L"fjeif");
     {
         std::optional<CClientDC> windowDC;  // never the screen's DC for a missing window
         if (m_hWnd) windowDC.emplace(this);
         if (!windowDC || !windowDC->m_hDC) {
             AfxMessageBox(L"fjie");
-            return;
+            return false;
         }
-        ::NKDbgPrintfW(L"hDC\n");
+        trace(L"hDC");
         CDC memDC;
         memDC.CreateCompatibleDC(&*windowDC);
-        ::NKDbgPrintfW(L"MemDC\n");
+        trace(L"MemDC");
         const zelctl::SelectGuard select(memDC, (*m_skin)[kNormal]);
         CRect rc;
         GetClientRect(&rc);
         const int width = rc.Width();
         const SkinPixels pixels(memDC);
         const COLORREF key = pixels.At(0, 0);
-        ::NKDbgPrintfW(L"for\n");
+        trace(L"for");
         std::vector<RECT> spans;
         for (int y = 0; y < rc.Height(); ++y) {
             int first = 0;
@@ -103,7 +171,9 @@ void CZELBmpButton::BuildShape() {
             int last = width - 1;
             while (last > first && pixels.At(last, y) == key) --last;
             CRect span(rc.left + first, rc.top + y, rc.left + last + 1, rc.top + y + 1);
-            ::NKDbgPrintfW(L"%d-%d-%d-%d\n", span.left, span.top, span.Width(), span.Height());
+            wchar_t line[64];
+            std::swprintf(line, 64, L"%d-%d-%d-%d", span.left, span.top, span.Width(), span.Height());
+            trace(line);
             spans.push_back(span);
         }
         // All rows join the shape in one region operation.
@@ -119,6 +189,7 @@ void CZELBmpButton::BuildShape() {
     }  // the skin is deselected and both DCs are gone before the window takes the region
     // The window keeps a copy; the handle left here is deleted with the object.
     SetWindowRgn(static_cast<HRGN>(m_rgnShape.m_hObject), TRUE);
+    return true;
 }
 
 HBITMAP CZELBmpButton::ChooseSkin() const {

@@ -7,6 +7,9 @@
 #include <afxwin.h>
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "zelctl_api.h"
 
@@ -38,7 +41,29 @@ protected:
     std::unique_ptr<zelctl::SkinSet> m_skin;
     CRgn m_rgnShape;
 
+    afx_msg void OnDestroy();
+
 private:
-    void BuildShape();
+    // A set of skins loaded before, with the shape and debug lines it gave: a host that
+    // switches between two sets (play and pause) gets the other back without decoding the
+    // images or tracing the shape again.
+    struct Look;
+    struct LookKey {
+        UINT ids[4];
+        HINSTANCE instance;
+        bool operator==(const LookKey&) const = default;
+    };
+
+    // Traces the normal skin's shape into m_rgnShape and gives it to the window; false
+    // (after the device's message box) without a window DC.
+    bool BuildShape();
     HBITMAP ChooseSkin() const;
+    // Keeps what m_skin and m_rgnShape hold as a look to come back to.
+    void KeepCurrentLook();
+    // Makes a kept look current again; false when none matches.
+    bool TakeKeptLook(const LookKey& key);
+
+    std::vector<std::unique_ptr<Look>> m_looks;  // most recently left first
+    std::optional<LookKey> m_currentKey;         // what m_skin holds, when it has a shape
+    std::vector<std::wstring> m_shapeLines;      // the debug lines that shape was traced with
 };

@@ -29,8 +29,60 @@ OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height) : screen_(sc
     if (surface_) oldSurface_ = ::SelectObject(mem_, surface_);
 }
 
+void CanvasStore::Release() {
+    if (oldSurface_) ::SelectObject(mem_, oldSurface_);
+    if (surface_) ::DeleteObject(surface_);
+    if (pieces_) ::DeleteDC(pieces_);
+    if (mem_) ::DeleteDC(mem_);
+    mem_ = pieces_ = nullptr;
+    surface_ = nullptr;
+    oldSurface_ = nullptr;
+    width_ = height_ = 0;
+}
+
+OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height, CanvasStore& store)
+    : screen_(screen), width_(width), height_(height) {
+    if (width <= 0 || height <= 0) {
+        // Nothing to keep: a canvas without a surface, as the plain constructor makes.
+        mem_ = ::CreateCompatibleDC(screen);
+        pieces_ = ::CreateCompatibleDC(screen);
+        return;
+    }
+    const bool reused = store.surface_ && store.width_ == width && store.height_ == height;
+    if (!reused) {
+        store.Release();
+        store.mem_ = ::CreateCompatibleDC(screen);
+        store.pieces_ = ::CreateCompatibleDC(screen);
+        store.surface_ = ::CreateCompatibleBitmap(screen, width, height);
+        if (store.mem_ && store.surface_) store.oldSurface_ = ::SelectObject(store.mem_, store.surface_);
+        if (!store.oldSurface_) {
+            store.Release();
+            mem_ = ::CreateCompatibleDC(screen);
+            pieces_ = ::CreateCompatibleDC(screen);
+            return;
+        }
+        store.width_ = width;
+        store.height_ = height;
+    }
+    stored_ = true;
+    mem_ = store.mem_;
+    pieces_ = store.pieces_;
+    surface_ = store.surface_;
+    savedState_ = ::SaveDC(mem_);
+    // The kept pixels are the last paint's, right wherever the window was not invalidated
+    // since: only the part the paint DC may draw on (the update region, for BeginPaint's
+    // DC) needs painting again. A new bitmap is painted whole.
+    RECT box{};
+    if (reused && ::GetClipBox(screen, &box) != ERROR && (box.left > 0 || box.top > 0 || box.right < width || box.bottom < height))
+        ::IntersectClipRect(mem_, box.left, box.top, box.right, box.bottom);
+}
+
 OffscreenCanvas::~OffscreenCanvas() {
     if (oldPiece_) ::SelectObject(pieces_, oldPiece_);
+    if (stored_) {
+        if (savedState_) ::RestoreDC(mem_, savedState_);
+        return;
+    }
     if (oldSurface_) ::SelectObject(mem_, oldSurface_);
     if (surface_) ::DeleteObject(surface_);
     if (pieces_) ::DeleteDC(pieces_);

@@ -32,11 +32,37 @@ private:
     HGDIOBJ old_;
 };
 
+// A control's canvas kept from one paint to the next: the memory DCs and the bitmap are
+// made by the first paint and reused while the size stays the same, so a repaint neither
+// allocates nor clears a bitmap. The pixels of the last paint stay, so only a control that
+// covers its whole canvas on every paint may keep one. The control releases it on
+// WM_DESTROY (and the destructor does, for a control never created).
+class CanvasStore {
+public:
+    CanvasStore() = default;
+    ~CanvasStore() { Release(); }
+    CanvasStore(const CanvasStore&) = delete;
+    CanvasStore& operator=(const CanvasStore&) = delete;
+
+    void Release();
+
+private:
+    friend class OffscreenCanvas;
+    HDC mem_ = nullptr, pieces_ = nullptr;
+    HBITMAP surface_ = nullptr;
+    HGDIOBJ oldSurface_ = nullptr;
+    int width_ = 0, height_ = 0;
+};
+
 class OffscreenCanvas {
 public:
     // `screen` is the paint DC: the memory bitmap is made compatible with it (a bitmap
     // compatible with a fresh memory DC would be monochrome).
     OffscreenCanvas(HDC screen, int width, int height);
+    // The same on the store's bitmap and DCs (made or remade to this size first). The
+    // memory DC's state (objects, colours, modes, clipping) is put back at the end, so each
+    // paint starts from the same DC as a fresh canvas; the pixels are the last paint's.
+    OffscreenCanvas(HDC screen, int width, int height, CanvasStore& store);
     ~OffscreenCanvas();
     OffscreenCanvas(const OffscreenCanvas&) = delete;
     OffscreenCanvas& operator=(const OffscreenCanvas&) = delete;
@@ -77,6 +103,8 @@ private:
     HDC mem_ = nullptr, pieces_ = nullptr;
     HBITMAP surface_ = nullptr;
     HGDIOBJ oldSurface_ = nullptr, oldPiece_ = nullptr;
+    bool stored_ = false;  // the DCs and bitmap are a CanvasStore's
+    int savedState_ = 0;
 };
 
 }  // namespace zelctl

@@ -1,9 +1,27 @@
 #include "TransparentBlit.h"
 
+#include <zel/gdi_extras.h>
+
 namespace zelctl {
+
+namespace {
+
+// The colours the mask sequence leaves on the destination DC.
+void LeaveMaskColours(HDC dst) {
+    ::SetBkColor(dst, RGB(255, 255, 255));
+    ::SetTextColor(dst, RGB(0, 0, 0));
+}
+
+}  // namespace
 
 void TransparentBlit(HDC dst, int x, int y, int w, int h, HDC src, int sx, int sy, int sw, int sh, COLORREF key) {
     if (!dst || !src || w <= 0 || h <= 0) return;
+    // Unstretched from inside a colour source: the platform's one-pass equivalent of the
+    // mask sequence below.
+    if (w == sw && h == sh && zel::KeyBlt(dst, x, y, w, h, src, sx, sy, key)) {
+        LeaveMaskColours(dst);
+        return;
+    }
     // Scratch colour copy of the destination's size.
     HDC scratch = ::CreateCompatibleDC(dst);
     HBITMAP scratchBmp = ::CreateCompatibleBitmap(dst, w, h);
@@ -12,6 +30,13 @@ void TransparentBlit(HDC dst, int x, int y, int w, int h, HDC src, int sx, int s
         ::BitBlt(scratch, 0, 0, w, h, src, sx, sy, SRCCOPY);
     else
         ::StretchBlt(scratch, 0, 0, w, h, src, sx, sy, sw, sh, SRCCOPY);
+    if (zel::KeyBlt(dst, x, y, w, h, scratch, 0, 0, key)) {
+        LeaveMaskColours(dst);
+        ::SelectObject(scratch, oldScratch);
+        ::DeleteObject(scratchBmp);
+        ::DeleteDC(scratch);
+        return;
+    }
 
     // Colour -> mono compares with the source DC's background: key pixels become 1.
     HDC mask = ::CreateCompatibleDC(dst);

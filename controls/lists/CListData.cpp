@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ListClick.h"
+#include "OffscreenCanvas.h"
 #include "ListRowStore.h"
 #include "Notify.h"
 #include "RowGeometry.h"
@@ -310,6 +311,7 @@ void CListData::LoadScrollBitmap(CString strSkin, CString strReserved) {
 
 void CListData::LoadBkImage(CArray<CString, CString>& paths) {
     DeleteAllObject();
+    m_canvas.reset();  // a new frame: the next paint draws the whole canvas
     if (paths.GetSize() < 4) return;
     for (int i = 0; i < 4; ++i) m_hBkBitmap[i] = zelctl::LoadSkinFile(paths[i]);
 }
@@ -353,8 +355,23 @@ void CListData::OnLButtonDown(UINT nFlags, CPoint point) {
     SetFocus();
     const zelctl::RowGeometry rows{m_rcList, m_nItemHeight, ScrollPos(), m_nItemCount};
     // Without a row height no row is under the point: it counts as below the last row.
+    const int previous = m_nCurSel;
     m_nCurSel = m_nItemHeight > 0 ? rows.RowAtY(point.y) : m_nItemCount;
-    InvalidateRect(nullptr, TRUE);
+    // Only the rows whose look changes: the one left and the one taken (the last row when
+    // the press is below the rows). Every derived list draws a row inside its own band.
+    if (m_nItemHeight > 0) {
+        for (int row : {previous, std::min(m_nCurSel, m_nItemCount - 1)}) {
+            CRect band(rows.RowRect(row));
+            band.IntersectRect(band, m_rcList);
+            CRect client;
+            GetClientRect(&client);
+            band.left = client.left;
+            band.right = client.right;
+            if (!band.IsRectEmpty()) InvalidateRect(band, TRUE);
+        }
+    } else {
+        InvalidateRect(nullptr, TRUE);
+    }
     if (m_nCurSel >= m_nItemCount) {
         m_nCurSel = m_nItemCount - 1;
         KillTimer(kClickTimer);
@@ -392,7 +409,13 @@ void CListData::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar) {
     CSkinWnd::OnVScroll(nSBCode, nPos, pScrollBar);
 }
 
+zelctl::CanvasStore& CListData::Canvas() {
+    if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
+    return *m_canvas;
+}
+
 void CListData::OnDestroy() {
     KillTimer(kClickTimer);
+    m_canvas.reset();
     CSkinWnd::OnDestroy();
 }

@@ -39,6 +39,10 @@ namespace zelctl::lists {
 struct RowStore;  // ListRowStore.h: the row and column operations on a list's members
 }
 
+namespace zelctl {
+class CanvasStore;
+}
+
 class ZELCTL_API CListData : public CSkinWnd {
 public:
     CListData();
@@ -148,6 +152,9 @@ protected:
 
     // The storage operations on the members above.
     zelctl::lists::RowStore Rows();
+    // The canvas kept between paints (the derived lists cover all of it every time);
+    // released on WM_DESTROY.
+    zelctl::CanvasStore& Canvas();
     // Width of the scroll bar window (0 before it exists).
     int ScrollBarWidth() const;
     // Lays the bar along the right edge over the full client height (the lists that keep
@@ -164,4 +171,5 @@ private:
     int FinishInsert(int result, bool wasEmpty, bool update);
 
     std::vector<ListCell*> m_orphans;  // cells cut off their rows, freed at destruction
+    std::unique_ptr<zelctl::CanvasStore> m_canvas;
 };

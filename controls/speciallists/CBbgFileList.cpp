@@ -272,13 +272,39 @@ void CBbgFileList::OnLButtonDown(UINT nFlags, CPoint point) {
         Default();
         return;
     }
-    SetCurSel(row);
+    // The selection and the marks change together; only the rows that look different
+    // are repainted.
+    const int oldCurrent = m_nCurSel;
+    std::vector<int> oldStates;
+    oldStates.reserve(m_items.size());
+    for (const Item& item : m_items) oldStates.push_back(item.nState);
+    m_nCurSel = row;
     for (Item& item : m_items) item.nState = 0;
     m_items[m_nCurSel].nState = 1;
+    InvalidateChangedRows(oldCurrent, oldStates);
     m_nAnchor = m_nDrag = row;
     m_ptAnchor = point;
     m_bDragging = true;
     if (m_bMultiSelect) SetCapture();
+}
+
+void CBbgFileList::InvalidateChangedRows(int oldCurrent, const std::vector<int>& oldStates) {
+    if (m_nItemHeight <= 0) {
+        InvalidateRect(nullptr, TRUE);
+        return;
+    }
+    CRect client;
+    GetClientRect(&client);
+    const int first = ScrollPos();
+    for (int i = 0; i < GetItemCount(); ++i) {
+        const bool changed = (i == oldCurrent) != (i == m_nCurSel) ||
+                             (static_cast<size_t>(i) < oldStates.size() && oldStates[i] != m_items[i].nState);
+        if (!changed) continue;
+        const long long top = m_rcList.top + static_cast<long long>(i - first) * m_nItemHeight;
+        if (top >= client.bottom || top + m_nItemHeight <= client.top) continue;
+        const CRect band(client.left, static_cast<int>(top), client.right, static_cast<int>(top + m_nItemHeight));
+        InvalidateRect(band, TRUE);
+    }
 }
 
 // Sets `state` on the rows from..to in either order. The device's guard (row >= 0 OR
@@ -325,7 +351,8 @@ void CBbgFileList::OnLButtonUp(UINT, CPoint) {
     m_bDragging = false;
     ::ReleaseCapture();
     m_ptAnchor = m_ptDrag = CPoint(0, 0);
-    InvalidateRect(nullptr, FALSE);
+    // Nothing drawn changes on the release: the press and the drag have invalidated the
+    // rows they changed.
     KillTimer(kAutoScrollTimer);
     Default();
 }
@@ -349,6 +376,7 @@ void CBbgFileList::OnLButtonDblClk(UINT, CPoint) {
 
 LRESULT CBbgFileList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ERASEBKGND) return 0;  // the paint covers everything; no flicker
+    if (message == WM_DESTROY) m_frameCanvas.reset(), m_listCanvas.reset();
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
@@ -358,18 +386,40 @@ void CBbgFileList::OnPaint() {
     CPaintDC paint(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas frame(paint.GetSafeHdc(), client.Width(), client.Height());
+    // With a background under the whole window both canvases are covered on every paint
+    // and may be kept (the list canvas lies over the whole client, so both take the
+    // paint's clip); otherwise the rows are drawn over a new bitmap's black.
+    const HBITMAP background = (*m_skin)[kBackground];
+    CRect onScreen;
+    GetWindowRect(&onScreen);
+    const SIZE backSize = zelctl::BitmapSize(background);
+    const bool covered = background && onScreen.left >= 0 && onScreen.top >= 0 && onScreen.right <= backSize.cx &&
+                         onScreen.bottom <= backSize.cy;
+    if (covered && !m_frameCanvas) {
+        m_frameCanvas = std::make_unique<zelctl::CanvasStore>();
+        m_listCanvas = std::make_unique<zelctl::CanvasStore>();
+    } else if (!covered) {
+        m_frameCanvas.reset();
+        m_listCanvas.reset();
+    }
+    auto canvas = [&](std::unique_ptr<zelctl::CanvasStore>& store, int w, int h) {
+        return store ? std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), w, h, *store)
+                     : std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), w, h);
+    };
+    const auto framePtr = canvas(m_frameCanvas, client.Width(), client.Height());
+    zelctl::OffscreenCanvas& frame = *framePtr;
     ::SetBkMode(frame.dc(), TRANSPARENT);
     // From here on the rows cover the whole client.
     m_rcList = client;
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    zelctl::OffscreenCanvas list(paint.GetSafeHdc(), listW, listH);
+    const auto listPtr = canvas(m_listCanvas, listW, listH);
+    zelctl::OffscreenCanvas& list = *listPtr;
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     ::SetBkColor(dc, RGB(0, 0, 0));
     zelctl::SelectGuard rowFont(dc, m_fontRow->get());
     ::SetTextColor(dc, m_clrText);
-    if (HBITMAP back = (*m_skin)[kBackground]) {
+    if (HBITMAP back = background) {
         // A bitmap is selected into one DC at a time: the frame takes the piece and hands
         // the same pixels on to the list surface (both cover the client).
         frame.ScreenPiece(back, m_hWnd);

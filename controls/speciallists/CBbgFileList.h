@@ -41,6 +41,7 @@ class CZELScrollbar;
 namespace zelctl {
 class SkinSet;
 class OwnedFont;
+class CanvasStore;
 }  // namespace zelctl
 
 class ZELCTL_API CBbgFileList : public CWnd {
@@ -142,4 +143,11 @@ private:
     bool HasBar() const;
     void MarkSpan(int from, int to, int state);
     void PlaceBarAtRightEdge();
+    // Invalidates the band of each row whose look differs between the two selections and
+    // mark lists.
+    void InvalidateChangedRows(int oldCurrent, const std::vector<int>& oldStates);
+
+    // The two canvases kept between paints while a background covers them; released on
+    // WM_DESTROY.
+    std::unique_ptr<zelctl::CanvasStore> m_frameCanvas, m_listCanvas;
 };

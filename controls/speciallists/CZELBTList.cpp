@@ -85,7 +85,7 @@ void CZELBTList::UpdataScrollBar() {
 }
 
 void CZELBTList::DrawInterface(HDC hdc) {
-    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
     const CRect& client = frame.client();
     HDC dc = frame.dc();
     m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);

@@ -252,7 +252,7 @@ void CZELListCtrl::OnLButtonUp(UINT nFlags, CPoint point) {
 // ---- painting -------------------------------------------------------------------------------------
 
 void CZELListCtrl::DrawInterface(HDC hdc) {
-    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
     HDC dc = frame.dc();
 
     const zelctl::ThreePieceStyle across{};
@@ -291,9 +291,10 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
         if (current) m_rcClick = row;
         zelctl::PaintThreePiece(frame, row, {skin[base], skin[base + 1], skin[base + 2]}, across);
         ::SetTextColor(dc, current ? kCurrentText : kText);
-        // The texts are clipped at the row's bottom (a cut last row) and the list's right.
-        const HRGN clip = ::CreateRectRgnIndirect(&row);
-        ::SelectClipRgn(dc, clip);
+        // The texts are clipped at the row's bottom (a cut last row) and the list's right,
+        // within whatever clip the canvas has (the part being repainted).
+        const int unclipped = ::SaveDC(dc);
+        ::IntersectClipRect(dc, row.left, row.top, row.right, row.bottom);
         long long left = m_rcList.left;
         int c = 0;
         const ListColumn* column = m_pColumns;
@@ -310,8 +311,7 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
             ::DrawTextW(dc, s, s.GetLength(), &text,
                         sl::kCentredLine | AlignmentOf(c < static_cast<int>(m_formats.size()) ? m_formats[c] : 0));
         }
-        ::SelectClipRgn(dc, nullptr);
-        ::DeleteObject(clip);
+        ::RestoreDC(dc, unclipped);
         y += m_nItemHeight;
     }
     ::SelectObject(dc, oldFont);

@@ -100,7 +100,7 @@ void CZELPlayList::UpdataScrollBar() {
 }
 
 void CZELPlayList::DrawInterface(HDC hdc) {
-    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
     HDC dc = frame.dc();
 
     CString count;

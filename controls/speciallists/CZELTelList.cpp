@@ -100,7 +100,7 @@ const CZELTelList::ImageSet* CZELTelList::SetOfRow(int image) const {
 }
 
 void CZELTelList::DrawInterface(HDC hdc) {
-    sl::ListFrame frame(*this, hdc, m_hBkBitmap);
+    sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
     const CRect& client = frame.client();
     HDC dc = frame.dc();
     m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);

@@ -56,8 +56,8 @@ CRect ListFrame::ClientOf(CWnd& list) {
     return client;
 }
 
-ListFrame::ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4])
-    : OffscreenCanvas(screen, client.Width(), client.Height()), client_(client) {
+ListFrame::ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4], CanvasStore& store)
+    : OffscreenCanvas(screen, client.Width(), client.Height(), store), client_(client) {
     ::SetBkMode(dc(), TRANSPARENT);
     PaintListFrame(dc(), client_, images);
 }

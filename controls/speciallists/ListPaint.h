@@ -33,14 +33,16 @@ void KeyedPart(HDC dst, int x, int y, int w, int h, HBITMAP src, int sx, int sy,
 bool PaintListFrame(HDC dst, const RECT& client, const HBITMAP (&images)[4]);
 
 // The canvas every special list paints its rows on: the client size, text drawn
-// transparent, the list's frame (PaintListFrame) already in place.
+// transparent, the list's frame (PaintListFrame) already in place. It lives in the list's
+// store: the frame covers the whole canvas each time.
 class ListFrame : public OffscreenCanvas {
 public:
-    ListFrame(CWnd& list, HDC screen, const HBITMAP (&images)[4]) : ListFrame(ClientOf(list), screen, images) {}
+    ListFrame(CWnd& list, HDC screen, const HBITMAP (&images)[4], CanvasStore& store)
+        : ListFrame(ClientOf(list), screen, images, store) {}
     const CRect& client() const { return client_; }
 
 private:
-    ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4]);
+    ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4], CanvasStore& store);
     static CRect ClientOf(CWnd& list);
     CRect client_;
 };

@@ -5,6 +5,7 @@
 
 #include "gdi/raster.h"
 #include "gdi/row_copy.h"
+#include "zel/gdi_extras.h"
 
 namespace zel::gdi {
 
@@ -125,6 +126,54 @@ using namespace zel::gdi;
 namespace {
 constexpr int64_t kFarOffset = int64_t{1} << 29;
 }  // namespace
+
+namespace zel {
+
+bool KeyBlt(HDC hdcDst, int x, int y, int w, int h, HDC hdcSrc, int sx, int sy, COLORREF key) {
+    DC* dst = LookupDC(hdcDst);
+    DC* src = LookupDC(hdcSrc);
+    if (!dst || !src || w <= 0 || h <= 0) return false;
+    const PixelBuffer* shape = dst->TargetShape();
+    const PixelBuffer* s = src->TargetShape();
+    if (!shape || !s || shape->mono() || s->mono()) return false;
+    const int64_t sl = int64_t{sx} + src->origin.x, st = int64_t{sy} + src->origin.y;
+    if (sl < 0 || st < 0 || sl + w > s->width || st + h > s->height) return false;
+    const int64_t dl = int64_t{x} + dst->origin.x, dt = int64_t{y} + dst->origin.y;
+    if (std::abs(sl - dl) > kFarOffset || std::abs(st - dt) > kFarOffset) return false;
+    const int dx = static_cast<int>(sl - dl), dy = static_cast<int>(st - dt);
+    const RECT device = DeviceRect(*dst, x, y, int64_t{x} + w, int64_t{y} + h);
+    // The destination first: on a bitmap still reading a cached image it gets its own copy.
+    PixelBuffer* t = dst->Target();
+    s = src->Source();
+    if (!t || !s || t == s) return false;
+    const uint32_t k = ColorToPixel32(key & 0xFFFFFF);
+    for (const RECT& c : dst->ClipRects()) {
+        const RECT r = Intersect(c, device);
+        if (Empty(r)) continue;
+        const int n = r.right - r.left;
+        pixelsWritten += static_cast<uint64_t>(n) * static_cast<uint64_t>(r.bottom - r.top);
+        for (int row = r.top; row < r.bottom; ++row) {
+            const uint32_t* in = s->row(row + dy) + r.left + dx;
+            uint32_t* d = t->row(row) + r.left;
+            int i = 0;
+            // Four pixels at a time: the key test becomes a lane mask choosing between them.
+            using Quad = uint32_t __attribute__((vector_size(16)));
+            const Quad keys = {k, k, k, k}, low = {0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu};
+            for (; i + 4 <= n; i += 4) {
+                Quad a, b;
+                std::memcpy(&a, in + i, sizeof a);
+                std::memcpy(&b, d + i, sizeof b);
+                const Quad keep = reinterpret_cast<Quad>(a == keys);
+                const Quad out = ((b & keep) | (a & ~keep)) & low;
+                std::memcpy(d + i, &out, sizeof out);
+            }
+            for (; i < n; ++i) d[i] = (in[i] == k ? d[i] : in[i]) & 0x00FFFFFFu;
+        }
+    }
+    return true;
+}
+
+}  // namespace zel
 
 extern "C" {
 

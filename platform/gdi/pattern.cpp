@@ -61,13 +61,25 @@ bool IsFillRop(uint8_t rop) { return rop == 0x00 || rop == 0xFF || rop == 0xF0; 
 
 void PatternSource::Span(int x, int y, int n, uint32_t* out) const {
     const uint32_t* row = pattern->row(Mod(y - org.y, pattern->height));
-    int px = Mod(x - org.x, pattern->width);
-    while (n > 0) {
-        int run = std::min(n, pattern->width - px);
-        std::memcpy(out, row + px, static_cast<size_t>(run) * sizeof *out);
-        out += run;
-        n -= run;
-        px = 0;
+    const int width = pattern->width;
+    if (width == 1) {  // a one-column tile: the row is one value
+        if (n > 0) FillPixels(out, static_cast<size_t>(n), row[0]);
+        return;
+    }
+    const int px = Mod(x - org.x, width);
+    const int head = std::min(n, width - px);
+    if (head > 0) std::memcpy(out, row + px, static_cast<size_t>(head) * sizeof *out);
+    out += head;
+    n -= head;
+    if (n <= 0) return;
+    // Whole periods from here: one from the tile, then ever longer copies of what is
+    // already written (a narrow tile would otherwise cost one copy per period).
+    int done = std::min(n, width);
+    std::memcpy(out, row, static_cast<size_t>(done) * sizeof *out);
+    while (done < n) {
+        const int chunk = std::min(done, n - done);
+        std::memcpy(out + done, out, static_cast<size_t>(chunk) * sizeof *out);
+        done += chunk;
     }
 }
 
@@ -130,7 +142,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
         uint32_t v = rop == 0xF0 ? pat.pixel : rop == 0xFF ? mask : 0;
         dc.ForEachClipped(device, [&](const RECT& r) {
             pixelsWritten += static_cast<uint64_t>(r.right - r.left) * static_cast<uint64_t>(r.bottom - r.top);
-            for (int y = r.top; y < r.bottom; ++y) std::fill(t->row(y) + r.left, t->row(y) + r.right, v);
+            for (int y = r.top; y < r.bottom; ++y) FillPixels(t->row(y) + r.left, static_cast<size_t>(r.right - r.left), v);
         });
         return;
     }
@@ -141,7 +153,9 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
         pixelsWritten += static_cast<uint64_t>(n) * static_cast<uint64_t>(r.bottom - r.top);
         for (int y = r.top; y < r.bottom; ++y) {
             uint32_t* d = t->row(y) + r.left;
-            if (pat.kind == PatternSource::kPattern) {
+            if (pat.kind == PatternSource::kPattern && rop == 0xF0 && mask == 0xFFFFFFFFu) {
+                pat.Span(r.left, y, n, d);  // PATCOPY on colour: the pattern itself
+            } else if (pat.kind == PatternSource::kPattern) {
                 pat.Span(r.left, y, n, patRow.data());
                 k.pattern(d, d, patRow.data(), n, mask);
             } else {

@@ -1,5 +1,5 @@
 // The one copy of pixel rows that do not overlap, used by every blit, stretch and
-// conversion that moves whole rows.
+// conversion that moves whole rows; and the one fill of a row with one pixel value.
 #pragma once
 
 #include <cstddef>
@@ -27,6 +27,24 @@ inline void CopyPixels(uint32_t* d, const uint32_t* s, size_t n) {
         std::memcpy(d, s, bytes);
     else
         detail::wideRowCopy(d, s, bytes);
+}
+
+// Writes n copies of v from d, four at a time (the compiler leaves a plain loop scalar);
+// the last four may overlap the ones before.
+inline void FillPixels(uint32_t* d, size_t n, uint32_t v) {
+    using Quad = uint32_t __attribute__((vector_size(16)));
+    const Quad q = {v, v, v, v};
+    size_t k = 0;
+    for (; k + 8 <= n; k += 8) {
+        std::memcpy(d + k, &q, sizeof q);
+        std::memcpy(d + k + 4, &q, sizeof q);
+    }
+    if (k + 4 <= n) std::memcpy(d + k, &q, sizeof q), k += 4;
+    if (k < n && n >= 4) {
+        std::memcpy(d + n - 4, &q, sizeof q);
+        return;
+    }
+    for (; k < n; ++k) d[k] = v;
 }
 
 }  // namespace zel::gdi

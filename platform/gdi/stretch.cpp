@@ -17,6 +17,7 @@
 // BLACKONWHITE (monochrome). Filtered pixels are written with a zero top byte.
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #if defined(__x86_64__) || defined(__i386__)
@@ -165,6 +166,23 @@ public:
         }
     }
 
+    // Whether every destination pixel takes at most one source pixel (nearest sampling,
+    // or a shrink keeping one pixel of each group); then Single() gives it.
+    bool SingleTap() const {
+        return enlarge_ ? pick_ != Pick::kFilter : pick_ == Pick::kFirst || pick_ == Pick::kLast;
+    }
+    // The one source walk index of the current destination pixel, or -1 when none lies
+    // inside the source surface.
+    i64 Single() const {
+        if (enlarge_) {
+            const i64 j = centre_.q() - 1;
+            return Inside(j) ? j : -1;
+        }
+        const i64 glo = std::max(groupLo_.q() + 1, ja_), ghi = std::min(groupHi_.q() + 1, jb_);
+        if (glo >= ghi) return -1;
+        return pick_ == Pick::kFirst ? glo : ghi - 1;
+    }
+
     void Step(int direction) {
         i_ += direction;
         if (enlarge_) {
@@ -230,6 +248,11 @@ struct AxisPlan {
     bool single = true;  // one tap per destination pixel: taps[c - lo] is it
     int step = 0;        // single taps advancing by this many source pixels each (0: irregular)
     int minTap = 0, maxTap = -1;
+    bool constant = false;  // single taps that are all the same source pixel
+    // Single taps repeating each source pixel four times or more on average (a narrow skin
+    // piece stretched across): for each destination pixel, the end of its run of equal
+    // taps, so rows are filled run by run. Empty otherwise.
+    std::vector<int> runEnd;
 
     bool Empty() const { return lo >= hi; }
 };
@@ -252,6 +275,34 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
     std::vector<Tap> cur;
     bool started = false;
     Sampler sampler(a, (from - a.dStart) * a.dStep, ja, jb, pick);
+    if (sampler.SingleTap()) {
+        // One source pixel per destination pixel: no tap list per pixel. The pixels with a
+        // source still form one run. An axis of equal extents that does not mirror maps
+        // walk index i to i itself.
+        const bool identity = a.D == a.S && a.dStep == a.sStep;
+        i64 i = (from - a.dStart) * a.dStep;
+        for (i64 c = from; c < to; ++c, i += a.dStep) {
+            i64 j;
+            if (identity) {
+                j = i >= ja && i < jb ? i : -1;
+            } else {
+                j = sampler.Single();
+                sampler.Step(a.dStep);
+            }
+            if (j < 0) {
+                if (started) break;
+                continue;
+            }
+            if (!started) {
+                started = true;
+                p.lo = static_cast<int>(c);
+            }
+            p.taps.push_back(static_cast<int>(a.sStart + a.sStep * j));
+            p.hi = static_cast<int>(c) + 1;
+        }
+        p.first.resize(p.taps.size() + (started ? 1 : 0));
+        for (size_t k = 0; k < p.first.size(); ++k) p.first[k] = static_cast<int>(k);
+    } else {
     for (i64 c = from; c < to; ++c, sampler.Step(a.dStep)) {
         cur.clear();
         sampler.Taps(cur);
@@ -274,10 +325,17 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         p.hi = static_cast<int>(c) + 1;
         if (cur.size() != 1) p.single = false;
     }
+    }
     if (!p.taps.empty()) {
         auto [lo, hi] = std::minmax_element(p.taps.begin(), p.taps.end());
         p.minTap = *lo;
         p.maxTap = *hi;
+    }
+    p.constant = p.single && !p.taps.empty() && p.minTap == p.maxTap;
+    if (p.single && !p.constant && a.D >= 4 * a.S) {
+        p.runEnd.resize(p.taps.size());
+        for (size_t k = p.taps.size(); k-- > 0;)
+            p.runEnd[k] = k + 1 < p.taps.size() && p.taps[k + 1] == p.taps[k] ? p.runEnd[k + 1] : static_cast<int>(k) + 1;
     }
     if (p.single && p.taps.size() > 1) {
         int step = p.taps[1] - p.taps[0];
@@ -286,6 +344,33 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         p.step = std::max(step, 0);
     }
     return p;
+}
+
+// The same axis is planned again and again: each row of a list stretches its middle piece
+// over the same columns, a frame's edges over the same rows. The last few plans are kept
+// (per thread), keyed by everything a plan depends on.
+std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
+    struct Entry {
+        Axis a;
+        int clipLo, clipHi, limit;
+        Pick pick;
+        std::shared_ptr<const AxisPlan> plan;
+    };
+    // An axis of equal extents plans without sampling: keeping it would only push out the
+    // plans worth keeping (each row of a list has its own).
+    if (a.D == a.S && a.dStep == a.sStep) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
+    constexpr size_t kKept = 8;
+    thread_local Entry kept[kKept];
+    thread_local size_t next = 0;
+    for (const Entry& e : kept)
+        if (e.plan && e.clipLo == clipLo && e.clipHi == clipHi && e.limit == limit && e.pick == pick &&
+            e.a.dStart == a.dStart && e.a.D == a.D && e.a.dStep == a.dStep && e.a.sStart == a.sStart && e.a.S == a.S &&
+            e.a.sStep == a.sStep)
+            return e.plan;
+    auto plan = std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
+    kept[next] = Entry{a, clipLo, clipHi, limit, pick, plan};
+    next = (next + 1) % kKept;
+    return plan;
 }
 
 // Shrinking modes' choice per axis; enlarging ignores it (except filtering).
@@ -348,6 +433,8 @@ void GatherEven(const uint32_t* src, int, const int*, int, int n, uint32_t* out)
     }
     for (; k < n; ++k) out[k] = src[2 * k];
 }
+// A one-pixel-wide source stretched across: the row is one value.
+void GatherFill(const uint32_t* src, int, const int*, int, int n, uint32_t* out) { FillPixels(out, static_cast<size_t>(n), *src); }
 void GatherStrided(const uint32_t* src, int, const int*, int step, int n, uint32_t* out) {
     for (int k = 0; k < n; ++k) out[k] = src[static_cast<ptrdiff_t>(k) * step];
 }
@@ -391,6 +478,7 @@ GatherFn TableGather() { return &GatherTable; }
 
 // The sampling routine for a plan, chosen once per call.
 GatherFn GatherFor(const AxisPlan& px) {
+    if (px.constant) return &GatherFill;
     switch (px.step) {
         case 0: return TableGather();
         case 1: return &GatherRun;
@@ -465,6 +553,15 @@ private:
     }
 
     void Gather(const uint32_t* src, int x, int n, uint32_t* out) const {
+        if (!px_.runEnd.empty()) {
+            for (int k = x - px_.lo, end = k + n; k < end;) {
+                const int e = std::min(px_.runEnd[k], end);
+                FillPixels(out, static_cast<size_t>(e - k), src[px_.taps[k]]);
+                out += e - k;
+                k = e;
+            }
+            return;
+        }
         const int* idx = px_.taps.data() + (x - px_.lo);
         gather_(src + idx[0], sourceWidth_ - idx[0], idx, px_.step, n, out);
     }
@@ -538,9 +635,13 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
         box.right = std::max(box.right, c.right);
         box.bottom = std::max(box.bottom, c.bottom);
     }
-    AxisPlan px = PlanAxis(ax, box.left, box.right, s->width, PickFor(mode, true));
-    AxisPlan py = PlanAxis(ay, box.top, box.bottom, s->height, PickFor(mode, false));
-    if (px.Empty() || py.Empty()) return;
+    // Rows first: a stretch whose rows all lie outside the clip (a row of a list repainted
+    // for another row) plans no columns.
+    const auto rows = PlanAxisCached(ay, box.top, box.bottom, s->height, PickFor(mode, false));
+    if (rows->Empty()) return;
+    const auto columns = PlanAxisCached(ax, box.left, box.right, s->width, PickFor(mode, true));
+    if (columns->Empty()) return;
+    const AxisPlan &px = *columns, &py = *rows;
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
@@ -548,9 +649,11 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
     PixelBuffer* t = dst.Target();
     s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
-    // when the scales differ.
+    // when the scales differ. Pixels read and pixels written that share no column (a skin's
+    // edge column stretched across the middle) or no row need none.
     PixelBuffer snapshot;
-    if (t == s) snapshot = *s, s = &snapshot;
+    const bool apart = px.maxTap < px.lo || px.minTap >= px.hi || py.maxTap < py.lo || py.minTap >= py.hi;
+    if (t == s && !apart) snapshot = *s, s = &snapshot;
     RowConverter conv(dst, *t, src, *s);
     Stretcher(dst, *t, *s, conv, px, py, mode, applier, rop == 0xCC).Run();
 }

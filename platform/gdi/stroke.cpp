@@ -60,6 +60,8 @@ void CosmeticSegment(DC& dc, PixelBuffer& t, const PenSource& pen, POINT a, POIN
     const int dashLen = pen.dashes.empty() ? 0 : DashLength(pen.dashes);
     const uint32_t mask = t.mask();
     auto minorAt = [&](int64_t i) { return minor0 + CeilDiv(2 * i * dMinor - n, 2 * n); };
+    const bool plain = dashLen == 0 && pen.rop2 == R2_COPYPEN;
+    const uint32_t solid = pen.pixel & mask;
     for (const RECT& c : dc.ClipRects()) {
         const int64_t lo = xMajor ? c.left : c.top, hi = xMajor ? c.right : c.bottom;
         const int64_t minorLo = xMajor ? c.top : c.left, minorHi = xMajor ? c.bottom : c.right;
@@ -77,6 +79,17 @@ void CosmeticSegment(DC& dc, PixelBuffer& t, const PenSource& pen, POINT a, POIN
         }
         if (i0 >= i1) continue;
         pixelsWritten += static_cast<uint64_t>(i1 - i0);
+        if (plain && dMinor == 0) {
+            // A solid copy-pen line along a row or a column: no stepping, no ROP.
+            const int64_t first = major0 + step * i0, last = major0 + step * (i1 - 1);
+            const int64_t from = std::min(first, last), count = i1 - i0;
+            if (xMajor) {
+                FillPixels(t.row(static_cast<int>(minor0)) + from, static_cast<size_t>(count), solid);
+            } else {
+                for (int64_t y = from; y < from + count; ++y) t.row(static_cast<int>(y))[minor0] = solid;
+            }
+            continue;
+        }
         // minor = minor0 + q with q = ceil(num / 2n), num = 2 i dMinor - n; rem = num - 2n q
         // stays in (-2n, 0], and q moves by at most one a step since |dMinor| <= n.
         const int64_t den = 2 * n, num0 = 2 * i0 * dMinor - n;

@@ -26,6 +26,18 @@ using GlyphBlit = void (*)(PixelBuffer& target, const text::GlyphImage& g, int l
 
 // Monochrome: fill the runs of pixels covered at least half (any surface format).
 void BlitRuns(PixelBuffer& target, const text::GlyphImage& g, int left, int top, const RECT& r, uint32_t pixel) {
+    if (r.left <= left && r.right >= left + g.width) {
+        // The common case, the whole width visible: runs need no clipping, and being a few
+        // pixels long they are written one by one.
+        for (int y = r.top; y < r.bottom; ++y) {
+            uint32_t* row = target.row(y) + left;
+            const uint16_t* run = g.runs.data() + g.rowRuns[y - top];
+            const uint16_t* end = g.runs.data() + g.rowRuns[y - top + 1];
+            for (; run != end; run += 2)
+                for (int x = run[0]; x < run[1]; ++x) row[x] = pixel;
+        }
+        return;
+    }
     for (int y = r.top; y < r.bottom; ++y) {
         uint32_t* row = target.row(y);
         const uint16_t* run = g.runs.data() + g.rowRuns[y - top];

@@ -15,4 +15,13 @@ ZEL_API GdiCounts LiveGdiObjects();
 // Writes a bitmap as .png or .bmp (chosen by the extension). FALSE on failure.
 ZEL_API bool SaveBitmap(HBITMAP bitmap, const char* path);
 
+// In one pass, what the classic transparent blit gives with a monochrome mask (source ==
+// key -> 1, then SRCAND of the mask and SRCPAINT of the masked source onto the
+// destination): over (x, y, w, h) of `dst`, inside its clip, each source pixel of (sx, sy)
+// that is not exactly `key` replaces the destination pixel, and every pixel of the
+// rectangle, replaced or kept, has its top byte cleared. Only for colour surfaces, two
+// different ones, with the source rectangle inside the source: false (nothing drawn)
+// otherwise, and the caller falls back to the mask.
+ZEL_API bool KeyBlt(HDC dst, int x, int y, int w, int h, HDC src, int sx, int sy, COLORREF key);
+
 }  // namespace zel

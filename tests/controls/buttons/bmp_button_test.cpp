@@ -183,6 +183,55 @@ TEST_F(BmpButton, ShapeBuilderWritesItsDebugLines) {
     EXPECT_EQ(lines, expected);
 }
 
+// A host switching between skin sets (a play / pause key) gets each set back as it first
+// loaded it: the same shape, pixels and debug lines, without new bitmaps; the sets kept
+// aside go with the window.
+TEST_F(BmpButton, SwitchingBackToASetLoadedBeforeGivesItAsItWas) {
+    auto button = Make();
+    const HWND hwnd = button->m_hWnd;
+    struct Seen {
+        std::vector<std::wstring> lines;
+        bool inShape[2];  // (15, 15) and (2, 2): the square face's corner, the disc's outside
+        COLORREF shown;
+    };
+    auto load = [&](UINT normal) {
+        Seen seen{};
+        zel::SetDebugSink([&](const std::wstring& line) { seen.lines.push_back(line); });
+        button->LoadBitmaps(normal, kFocus, kDown, 0, module);
+        zel::SetDebugSink(nullptr);
+        desktop.RunUntilIdle();
+        CRgn shape;
+        shape.CreateRectRgn(0, 0, 0, 0);
+        button->GetWindowRgn(shape);
+        seen.inShape[0] = shape.PtInRegion(15, 15) != FALSE;
+        seen.inShape[1] = shape.PtInRegion(2, 2) != FALSE;
+        seen.shown = ShownAt(hwnd, 30, 12);
+        return seen;
+    };
+    const int none = zel::LiveGdiObjects().bitmaps;
+    const Seen square = load(kNormal);
+    const int one = zel::LiveGdiObjects().bitmaps;
+    const Seen round = load(kRound);
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps - none, 2 * (one - none)) << "both sets stay loaded";
+    EXPECT_TRUE(square.inShape[0] && !square.inShape[1]);
+    EXPECT_NE(square.lines, round.lines);
+    for (int toggle = 0; toggle < 3; ++toggle) {
+        const zel::GdiCounts before = zel::LiveGdiObjects();
+        for (const Seen* expected : {&square, &round}) {
+            const Seen again = load(expected == &square ? kNormal : kRound);
+            EXPECT_EQ(again.lines, expected->lines) << toggle;
+            EXPECT_EQ(again.inShape[0], expected->inShape[0]) << toggle;
+            EXPECT_EQ(again.inShape[1], expected->inShape[1]) << toggle;
+            EXPECT_EQ(again.shown, expected->shown) << toggle;
+        }
+        EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+    }
+    load(kBlank);  // a third set: all three kept
+    const zel::GdiCounts kept = zel::LiveGdiObjects();
+    button->DestroyWindow();
+    EXPECT_LT(zel::LiveGdiObjects().bitmaps, kept.bitmaps) << "the sets kept aside go with the window";
+}
+
 TEST_F(BmpButton, LoadingBeforeTheWindowExistsShowsTheMessageAndKeepsTheSkins) {
     zel::ClearMessageBoxes();
     auto button = std::make_unique<CZELBmpButton>();

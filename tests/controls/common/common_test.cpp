@@ -227,6 +227,40 @@ TEST_F(SkinSetTest, ThreePieceFramesLayCapsAndMiddleAlongTheirAxis) {
     ReleaseDC(nullptr, screen);
 }
 
+// A stored canvas: the same bitmap while the size holds (no object made), a new one for a
+// new size, the DC's state put back after each paint, every object gone with Release.
+TEST_F(SkinSetTest, AStoredCanvasIsReusedWhileTheSizeHolds) {
+    TargetDC screen(8, 8, RGB(1, 2, 3));
+    const zel::GdiCounts empty = zel::LiveGdiObjects();
+    zelctl::CanvasStore store;
+    struct Paint {
+        int w, h;
+        bool reused;
+    } paints[] = {{4, 3, false}, {4, 3, true}, {5, 3, false}, {0, 3, false}, {5, 3, true}};  // an empty one keeps it
+    COLORREF last = RGB(0, 0, 0);
+    for (const Paint& p : paints) {
+        const zel::GdiCounts before = zel::LiveGdiObjects();
+        zelctl::OffscreenCanvas canvas(screen, p.w, p.h, store);
+        if (p.w > 0)
+            EXPECT_EQ(GetPixel(canvas.dc(), 0, 0), p.reused ? last : RGB(0, 0, 0))
+                << p.w << "x" << p.h << ": the last paint's pixels, or a new bitmap's";
+        if (p.reused) EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+        EXPECT_EQ(GetTextColor(canvas.dc()), RGB(0, 0, 0)) << "each paint starts from a default DC";
+        EXPECT_EQ(GetBkMode(canvas.dc()), OPAQUE);
+        SetTextColor(canvas.dc(), RGB(9, 9, 9));
+        SetBkMode(canvas.dc(), TRANSPARENT);
+        if (p.w > 0) last = RGB(0, 90, p.w);
+        canvas.Fill(RECT{0, 0, p.w, p.h}, last);
+        canvas.Present();
+    }
+    EXPECT_EQ(GetPixel(screen, 4, 2), RGB(0, 90, 5));
+    store.Release();
+    store.Release();  // twice is harmless
+    const zel::GdiCounts after = zel::LiveGdiObjects();
+    EXPECT_EQ(after.bitmaps, empty.bitmaps);
+    EXPECT_EQ(after.dcs, empty.dcs);
+}
+
 // ---- notifications --------------------------------------------------------------------------
 
 class NotifyTest : public zel::test::LeakChecked {

@@ -228,6 +228,34 @@ TEST_F(FileListTest, AHundredThousandRows) {
     EXPECT_TRUE(InkInBand(l.m_hWnd, kSelRow, 120, 30)) << "the last row at the bottom";
 }
 
+// A tap repaints the bands of the rows whose look changes (the current row left and
+// taken, marks cleared), and nothing on the release; the list then looks as a whole
+// repaint draws it.
+TEST_F(FileListTest, ATapRepaintsOnlyTheRowsItChanges) {
+    struct Case {
+        int first, second, top, bottom;  // tapped rows; expected update band in rows
+    } cases[] = {{1, 3, 1, 4}, {0, 0, 0, 0}, {2, 1, 1, 3}};  // the same row again: nothing
+    for (const Case& c : cases) {
+        ProbeFile& l = Make(5);
+        TapAt(l.m_hWnd, 20, Y(c.first) - 5);
+        desktop.Advance(1000);  // no double tap
+        desktop.RunUntilIdle();
+        const POINT pt{20, Y(c.second) - 5};
+        l.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(pt.x, pt.y));
+        l.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(pt.x, pt.y));
+        CRect update;
+        l.GetUpdateRect(&update, FALSE);
+        const int top = l.m_rcList.top + c.top * kRowHeight, bottom = l.m_rcList.top + c.bottom * kRowHeight;
+        EXPECT_EQ(update, top < bottom ? CRect(0, top, 200, bottom) : CRect()) << c.first << " then " << c.second;
+        desktop.RunUntilIdle();
+        const zel::test::Image partial = zel::test::CaptureWindow(l.m_hWnd, 0);
+        l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_EQ(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, partial.pixels) << c.first << " then " << c.second;
+        list.reset();
+        parent.Take();
+    }
+}
+
 TEST_F(FileListTest, Goldens) {
     ProbeFile& l = Make(8, 140);
     l.SetItemState(3, 2, 0);

@@ -166,6 +166,35 @@ TEST_F(PlayListTest, TapsSelectAndASecondTapOnTheCurrentRowIsADoubleClick) {
               "LBUTTONDOWN(1,60,48);NOTIFY(61,NM_CLICK,play);LBUTTONDOWN(1,70,53);NOTIFY(61,NM_DBLCLK,play)");
 }
 
+// A press invalidates only the band of the row it leaves and of the row it takes (the last
+// row for a press below the rows), and the list repainted there from its kept canvas looks
+// as a whole repaint does.
+TEST_F(PlayListTest, APressRepaintsOnlyTheRowsLeftAndTaken) {
+    struct Case {
+        int rows, first, second, top, bottom;  // presses at row bands; expected update band
+    } cases[] = {
+        {4, 1, 3, 1, 4},  // rows 1 and 3: their bounding box
+        {4, 2, 2, 2, 3},  // the same row again
+        {2, 0, 3, 0, 2},  // below the rows: the last row
+    };
+    for (const Case& c : cases) {
+        ProbePlay& l = Make(c.rows);
+        TapAt(l.m_hWnd, 50, RowTop(c.first) + 5);
+        const POINT pt{50, RowTop(c.second) + 5};
+        l.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(pt.x, pt.y));
+        CRect update;
+        l.GetUpdateRect(&update, FALSE);
+        EXPECT_EQ(update, CRect(0, RowTop(c.top), 200, RowTop(c.bottom))) << c.first << " then " << c.second;
+        l.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(pt.x, pt.y));
+        desktop.RunUntilIdle();
+        const zel::test::Image partial = zel::test::CaptureWindow(l.m_hWnd, 0);
+        l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_EQ(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, partial.pixels) << c.first << " then " << c.second;
+        list.reset();
+        parent.Take();
+    }
+}
+
 // 115 high: three whole rows and a fourth cut 19 pixels down.
 TEST_F(PlayListTest, Goldens) {
     ProbePlay& l = Make(6, true, 115);

@@ -30,26 +30,30 @@ TEST_F(Lines, EndPointIsExcludedAndBecomesThePosition) {
 }
 
 // Clipping (several clip rectangles, end points far outside) keeps exactly the unclipped
-// pixels, each drawn once: an XOR pen would cancel a pixel drawn twice.
+// pixels, each drawn once: an XOR pen would cancel a pixel drawn twice. The copy pen draws
+// rows and columns its own way; both must agree.
 TEST_F(Lines, ClippingKeepsTheUnclippedPixels) {
-    const RECT lines[] = {{-40, -25, 60, 40}, {15, -100, 3, 100}, {-1000, 5, 1000, 5}, {20, 11, -5, 0}};
+    const RECT lines[] = {{-40, -25, 60, 40}, {15, -100, 3, 100}, {-1000, 5, 1000, 5}, {20, 11, -5, 0},
+                          {30, 7, -4, 7},     {7, -20, 7, 30},    {9, 30, 9, -3},      {4, 3, 4, 4}};
     for (const RECT& l : lines) {
-        ShapeCanvas full(16, 12, false, 0), clipped(16, 12, false, 0);
-        Selected a(full.dc(), Pen(RGB(255, 255, 255)), NullBrush());
-        Selected b(clipped.dc(), Pen(RGB(255, 255, 255)), NullBrush());
-        SetROP2(clipped.dc(), R2_XORPEN);
-        IntersectClipRect(clipped.dc(), 2, 1, 14, 10);
-        ExcludeClipRect(clipped.dc(), 6, 4, 9, 6);
-        HRGN clip = CreateRectRgn(0, 0, 0, 0);
-        GetClipRgn(clipped.dc(), clip);
-        Line(full.dc(), l.left, l.top, l.right, l.bottom);
-        Line(clipped.dc(), l.left, l.top, l.right, l.bottom);
-        SelectClipRgn(clipped.dc(), nullptr);
-        for (int y = 0; y < 12; ++y)
-            for (int x = 0; x < 16; ++x)
-                EXPECT_EQ(GetPixel(clipped.dc(), x, y), PtInRegion(clip, x, y) ? GetPixel(full.dc(), x, y) : 0)
-                    << l.left << "," << l.top << " at " << x << "," << y;
-        DeleteObject(clip);
+        for (int rop : {R2_XORPEN, R2_COPYPEN}) {
+            ShapeCanvas full(16, 12, false, 0), clipped(16, 12, false, 0);
+            Selected a(full.dc(), Pen(RGB(255, 255, 255)), NullBrush());
+            Selected b(clipped.dc(), Pen(RGB(255, 255, 255)), NullBrush());
+            SetROP2(clipped.dc(), rop);
+            IntersectClipRect(clipped.dc(), 2, 1, 14, 10);
+            ExcludeClipRect(clipped.dc(), 6, 4, 9, 6);
+            HRGN clip = CreateRectRgn(0, 0, 0, 0);
+            GetClipRgn(clipped.dc(), clip);
+            Line(full.dc(), l.left, l.top, l.right, l.bottom);
+            Line(clipped.dc(), l.left, l.top, l.right, l.bottom);
+            SelectClipRgn(clipped.dc(), nullptr);
+            for (int y = 0; y < 12; ++y)
+                for (int x = 0; x < 16; ++x)
+                    EXPECT_EQ(GetPixel(clipped.dc(), x, y), PtInRegion(clip, x, y) ? GetPixel(full.dc(), x, y) : 0)
+                        << l.left << "," << l.top << " rop " << rop << " at " << x << "," << y;
+            DeleteObject(clip);
+        }
     }
 }
 

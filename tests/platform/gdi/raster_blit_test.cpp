@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string>
 
+#include <zel/gdi_extras.h>
+
 #include "gdi/raster.h"
 #include "raster_canvas.h"
 #include "support/leak_check.h"
@@ -148,6 +150,46 @@ TEST_F(Blit, MaskSequenceMakesKeyPixelsTransparent) {
             EXPECT_EQ(dst.at(1 + x, 1 + y), a == key ? 0x00203040u : a) << x << "," << y;
         }
     EXPECT_EQ(dst.FenceIntact(RECT{1, 1, 5, 4}, 0x00203040), "");
+}
+
+// KeyBlt is that sequence in one pass: the same pixels, top bytes included, under a clip;
+// and it declines (drawing nothing) where it cannot stand in for it.
+TEST_F(Blit, KeyBltMatchesTheMaskSequence) {
+    const COLORREF key = RGB(255, 0, 255);
+    struct Case {
+        int x, y, w, h, sx, sy;
+        bool clip;
+    } cases[] = {{1, 1, 4, 3, 0, 0, false}, {0, 0, 6, 5, 1, 0, true}, {2, 1, 3, 3, 2, 1, true}, {-1, 2, 5, 4, 3, 2, false}};
+    for (const Case& c : cases) {
+        Canvas sprite(8, 6), viaMask(7, 6), direct(7, 6), mask(c.w, c.h, true), scratch(c.w, c.h);
+        sprite.Gradient();
+        sprite.at(c.sx, c.sy) = sprite.at(c.sx + 1, c.sy + 1) = 0x00FF00FF;
+        sprite.at(c.sx + 2, c.sy) = 0xFFFF00FF;  // the key with a top byte is no key
+        viaMask.Gradient();
+        direct.Gradient();
+        viaMask.at(2, 2) = direct.at(2, 2) = 0xFF102030;  // a kept pixel loses its top byte
+        for (Canvas* d : {&viaMask, &direct})
+            if (c.clip) IntersectClipRect(d->dc(), 1, 0, 5, 4);
+        ASSERT_TRUE(BitBlt(scratch.dc(), 0, 0, c.w, c.h, sprite.dc(), c.sx, c.sy, SRCCOPY));
+        SetBkColor(scratch.dc(), key);
+        ASSERT_TRUE(BitBlt(mask.dc(), 0, 0, c.w, c.h, scratch.dc(), 0, 0, SRCCOPY));
+        SetBkColor(scratch.dc(), RGB(0, 0, 0));
+        SetTextColor(scratch.dc(), RGB(255, 255, 255));
+        ASSERT_TRUE(BitBlt(scratch.dc(), 0, 0, c.w, c.h, mask.dc(), 0, 0, SRCAND));
+        SetBkColor(viaMask.dc(), RGB(255, 255, 255));
+        SetTextColor(viaMask.dc(), RGB(0, 0, 0));
+        ASSERT_TRUE(BitBlt(viaMask.dc(), c.x, c.y, c.w, c.h, mask.dc(), 0, 0, SRCAND));
+        ASSERT_TRUE(BitBlt(viaMask.dc(), c.x, c.y, c.w, c.h, scratch.dc(), 0, 0, SRCPAINT));
+        EXPECT_TRUE(zel::KeyBlt(direct.dc(), c.x, c.y, c.w, c.h, sprite.dc(), c.sx, c.sy, key));
+        EXPECT_EQ(direct.Pixels(), viaMask.Pixels()) << c.x << "," << c.y << " " << c.w << "x" << c.h;
+    }
+    Canvas sprite(4, 4), dst(4, 4), mono(4, 4, true);
+    EXPECT_FALSE(zel::KeyBlt(dst.dc(), 0, 0, 4, 4, sprite.dc(), 1, 0, key)) << "source past its bitmap";
+    EXPECT_FALSE(zel::KeyBlt(dst.dc(), 0, 0, 4, 4, mono.dc(), 0, 0, key)) << "monochrome source";
+    EXPECT_FALSE(zel::KeyBlt(mono.dc(), 0, 0, 4, 4, sprite.dc(), 0, 0, key)) << "monochrome destination";
+    EXPECT_FALSE(zel::KeyBlt(dst.dc(), 0, 0, 4, 4, dst.dc(), 0, 0, key)) << "one surface";
+    EXPECT_FALSE(zel::KeyBlt(nullptr, 0, 0, 4, 4, sprite.dc(), 0, 0, key));
+    EXPECT_EQ(dst.FenceIntact(RECT{0, 0, 0, 0}), "");
 }
 
 // A solid brush that is neither black nor white is dithered on a monochrome surface with

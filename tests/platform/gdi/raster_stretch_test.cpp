@@ -129,6 +129,30 @@ TEST_F(Stretch, OnePixelDestinationShortensTheSource) {
     EXPECT_EQ(dst.at(0, 0), 0x0000F000u);
 }
 
+// Calls with the same rectangles one after the other still sample by their own source
+// size, mode and clip (plans are kept between calls).
+TEST_F(Stretch, RepeatedRectanglesSampleByTheirOwnSourceModeAndClip) {
+    Canvas wide(4, 1), narrow(2, 1);
+    for (int x = 0; x < 4; ++x) wide.at(x, 0) = 0x00F0F0F0u >> x;
+    for (int x = 0; x < 2; ++x) narrow.at(x, 0) = wide.at(x, 0);
+    Canvas a(8, 1), b(8, 1), c(2, 1), d(2, 1), e(8, 1);
+    EXPECT_TRUE(StretchBlt(a.dc(), 0, 0, 8, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(b.dc(), 0, 0, 8, 1, narrow.dc(), 0, 0, 4, 1, SRCCOPY));
+    for (int x = 0; x < 8; ++x) {
+        EXPECT_EQ(a.at(x, 0), wide.at(x / 2, 0)) << x;
+        EXPECT_EQ(b.at(x, 0), x < 4 ? wide.at(x / 2, 0) : kSentinel) << x << ": no source beyond 2";
+    }
+    SetStretchBltMode(c.dc(), COLORONCOLOR);
+    EXPECT_TRUE(StretchBlt(c.dc(), 0, 0, 2, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_TRUE(StretchBlt(d.dc(), 0, 0, 2, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_EQ(c.at(0, 0), wide.at(1, 0)) << "COLORONCOLOR keeps the last column";
+    EXPECT_EQ(d.at(0, 0), wide.at(0, 0) & wide.at(1, 0)) << "BLACKONWHITE ANDs";
+    IntersectClipRect(e.dc(), 2, 0, 5, 1);
+    EXPECT_TRUE(StretchBlt(e.dc(), 0, 0, 8, 1, wide.dc(), 0, 0, 4, 1, SRCCOPY));
+    EXPECT_EQ(e.FenceIntact(RECT{2, 0, 5, 1}), "");
+    EXPECT_EQ(e.at(4, 0), wide.at(2, 0));
+}
+
 TEST_F(Stretch, ClipRegionLimitsTheDestination) {
     Canvas src(4, 4), dst(10, 10);
     src.Gradient();
@@ -209,17 +233,30 @@ TEST_F(Stretch, HalftoneFiltersColour) {
     EXPECT_EQ(plain.at(0, 0), src.at(1, 0)) << "other ROPs fall back to COLORONCOLOR";
 }
 
-// Stretching within one bitmap reads the source as it was before the call.
-TEST_F(Stretch, OverlapOnOneSurfaceReadsTheOriginal) {
-    Canvas a(8, 8), b(8, 8), copy(8, 8);
-    a.Gradient();
-    b.Gradient();
-    copy.Gradient();
-    SetStretchBltMode(a.dc(), COLORONCOLOR);
-    SetStretchBltMode(b.dc(), COLORONCOLOR);
-    EXPECT_TRUE(StretchBlt(a.dc(), 1, 1, 7, 6, a.dc(), 0, 0, 4, 4, SRCCOPY));
-    EXPECT_TRUE(StretchBlt(b.dc(), 1, 1, 7, 6, copy.dc(), 0, 0, 4, 4, SRCCOPY));
-    EXPECT_EQ(a.Pixels(), b.Pixels());
+// Stretching within one bitmap reads the source as it was before the call, whether the
+// pixels read and written overlap, share only rows, or share nothing (a skin's edge column
+// stretched across the middle).
+TEST_F(Stretch, WithinOneSurfaceReadsTheOriginal) {
+    struct Case {
+        int x, y, w, h, sx, sy, sw, sh;
+    } cases[] = {
+        {1, 1, 7, 6, 0, 0, 4, 4},  // overlapping
+        {3, 0, 5, 8, 2, 0, 1, 8},  // the column left of the destination, across
+        {2, 0, 6, 8, 2, 0, 1, 8},  // the destination's own first column, across
+        {0, 4, 8, 4, 0, 3, 8, 1},  // the row above, down
+        {4, 0, 4, 8, 0, 0, 2, 3},  // disjoint columns, both axes scaled
+        {3, 0, 5, 8, 7, 0, -3, 8}, // mirrored from the far side onto itself
+    };
+    for (const Case& c : cases) {
+        Canvas a(8, 8), b(8, 8), copy(8, 8);
+        a.Gradient();
+        b.Gradient();
+        copy.Gradient();
+        EXPECT_TRUE(StretchBlt(a.dc(), c.x, c.y, c.w, c.h, a.dc(), c.sx, c.sy, c.sw, c.sh, SRCCOPY));
+        EXPECT_TRUE(StretchBlt(b.dc(), c.x, c.y, c.w, c.h, copy.dc(), c.sx, c.sy, c.sw, c.sh, SRCCOPY));
+        EXPECT_EQ(a.Pixels(), b.Pixels()) << c.x << "," << c.y << " " << c.w << "x" << c.h << " from " << c.sx << ","
+                                          << c.sy << " " << c.sw << "x" << c.sh;
+    }
 }
 
 TEST_F(Stretch, ZeroExtentsSucceedAndDrawNothing) {

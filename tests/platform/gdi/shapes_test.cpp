@@ -159,6 +159,32 @@ TEST_F(Shapes, PatternBrushOriginAndMonochrome) {
     EXPECT_EQ(m.Picture(), "########\n#oooooo#\n#o####o#\n#o####o#\n#oooooo#\n########\n");
 }
 
+// Long rows of narrow and wide tiles, from several origins: pixel (x, y) shows the tile's
+// pixel at ((x - org.x) mod w, (y - org.y) mod h) wherever the fill starts.
+TEST_F(Shapes, PatternRowsRepeatTheTileFromTheBrushOrigin) {
+    for (int tw : {1, 2, 3, 8, 13}) {
+        ShapeCanvas tile(tw, 2, false);
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < tw; ++x) SetPixel(tile.dc(), x, y, RGB(10 * x, 100 + y, 7));
+        HBRUSH brush = CreatePatternBrush(static_cast<HBITMAP>(GetCurrentObject(tile.dc(), OBJ_BITMAP)));
+        for (int org : {0, 1, 5}) {
+            for (int from : {0, 3}) {
+                ShapeCanvas c(61, 2);
+                SetBrushOrgEx(c.dc(), org, 0, nullptr);
+                RECT r{from, 0, 61, 2};
+                FillRect(c.dc(), &r, brush);
+                for (int y = 0; y < 2; ++y)
+                    for (int x = 0; x < 61; ++x) {
+                        const int tx = ((x - org) % tw + tw) % tw;
+                        EXPECT_EQ(GetPixel(c.dc(), x, y), x < from ? kSentinel : RGB(10 * tx, 100 + y, 7))
+                            << "tile " << tw << " origin " << org << " from " << from << " at " << x << "," << y;
+                    }
+            }
+        }
+        DeleteObject(brush);
+    }
+}
+
 // Every other pixel of the outline is inverted, starting at the top-right corner and
 // running anticlockwise with the pattern carried round the corners.
 TEST_F(Shapes, FocusRectInvertsAlternatePixels) {
