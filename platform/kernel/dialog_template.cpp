@@ -39,8 +39,10 @@ public:
         while (bytes_.size() % n) bytes_.push_back(0);
     }
     // A zero-terminated UTF-16 string; characters beyond the BMP take a surrogate pair.
+    // The text ends at its first NUL, as a reader of the template will see it.
     void String(const std::wstring& s) {
         for (wchar_t c : s) {
+            if (c == 0) break;
             auto cp = static_cast<uint32_t>(c);
             if (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
             if (cp >= 0x10000) {
@@ -54,7 +56,7 @@ public:
     }
     // A class, menu or title: empty -> 0, "#n" or a predefined class -> ordinal, else text.
     void NameOrOrdinal(const std::wstring& s, bool classes) {
-        if (s.empty()) return Word(0);
+        if (s.empty() || s[0] == 0) return Word(0);
         if (classes)
             for (uint16_t i = 0; i < std::size(kClassOrdinals); ++i)
                 if (s == kClassOrdinals[i]) {

@@ -199,6 +199,18 @@ TEST(ScriptDialogs, MemoryFormRoundTripsBothTemplateKinds) {
             EXPECT_EQ(back.items[i].cy, d.items[i].cy) << i;
         }
     }
+    // Text ends at its first NUL in the memory form ("\0" and "\x" escapes can put one in
+    // a caption): what follows is dropped, and the items after it still read.
+    DialogTemplate nul = Script().dialogsById.at(101);
+    nul.caption = std::wstring(L"Clock\0more", 10);
+    nul.typeface = std::wstring(L"Tahoma\0x", 8);
+    nul.menu = std::wstring(L"\0menu", 5);
+    DialogTemplate back = zel::detail::DecodeDialogTemplate(zel::detail::EncodeDialogTemplate(nul).data());
+    EXPECT_EQ(back.caption, L"Clock");
+    EXPECT_EQ(back.typeface, L"Tahoma");
+    EXPECT_EQ(back.menu, L"");
+    ASSERT_EQ(back.items.size(), nul.items.size());
+    EXPECT_EQ(back.items[0].className, nul.items[0].className);
     // The classic form's first DWORD is the style; the extended one starts 1, 0xFFFF.
     std::vector<uint64_t> classic = zel::detail::EncodeDialogTemplate(Script().dialogsById.at(2));
     EXPECT_EQ(reinterpret_cast<const DLGTEMPLATE*>(classic.data())->style, static_cast<DWORD>(WS_POPUP | WS_BORDER | WS_SYSMENU));
