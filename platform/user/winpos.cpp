@@ -89,24 +89,40 @@ bool Meets(const RECT& a, const RECT& b) {
 
 // Subtracts from rgn the visible windows of `list` before `stop` (all of them when stop
 // is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
-// the list's parent client area.
+// the list's parent client area. The covering shapes are gathered into one region and
+// subtracted once: subtracting them one by one walks the whole (ever more ragged) region
+// per window, which with a dozen shaped controls over a window cost more than its paint.
 void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
-    RECT left = rgn.box();  // all zero once nothing is left
+    const RECT left = rgn.box();  // all zero once nothing is left
+    if (IsRectEmpty(&left)) return;
+    std::vector<pixman_box32_t> cover;
     for (const Window* s : list) {
-        if (s == stop || IsRectEmpty(&left)) return;
+        if (s == stop) break;
         if (!(s->style & WS_VISIBLE)) continue;
         ++WindowVisits();
         RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
         if (!Meets(r, left)) continue;
-        PixRegion shape(r);
-        if (s->shape) {
-            PixRegion t = *s->shape;
-            t.translate(r.left, r.top);
-            shape.intersect(t);
+        if (!s->shape) {
+            if (r.left <= left.left && r.top <= left.top && r.right >= left.right && r.bottom >= left.bottom) {
+                rgn = PixRegion();  // one window covers all that is left
+                return;
+            }
+            cover.push_back(pixman_box32_t{r.left, r.top, r.right, r.bottom});
+            continue;
         }
-        Subtract(rgn, shape);
-        left = rgn.box();
+        int n = 0;
+        const pixman_box32_t* b = pixman_region32_rectangles(s->shape->mut(), &n);
+        for (int i = 0; i < n; ++i) {
+            pixman_box32_t c{std::max(b[i].x1 + r.left, r.left), std::max(b[i].y1 + r.top, r.top),
+                             std::min(b[i].x2 + r.left, r.right), std::min(b[i].y2 + r.top, r.bottom)};
+            if (c.x1 < c.x2 && c.y1 < c.y2) cover.push_back(c);
+        }
     }
+    if (cover.empty()) return;
+    PixRegion covered;
+    pixman_region32_fini(covered.get());
+    pixman_region32_init_rects(covered.get(), cover.data(), static_cast<int>(cover.size()));
+    Subtract(rgn, covered);
 }
 
 }  // namespace
@@ -246,7 +262,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
         std::vector<HWND> changed = snapshot->Apply();
         // Nothing is copied on the screen: a moved, resized or newly shown window is
         // repainted whole, children included.
-        if (moved || sized || (wp.flags & SWP_SHOWWINDOW)) {
+        if ((moved || sized || (wp.flags & SWP_SHOWWINDOW)) && Visible(w)) {
             InvalidateTree(w, true);
             PreOrder(w, changed);
         }
@@ -350,9 +366,9 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
         if (Visible(w)) {
             w->internalPaint = true;
             SyncPaint(w);
+            changed.push_back(w->handle);
         }
-        changed.push_back(w->handle);
-        EraseChanged(w->parent ? w->parent : w, changed);
+        if (!changed.empty()) EraseChanged(w->parent ? w->parent : w, changed);
     } else {
         RefreshWindowDCs();
     }
