@@ -133,19 +133,43 @@ PixRegion VisibleRegion(const Window* w) {
     return VisibleRegionWithin(w, RECT{0, 0, gdi::Screen().width, gdi::Screen().height});
 }
 
+// Asked for the whole window, the answer is kept until the tree next changes: a window
+// repainted with nothing moved in between (a full repaint, a control's strip of the host)
+// takes it from there. Asked for less, only what meets the bounds is worked out.
 PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
     if (!w || !Visible(w) || w == State().desktop) return PixRegion();
-    PixRegion rgn = Shape(w);
-    RECT clip;
+    static RECT lastScreen{};  // the screen's size is part of every answer
     RECT screen{0, 0, gdi::Screen().width, gdi::Screen().height};
+    if (screen.right != lastScreen.right || screen.bottom != lastScreen.bottom) {
+        lastScreen = screen;
+        TreeChanged();
+    }
+    RECT clip;
     if (!IntersectRect(&clip, &screen, &bounds)) return PixRegion();
-    rgn.intersect(PixRegion(clip));
+    RECT whole = ScreenRect(w), part;
+    bool keep = clip.left <= whole.left && clip.top <= whole.top && clip.right >= whole.right &&
+                clip.bottom >= whole.bottom;
+    // Cutting a small part out of a ragged kept region walks all of it: below half of the
+    // window, working the part out afresh costs less.
+    auto area = [](const RECT& r) { return static_cast<int64_t>(r.right - r.left) * (r.bottom - r.top); };
+    if (w->visEpoch == TreeEpoch() && IntersectRect(&part, &clip, &whole) && 2 * area(part) >= area(whole)) {
+        PixRegion rgn = w->vis;
+        if (!keep) rgn.intersect(PixRegion(clip));
+        return rgn;
+    }
+    PixRegion rgn = Shape(w);
+    rgn.intersect(PixRegion(keep ? screen : clip));
     for (const Window* x = w; x && !rgn.empty(); x = x->parent) {
         if (x != w) rgn.intersect(Shape(x));
         POINT origin = x->parent ? ScreenOrigin(x->parent) : POINT{0, 0};
         SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin);
     }
     SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w));
+    if (keep) {
+        Window* mw = const_cast<Window*>(w);
+        mw->vis = rgn;
+        mw->visEpoch = TreeEpoch();  // all of it lies within clip already
+    }
     return rgn;
 }
 
@@ -255,6 +279,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     if (!(wp.flags & SWP_NOZORDER)) ApplyZOrder(w, wp.hwndInsertAfter);
     if (wp.flags & SWP_SHOWWINDOW) w->style |= WS_VISIBLE;
     if (wp.flags & SWP_HIDEWINDOW) w->style &= ~WS_VISIBLE;
+    TreeChanged();
     bool moved = old.left != w->rect.left || old.top != w->rect.top;
     bool sized = (old.right - old.left) != w->Width() || (old.bottom - old.top) != w->Height();
 
@@ -359,6 +384,7 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
     std::optional<ExposureSnapshot> snapshot;
     if (redraw) snapshot.emplace(std::vector<const Window*>{w});
     w->shape = std::move(shape);
+    TreeChanged();
     if (redraw) {
         std::vector<HWND> changed = snapshot->Apply();
         // The frame changed: the window gets a WM_PAINT even when nothing of its client

@@ -4,6 +4,7 @@
 // (counted with the manager's own visit counter, never timed).
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -248,9 +249,30 @@ TEST_F(WindowCosts, ShowingASubtreeInsideAHiddenWindowVisitsNoneOfIt) {
     EXPECT_LE(visits, 4u);
 }
 
-// The region a window may paint against its children, pixel by pixel: shaped children
-// overlapping each other, a hidden one (ignored), one reaching past the parent, and one
-// unshaped child covering everything.
+// Whether `top`'s visible region is, pixel by pixel, its rectangle less the shapes of its
+// visible children, as worked out from their public state.
+void ExpectVisibleLessChildren(HWND top, const std::string& what) {
+    zel::gdi::PixRegion vis = zel::user::VisibleRegion(zel::user::Get(top));
+    RECT t;
+    GetWindowRect(top, &t);
+    for (int y = t.top; y < t.bottom; ++y)
+        for (int x = t.left; x < t.right; ++x) {
+            bool shown = true;
+            for (HWND c = GetWindow(top, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                RECT r;
+                GetWindowRect(c, &r);
+                HRGN shape = CreateRectRgn(0, 0, 0, 0);
+                bool in = PtInRect(&r, POINT{x, y}) &&
+                          (GetWindowRgn(c, shape) == ERROR || PtInRegion(shape, x - r.left, y - r.top));
+                DeleteObject(shape);
+                if (IsWindowVisible(c) && in) shown = false;
+            }
+            ASSERT_EQ(vis.contains(x, y), shown) << what << " at " << x << "," << y;
+        }
+}
+
+// Shaped children overlapping each other, a hidden one (ignored), one reaching past the
+// parent, and one unshaped child covering everything.
 TEST_F(WindowLimits, VisibleRegionLeavesOutEveryVisibleChildShape) {
     struct Kid {
         RECT rc;
@@ -270,21 +292,33 @@ TEST_F(WindowLimits, VisibleRegionLeavesOutEveryVisibleChildShape) {
             int w = k.rc.right - k.rc.left, h = k.rc.bottom - k.rc.top;
             if (k.shape) SetWindowRgn(c, k.shape == 1 ? Plus(w, h) : CreateRectRgn(3, 3, w - 3, h - 3), TRUE);
         }
-        zel::gdi::PixRegion vis = zel::user::VisibleRegion(zel::user::Get(top));
-        for (int y = 10; y < 50; ++y)
-            for (int x = 10; x < 70; ++x) {
-                bool shown = true;
-                for (HWND c = GetWindow(top, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
-                    RECT r;
-                    GetWindowRect(c, &r);
-                    HRGN shape = CreateRectRgn(0, 0, 0, 0);
-                    bool in = PtInRect(&r, POINT{x, y}) &&
-                              (GetWindowRgn(c, shape) == ERROR || PtInRegion(shape, x - r.left, y - r.top));
-                    DeleteObject(shape);
-                    if (IsWindowVisible(c) && in) shown = false;
-                }
-                ASSERT_EQ(vis.contains(x, y), shown) << "case " << n << " at " << x << "," << y;
-            }
+        ExpectVisibleLessChildren(top, "case " + std::to_string(n));
         DestroyWindow(top);
     }
+}
+
+// The visible region is kept between changes: every kind of change must drop it.
+TEST_F(WindowLimits, KeptVisibleRegionFollowsEveryChange) {
+    HWND top = rec.Top("t", 10, 10, 60, 40);
+    HWND a = rec.Child(top, "a", 2, 2, 20, 20, 1);
+    HWND b = rec.Child(top, "b", 30, 10, 20, 20, 2);
+    HWND other = rec.Top("o", 200, 0, 50, 50);
+    ExpectVisibleLessChildren(top, "first");
+    const std::vector<std::pair<const char*, std::function<void()>>> changes = {
+        {"move", [&] { SetWindowPos(a, nullptr, 10, 12, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW); }},
+        {"reshape", [&] { SetWindowRgn(a, Plus(20, 20), FALSE); }},
+        {"hide", [&] { SetWindowPos(b, nullptr, 0, 0, 0, 0, SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOREDRAW); }},
+        {"style", [&] { SetWindowLongW(b, GWL_STYLE, GetWindowLongW(b, GWL_STYLE) | WS_VISIBLE); }},
+        {"new child", [&] { rec.Child(top, "c", 0, 30, 60, 5, 3); }},
+        {"adopt", [&] { SetParent(other, top); }},
+        {"restack", [&] { SetWindowPos(other, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOREDRAW); }},
+        {"move adopted", [&] { SetWindowPos(other, nullptr, 40, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW); }},
+        {"unshape", [&] { SetWindowRgn(a, nullptr, FALSE); }},
+        {"destroy", [&] { DestroyWindow(b); }},
+    };
+    for (const auto& [what, change] : changes) {
+        change();
+        ExpectVisibleLessChildren(top, what);
+    }
+    DestroyWindow(top);
 }
