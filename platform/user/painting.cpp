@@ -235,6 +235,11 @@ ExposureSnapshot::ExposureSnapshot(std::vector<const Window*> subjects) : subjec
 }
 
 std::vector<HWND> ExposureSnapshot::Apply() {
+    // Subjects hidden before and after (a control set up in a window not shown yet): no
+    // pixel of the screen and no window DC's visible region has changed.
+    if (!covered_ && std::none_of(subjects_.begin(), subjects_.end(),
+                                  [](const Window* s) { return Get(s->handle) && Visible(s); }))
+        return {};
     std::unordered_map<HWND, const PixRegion*> before;
     std::vector<HWND> order;
     for (const auto& [h, rgn] : windows_) {

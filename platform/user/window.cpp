@@ -50,6 +50,7 @@ void ReleaseWindow(Window* w) {
     ClearUpdateTree(w);  // its pending paint (and any escaped child's) leaves the counts
     std::vector<Window*>& sibs = Siblings(w);
     if (auto it = std::find(sibs.begin(), sibs.end(), w); it != sibs.end()) sibs.erase(it);
+    TreeChanged();
     for (Window* c : w->children) c->parent = nullptr;  // only if a child escaped FreeWindow
     w->children.clear();
     if (w->cls) --w->cls->windows;
@@ -152,6 +153,11 @@ Window* Get(HWND hwnd) {
     return State().table.Lookup(reinterpret_cast<uintptr_t>(hwnd), kWindowTag);
 }
 
+uint64_t& TreeEpoch() {
+    static uint64_t epoch = 1;
+    return epoch;
+}
+
 uint64_t& WindowVisits() {
     static uint64_t visits = 0;
     return visits;
@@ -224,6 +230,7 @@ void Restack(Window* w, size_t index) {
     std::vector<Window*>& sibs = Siblings(w);
     sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
     sibs.insert(sibs.begin() + static_cast<std::ptrdiff_t>(std::min(index, sibs.size())), w);
+    TreeChanged();
 }
 
 size_t TopIndexFor(const Window* w) {
@@ -294,6 +301,7 @@ HWND CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR windowName, DWORD
     if (owner) ++owner->owned;
     std::vector<Window*>& sibs = Siblings(w);
     sibs.insert(sibs.begin() + static_cast<std::ptrdiff_t>(TopIndexFor(w)), w);
+    TreeChanged();
     HWND hwnd = w->handle;
 
     CREATESTRUCTW cs;
@@ -484,6 +492,7 @@ LONG_PTR SetWindowLongPtrW(HWND hwnd, int index, LONG_PTR value) {
         // with SetWindowPos(SWP_FRAMECHANGED) or InvalidateRect when it matters).
         case GWL_STYLE:
             w->style = static_cast<DWORD>(value);
+            TreeChanged();
             RefreshWindowDCs();  // WS_VISIBLE may have changed what window DCs may paint
             break;
         case GWL_EXSTYLE: w->exStyle = static_cast<DWORD>(value); break;
@@ -561,6 +570,7 @@ HWND SetParent(HWND hwnd, HWND parentHandle) {
     sibs.erase(std::remove(sibs.begin(), sibs.end(), w), sibs.end());
     Window* oldParent = w->parent;
     w->parent = p == Desktop() ? nullptr : p;
+    TreeChanged();
     MovePaintCount(w, oldParent);
     Restack(w, TopIndexFor(w));
     snapshot.Apply();

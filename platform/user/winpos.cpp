@@ -89,24 +89,40 @@ bool Meets(const RECT& a, const RECT& b) {
 
 // Subtracts from rgn the visible windows of `list` before `stop` (all of them when stop
 // is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
-// the list's parent client area.
+// the list's parent client area. The covering shapes are gathered into one region and
+// subtracted once: subtracting them one by one walks the whole (ever more ragged) region
+// per window, which with a dozen shaped controls over a window cost more than its paint.
 void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
-    RECT left = rgn.box();  // all zero once nothing is left
+    const RECT left = rgn.box();  // all zero once nothing is left
+    if (IsRectEmpty(&left)) return;
+    std::vector<pixman_box32_t> cover;
     for (const Window* s : list) {
-        if (s == stop || IsRectEmpty(&left)) return;
+        if (s == stop) break;
         if (!(s->style & WS_VISIBLE)) continue;
         ++WindowVisits();
         RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
         if (!Meets(r, left)) continue;
-        PixRegion shape(r);
-        if (s->shape) {
-            PixRegion t = *s->shape;
-            t.translate(r.left, r.top);
-            shape.intersect(t);
+        if (!s->shape) {
+            if (r.left <= left.left && r.top <= left.top && r.right >= left.right && r.bottom >= left.bottom) {
+                rgn = PixRegion();  // one window covers all that is left
+                return;
+            }
+            cover.push_back(pixman_box32_t{r.left, r.top, r.right, r.bottom});
+            continue;
         }
-        Subtract(rgn, shape);
-        left = rgn.box();
+        int n = 0;
+        const pixman_box32_t* b = pixman_region32_rectangles(s->shape->mut(), &n);
+        for (int i = 0; i < n; ++i) {
+            pixman_box32_t c{std::max(b[i].x1 + r.left, r.left), std::max(b[i].y1 + r.top, r.top),
+                             std::min(b[i].x2 + r.left, r.right), std::min(b[i].y2 + r.top, r.bottom)};
+            if (c.x1 < c.x2 && c.y1 < c.y2) cover.push_back(c);
+        }
     }
+    if (cover.empty()) return;
+    PixRegion covered;
+    pixman_region32_fini(covered.get());
+    pixman_region32_init_rects(covered.get(), cover.data(), static_cast<int>(cover.size()));
+    Subtract(rgn, covered);
 }
 
 }  // namespace
@@ -117,19 +133,43 @@ PixRegion VisibleRegion(const Window* w) {
     return VisibleRegionWithin(w, RECT{0, 0, gdi::Screen().width, gdi::Screen().height});
 }
 
+// Asked for the whole window, the answer is kept until the tree next changes: a window
+// repainted with nothing moved in between (a full repaint, a control's strip of the host)
+// takes it from there. Asked for less, only what meets the bounds is worked out.
 PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
     if (!w || !Visible(w) || w == State().desktop) return PixRegion();
-    PixRegion rgn = Shape(w);
-    RECT clip;
+    static RECT lastScreen{};  // the screen's size is part of every answer
     RECT screen{0, 0, gdi::Screen().width, gdi::Screen().height};
+    if (screen.right != lastScreen.right || screen.bottom != lastScreen.bottom) {
+        lastScreen = screen;
+        TreeChanged();
+    }
+    RECT clip;
     if (!IntersectRect(&clip, &screen, &bounds)) return PixRegion();
-    rgn.intersect(PixRegion(clip));
+    RECT whole = ScreenRect(w), part;
+    bool keep = clip.left <= whole.left && clip.top <= whole.top && clip.right >= whole.right &&
+                clip.bottom >= whole.bottom;
+    // Cutting a small part out of a ragged kept region walks all of it: below half of the
+    // window, working the part out afresh costs less.
+    auto area = [](const RECT& r) { return static_cast<int64_t>(r.right - r.left) * (r.bottom - r.top); };
+    if (w->visEpoch == TreeEpoch() && IntersectRect(&part, &clip, &whole) && 2 * area(part) >= area(whole)) {
+        PixRegion rgn = w->vis;
+        if (!keep) rgn.intersect(PixRegion(clip));
+        return rgn;
+    }
+    PixRegion rgn = Shape(w);
+    rgn.intersect(PixRegion(keep ? screen : clip));
     for (const Window* x = w; x && !rgn.empty(); x = x->parent) {
         if (x != w) rgn.intersect(Shape(x));
         POINT origin = x->parent ? ScreenOrigin(x->parent) : POINT{0, 0};
         SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin);
     }
     SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w));
+    if (keep) {
+        Window* mw = const_cast<Window*>(w);
+        mw->vis = rgn;
+        mw->visEpoch = TreeEpoch();  // all of it lies within clip already
+    }
     return rgn;
 }
 
@@ -239,6 +279,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
     if (!(wp.flags & SWP_NOZORDER)) ApplyZOrder(w, wp.hwndInsertAfter);
     if (wp.flags & SWP_SHOWWINDOW) w->style |= WS_VISIBLE;
     if (wp.flags & SWP_HIDEWINDOW) w->style &= ~WS_VISIBLE;
+    TreeChanged();
     bool moved = old.left != w->rect.left || old.top != w->rect.top;
     bool sized = (old.right - old.left) != w->Width() || (old.bottom - old.top) != w->Height();
 
@@ -246,7 +287,7 @@ BOOL SetWindowPos(HWND hwnd, HWND insertAfter, int x, int y, int cx, int cy, UIN
         std::vector<HWND> changed = snapshot->Apply();
         // Nothing is copied on the screen: a moved, resized or newly shown window is
         // repainted whole, children included.
-        if (moved || sized || (wp.flags & SWP_SHOWWINDOW)) {
+        if ((moved || sized || (wp.flags & SWP_SHOWWINDOW)) && Visible(w)) {
             InvalidateTree(w, true);
             PreOrder(w, changed);
         }
@@ -343,6 +384,7 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
     std::optional<ExposureSnapshot> snapshot;
     if (redraw) snapshot.emplace(std::vector<const Window*>{w});
     w->shape = std::move(shape);
+    TreeChanged();
     if (redraw) {
         std::vector<HWND> changed = snapshot->Apply();
         // The frame changed: the window gets a WM_PAINT even when nothing of its client
@@ -350,9 +392,9 @@ int SetWindowRgn(HWND hwnd, HRGN hrgn, BOOL redraw) {
         if (Visible(w)) {
             w->internalPaint = true;
             SyncPaint(w);
+            changed.push_back(w->handle);
         }
-        changed.push_back(w->handle);
-        EraseChanged(w->parent ? w->parent : w, changed);
+        if (!changed.empty()) EraseChanged(w->parent ? w->parent : w, changed);
     } else {
         RefreshWindowDCs();
     }

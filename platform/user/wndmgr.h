@@ -71,6 +71,9 @@ struct Window {
     // so that finding the next window to paint skips quiet subtrees.
     bool paintPending = false;
     int paintBelow = 0;
+    // VisibleRegion's last answer (screen coordinates), good while visEpoch is TreeEpoch().
+    uint64_t visEpoch = 0;
+    PixRegion vis;
     std::vector<std::pair<std::wstring, HANDLE>> props;  // SetPropW; atoms as "#n"
     std::unique_ptr<ControlData> control;
 
@@ -136,6 +139,12 @@ void Restack(Window* w, size_t index);
 size_t TopIndexFor(const Window* w);
 // Raises a top-level window and the windows it owns, repainting what they uncover.
 void BringToTop(Window* top);
+
+// Counts changes that can move any window's visible region: geometry, visibility, window
+// regions, z-order and the tree itself. Every such change calls TreeChanged(), which
+// drops every cached visible region at once (it starts at 1; a new window's cache is 0).
+uint64_t& TreeEpoch();
+inline void TreeChanged() { ++TreeEpoch(); }
 
 // Windows the manager has worked on one by one (a region computed against them, a paint
 // or erase candidate examined, a window invalidated by a tree walk). Tests read the

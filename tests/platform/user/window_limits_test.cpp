@@ -4,7 +4,9 @@
 // (counted with the manager's own visit counter, never timed).
 #include <windows.h>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include <zel/desktop.h>
 
@@ -221,3 +223,102 @@ TEST_F(WindowCosts, PendingPaintIsForgottenWithItsWindowWhereverItMoved) {
 }
 
 }  // namespace
+
+// A plus sign filling w x h: a window shape of three bands.
+HRGN Plus(int w, int h) {
+    HRGN a = CreateRectRgn(w / 4, 0, w * 3 / 4, h);
+    HRGN b = CreateRectRgn(0, h / 4, w, h * 3 / 4);
+    CombineRgn(a, a, b, RGN_OR);
+    DeleteObject(b);
+    return a;
+}
+
+// Work inside a window not shown yet (a dialog or screen being built) changes nothing on
+// the screen, so it must not walk the subtree it changes.
+TEST_F(WindowCosts, ShowingASubtreeInsideAHiddenWindowVisitsNoneOfIt) {
+    HWND hidden = rec.Top("hidden", 0, 0, 800, 480, 0);
+    HWND panel = rec.Child(hidden, "panel", 0, 0, 400, 400, 1, 0);
+    for (int i = 0; i < 100; ++i) rec.Child(panel, "k", (i % 10) * 30, (i / 10) * 30, 28, 28, i + 2);
+    Pump();
+    uint64_t visits = VisitsOf([&] {
+        ShowWindow(panel, SW_SHOW);
+        SetWindowPos(panel, nullptr, 5, 5, 300, 300, SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowRgn(panel, Plus(300, 300), TRUE);
+        Pump();
+    });
+    EXPECT_LE(visits, 4u);
+}
+
+// Whether `top`'s visible region is, pixel by pixel, its rectangle less the shapes of its
+// visible children, as worked out from their public state.
+void ExpectVisibleLessChildren(HWND top, const std::string& what) {
+    zel::gdi::PixRegion vis = zel::user::VisibleRegion(zel::user::Get(top));
+    RECT t;
+    GetWindowRect(top, &t);
+    for (int y = t.top; y < t.bottom; ++y)
+        for (int x = t.left; x < t.right; ++x) {
+            bool shown = true;
+            for (HWND c = GetWindow(top, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+                RECT r;
+                GetWindowRect(c, &r);
+                HRGN shape = CreateRectRgn(0, 0, 0, 0);
+                bool in = PtInRect(&r, POINT{x, y}) &&
+                          (GetWindowRgn(c, shape) == ERROR || PtInRegion(shape, x - r.left, y - r.top));
+                DeleteObject(shape);
+                if (IsWindowVisible(c) && in) shown = false;
+            }
+            ASSERT_EQ(vis.contains(x, y), shown) << what << " at " << x << "," << y;
+        }
+}
+
+// Shaped children overlapping each other, a hidden one (ignored), one reaching past the
+// parent, and one unshaped child covering everything.
+TEST_F(WindowLimits, VisibleRegionLeavesOutEveryVisibleChildShape) {
+    struct Kid {
+        RECT rc;
+        int shape;  // 0: none, 1: a plus over its rectangle, 2: a rectangle inset by 3
+        bool visible;
+    };
+    const std::vector<std::vector<Kid>> cases = {
+        {{{2, 2, 30, 20}, 1, true}, {{20, 10, 50, 35}, 1, true}, {{10, 5, 25, 30}, 0, false}},
+        {{{-5, -5, 20, 20}, 1, true}, {{40, 20, 70, 50}, 2, true}, {{15, 15, 45, 25}, 0, true}},
+        {{{5, 5, 15, 15}, 1, true}, {{0, 0, 60, 40}, 0, true}},
+    };
+    for (size_t n = 0; n < cases.size(); ++n) {
+        HWND top = rec.Top("t", 10, 10, 60, 40);
+        for (const Kid& k : cases[n]) {
+            HWND c = rec.Child(top, "c", k.rc.left, k.rc.top, k.rc.right - k.rc.left, k.rc.bottom - k.rc.top, 1,
+                               k.visible ? WS_VISIBLE : 0);
+            int w = k.rc.right - k.rc.left, h = k.rc.bottom - k.rc.top;
+            if (k.shape) SetWindowRgn(c, k.shape == 1 ? Plus(w, h) : CreateRectRgn(3, 3, w - 3, h - 3), TRUE);
+        }
+        ExpectVisibleLessChildren(top, "case " + std::to_string(n));
+        DestroyWindow(top);
+    }
+}
+
+// The visible region is kept between changes: every kind of change must drop it.
+TEST_F(WindowLimits, KeptVisibleRegionFollowsEveryChange) {
+    HWND top = rec.Top("t", 10, 10, 60, 40);
+    HWND a = rec.Child(top, "a", 2, 2, 20, 20, 1);
+    HWND b = rec.Child(top, "b", 30, 10, 20, 20, 2);
+    HWND other = rec.Top("o", 200, 0, 50, 50);
+    ExpectVisibleLessChildren(top, "first");
+    const std::vector<std::pair<const char*, std::function<void()>>> changes = {
+        {"move", [&] { SetWindowPos(a, nullptr, 10, 12, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW); }},
+        {"reshape", [&] { SetWindowRgn(a, Plus(20, 20), FALSE); }},
+        {"hide", [&] { SetWindowPos(b, nullptr, 0, 0, 0, 0, SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOREDRAW); }},
+        {"style", [&] { SetWindowLongW(b, GWL_STYLE, GetWindowLongW(b, GWL_STYLE) | WS_VISIBLE); }},
+        {"new child", [&] { rec.Child(top, "c", 0, 30, 60, 5, 3); }},
+        {"adopt", [&] { SetParent(other, top); }},
+        {"restack", [&] { SetWindowPos(other, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOREDRAW); }},
+        {"move adopted", [&] { SetWindowPos(other, nullptr, 40, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOREDRAW); }},
+        {"unshape", [&] { SetWindowRgn(a, nullptr, FALSE); }},
+        {"destroy", [&] { DestroyWindow(b); }},
+    };
+    for (const auto& [what, change] : changes) {
+        change();
+        ExpectVisibleLessChildren(top, what);
+    }
+    DestroyWindow(top);
+}
