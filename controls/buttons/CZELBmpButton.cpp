@@ -8,6 +8,7 @@
 
 #include "Notify.h"
 #include "OffscreenCanvas.h"
+#include "SkinPixels.h"
 #include "SkinList.h"
 #include "SkinPaint.h"
 #include "SkinSet.h"
@@ -104,33 +105,6 @@ void CZELBmpButton::OnDestroy() {
     CButton::OnDestroy();
 }
 
-namespace {
-
-// The selected bitmap's colours as GetPixel on its memory DC reports them (CLR_INVALID
-// outside it), read in one call instead of one call per pixel.
-class SkinPixels {
-public:
-    explicit SkinPixels(CDC& memDC) {
-        HBITMAP bitmap = static_cast<HBITMAP>(::GetCurrentObject(memDC, OBJ_BITMAP));
-        if (!bitmap || ::GetObjectW(bitmap, sizeof bm_, &bm_) != sizeof bm_) return;
-        bits_.resize(static_cast<size_t>(bm_.bmWidthBytes) * bm_.bmHeight);
-        if (::GetBitmapBits(bitmap, static_cast<LONG>(bits_.size()), bits_.data()) != static_cast<LONG>(bits_.size()))
-            bm_ = BITMAP{};
-    }
-    COLORREF At(int x, int y) const {
-        if (x < 0 || y < 0 || x >= bm_.bmWidth || y >= bm_.bmHeight) return CLR_INVALID;
-        const unsigned char* row = bits_.data() + static_cast<size_t>(y) * bm_.bmWidthBytes;
-        if (bm_.bmBitsPixel == 1) return (row[x >> 3] >> (7 - (x & 7))) & 1 ? RGB(255, 255, 255) : RGB(0, 0, 0);
-        return RGB(row[x * 4 + 2], row[x * 4 + 1], row[x * 4]);  // 0x00RRGGBB, little-endian
-    }
-
-private:
-    BITMAP bm_{};
-    std::vector<unsigned char> bits_;
-};
-
-}  // namespace
-
 // One span per row, from the first to the last pixel that is not the key colour (the
 // skin's top-left pixel); holes inside a row stay part of the button.
 //
@@ -160,7 +134,7 @@ bool CZELBmpButton::BuildShape() {
         CRect rc;
         GetClientRect(&rc);
         const int width = rc.Width();
-        const SkinPixels pixels(memDC);
+        const zelctl::SkinPixels pixels(memDC);
         const COLORREF key = pixels.At(0, 0);
         trace(L"for");
         std::vector<RECT> spans;
@@ -177,14 +151,8 @@ bool CZELBmpButton::BuildShape() {
             spans.push_back(span);
         }
         // All rows join the shape in one region operation.
-        std::vector<unsigned char> data(sizeof(RGNDATAHEADER) + spans.size() * sizeof(RECT));
-        RGNDATAHEADER header{sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(spans.size()),
-                             static_cast<DWORD>(spans.size() * sizeof(RECT)), rc};
-        std::memcpy(data.data(), &header, sizeof header);
-        if (!spans.empty()) std::memcpy(data.data() + sizeof header, spans.data(), spans.size() * sizeof(RECT));
         CRgn rows;
-        rows.Attach(::ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()),
-                                      reinterpret_cast<const RGNDATA*>(data.data())));
+        rows.Attach(zelctl::RegionFromSpans(spans));
         m_rgnShape.CombineRgn(&m_rgnShape, &rows, RGN_OR);
     }  // the skin is deselected and both DCs are gone before the window takes the region
     // The window keeps a copy; the handle left here is deleted with the object.

@@ -1,10 +1,16 @@
 #include "StaticShape.h"
 
+#include <vector>
+
+#include "SkinPixels.h"
+
 namespace zelctl {
 
 void AddFigureSpans(HDC dc, int width, int height, HRGN region) {
-    const COLORREF key = ::GetPixel(dc, 0, 0);
-    auto figure = [&](int x, int y) { return KeyDifference(::GetPixel(dc, x, y), key) > kFigureThreshold; };
+    const SkinPixels pixels(dc);
+    const COLORREF key = pixels.At(0, 0);
+    auto figure = [&](int x, int y) { return KeyDifference(pixels.At(x, y), key) > kFigureThreshold; };
+    std::vector<RECT> spans;
     for (int y = 0; y < height; ++y) {
         int left = 0;
         while (left < width && !figure(left, y)) ++left;
@@ -16,9 +22,13 @@ void AddFigureSpans(HDC dc, int width, int height, HRGN region) {
                 break;
             }
         }
-        HRGN span = ::CreateRectRgn(left, y, right, y + 1);
-        ::CombineRgn(region, region, span, RGN_OR);
-        ::DeleteObject(span);
+        spans.push_back(RECT{left, y, right, y + 1});
+    }
+    if (spans.empty()) return;
+    // All rows join the shape in one region operation.
+    if (HRGN rows = RegionFromSpans(spans)) {
+        ::CombineRgn(region, region, rows, RGN_OR);
+        ::DeleteObject(rows);
     }
 }
 
