@@ -658,7 +658,8 @@ void FullCheck() {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    fuzzing::DefaultFlags(argc, argv, {"-entropic=0"});
     fuzzing::TheOutput();
     ResetDesktop();
     Skins();
