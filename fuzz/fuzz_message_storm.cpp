@@ -658,6 +658,8 @@ void FullCheck() {
 
 }  // namespace
 
+extern "C" const char* __asan_default_options() { return fuzzing::kAsanDefaults; }
+
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     fuzzing::DefaultFlags(argc, argv, {"-entropic=0"});
     fuzzing::TheOutput();

@@ -142,6 +142,8 @@ void LoadEverywhere(const CString& skin, const CString& reserved) {
 
 }  // namespace
 
+extern "C" const char* __asan_default_options() { return fuzzing::kAsanDefaults; }
+
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     fuzzing::TheOutput();
     zel::DesktopConfig config;
