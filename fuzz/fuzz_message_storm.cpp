@@ -361,8 +361,17 @@ void Storm::Touched(HWND hwnd) {
 }
 
 bool Storm::HostAsBuilt() {
+    if (host_.m_hWnd != builtHost_ || !::IsWindow(builtHost_)) return false;
+    // A reaction may have moved, disabled or hidden the host through a control's
+    // notification: put it back (what its controls get from that touches them).
     CRect rc;
-    return host_.m_hWnd == builtHost_ && ::IsWindow(builtHost_) && ::GetWindowRect(builtHost_, &rc) &&
+    ::GetWindowRect(builtHost_, &rc);
+    if (!rc.EqualRect(CRect(0, 0, kHostWidth, kHostHeight)))
+        ::SetWindowPos(builtHost_, nullptr, 0, 0, kHostWidth, kHostHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (!::IsWindowEnabled(builtHost_)) ::EnableWindow(builtHost_, TRUE);
+    if (!::IsWindowVisible(builtHost_)) ::ShowWindow(builtHost_, SW_SHOW);
+    if (::GetActiveWindow() != builtHost_) ::SetActiveWindow(builtHost_);
+    return ::GetWindowRect(builtHost_, &rc) &&
            rc.EqualRect(CRect(0, 0, kHostWidth, kHostHeight)) && ::GetWindowLongW(builtHost_, GWL_STYLE) == builtStyle_ &&
            ::GetActiveWindow() == builtHost_;
 }
