@@ -15,7 +15,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "user/wndmgr.h"
 
@@ -57,6 +60,31 @@ public:
     QuietInput(const QuietInput&) = delete;
     QuietInput& operator=(const QuietInput&) = delete;
 };
+
+// Adds libFuzzer flags a fuzzer wants by default to its command line (LLVMFuzzerInitialize
+// sees the arguments before libFuzzer reads them); a flag the command line sets itself
+// ("-entropic=1" against "-entropic=0") wins.
+inline void DefaultFlags(int* argc, char*** argv, std::initializer_list<const char*> flags) {
+    if (!argc || !argv || *argc < 1) return;
+    static std::vector<char*> args;
+    args.assign(*argv, *argv + *argc);
+    for (const char* flag : flags) {
+        const size_t name = std::strcspn(flag, "=") + 1;  // "-entropic="
+        bool given = false;
+        for (int i = 1; i < *argc; ++i) given = given || std::strncmp((*argv)[i], flag, name) == 0;
+        if (!given) args.insert(args.begin() + 1, const_cast<char*>(flag));
+    }
+    *argc = static_cast<int>(args.size());
+    args.push_back(nullptr);
+    *argv = args.data();
+}
+
+// AddressSanitizer's defaults for the control fuzzers, which a fuzzer binary returns from
+// __asan_default_options (ASAN_OPTIONS still overrides them): allocation and free stacks of
+// 8 frames instead of 30. Recording every allocation's stack through the deep window
+// procedure call chains took a fifth of the storm's time and halved its rate; to read a
+// finding with whole stacks, replay its input with ASAN_OPTIONS=malloc_context_size=30.
+inline constexpr const char* kAsanDefaults = "malloc_context_size=8";
 
 [[noreturn]] inline void Finding(const char* fuzzer, const std::string& what) {
     RestoreStderr();

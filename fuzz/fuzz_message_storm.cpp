@@ -12,6 +12,11 @@
 // promises each family registers hold after every step (a slider's position inside its
 // range, a check box checked or not).
 //
+// One host serves every input: it is built once, and after each input put back as it was
+// built (see Storm::Reset): the controls the input touched are made anew, the rest stay.
+// Every kFullCheckEvery inputs, and at exit, everything is torn down and the GDI objects and
+// windows counted against the start.
+//
 // This file knows no control class: a family registers its controls, calls and promises
 // in fuzz/storm/<family>.cpp (see storm_family.h for how).
 #include <afxwin.h>
@@ -19,13 +24,16 @@
 #include <zel/desktop.h>
 
 #include <array>
+#include <bitset>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "control_fuzzing.h"
+#include "kernel/clock.h"
 #include "skin_files.h"
 #include "storm_family.h"
 #include "storm_script.h"
@@ -38,6 +46,10 @@ constexpr const char* kName = "fuzz_message_storm";
 constexpr int kMaxOps = 200;
 constexpr UINT kFirstId = 101;
 constexpr int kHostWidth = 400, kHostHeight = 300;
+// The full check (everything torn down, GDI objects and windows counted against the start)
+// runs after this many inputs: about a second of fuzzing at the usual rate, and a rebuild
+// costs about as much as ten inputs.
+constexpr int kFullCheckEvery = 500;
 
 // ZEL_FUZZ_TRACE=1 prints each operation and each notification the host gets, for reading
 // what a finding's input does.
@@ -55,6 +67,17 @@ void Trace(const char* format, long a = 0, long b = 0, long c = 0) {
 
 constexpr UINT kKeys[] = {VK_UP,   VK_DOWN, VK_LEFT,   VK_RIGHT, VK_PRIOR, VK_NEXT,
                           VK_HOME, VK_END,  VK_RETURN, VK_SPACE, VK_ESCAPE};
+
+// A screen just the host's size: every pixel painted costs, and most of the time goes to
+// painting. The full check leaves the desktop reset (no window, no timer, the clock at 0).
+void ResetDesktop() {
+    zel::DesktopConfig config;
+    config.width = kHostWidth;
+    config.height = kHostHeight;
+    zel::Desktop::Get().Reset(config);
+    CWnd::DeleteTempMap();
+    zel::ClearMessageBoxes();
+}
 
 // ---- the host ------------------------------------------------------------------------------------
 
@@ -90,11 +113,33 @@ public:
     Storm();
     ~Storm();
 
-    void Build();
+    // The host as every input finds it: built, painted and watched.
+    void Start();
+    // Back to what Start left after an input (Reset), or nothing at all (TearDown).
+    void Reset();
+    void TearDown();
+    bool Started() const { return started_; }
     void Run(ScriptReader& in);
     void React(const Host::Armed& armed, UINT message, LPARAM lParam);
+    // A message reached `hwnd`: the control it belongs to is no longer as built.
+    void Touched(HWND hwnd);
 
 private:
+    void Build();
+    // The control named by an operation, marked as touched.
+    uint8_t Touch(uint8_t control) {
+        if (control < kControlCount) touched_.set(control);
+        return control;
+    }
+    bool HostAsBuilt();
+    void Renew(int control);
+    void RestoreOrder(const std::bitset<kControlCount>& renewed);
+    HWND BuiltFocus() {
+        if (builtFocus_ == kFocusHost) return host_.m_hWnd;
+        return builtFocus_ >= 0 && Alive(builtFocus_) ? Wnd(builtFocus_)->m_hWnd : nullptr;
+    }
+    std::vector<HWND> ChildrenOfHost() const;
+
     // The registered control in a slot, or null.
     const StormControl* Kind(int control) const {
         return control >= 0 && control < kControlCount ? Slots()[control] : nullptr;
@@ -123,7 +168,76 @@ private:
     zel::Desktop& desktop_ = zel::Desktop::Get();
     Host host_;
     std::array<std::unique_ptr<CWnd>, kControlCount> controls_;  // by slot; null for an empty slot
+    // What Start saw: the host's window and style, the host's children by slot (topmost
+    // first), the window with the focus (a slot, kFocusHost or kFocusNone) and the number
+    // of windows.
+    bool started_ = false;
+    HWND builtHost_ = nullptr;
+    LONG builtStyle_ = 0;
+    std::vector<int> builtOrder_;
+    int builtFocus_ = kFocusNone;
+    size_t builtWindows_ = 0;
+    std::bitset<kControlCount> touched_;
+    static constexpr int kFocusHost = -1, kFocusNone = -2;
 };
+
+// ---- watching -------------------------------------------------------------------------------
+//
+// Every window but the host runs under Spy, which marks the control a window belongs to as
+// touched when the window gets anything but painting and queries. Operations mark the
+// controls they name (their own API changes a control without a message). A control
+// neither touched nor named is as it was built, and stays for the next input.
+
+Storm* gStorm = nullptr;
+
+std::unordered_map<HWND, WNDPROC>& SpiedProcs() {
+    static auto* procs = new std::unordered_map<HWND, WNDPROC>;  // still there for the check at exit
+    return *procs;
+}
+
+bool Touches(UINT message) {
+    switch (message) {
+        case WM_PAINT:
+        case WM_ERASEBKGND:
+        case WM_NCPAINT:
+        case WM_GETTEXT:
+        case WM_GETTEXTLENGTH:
+        case WM_NCHITTEST:
+        case WM_SETCURSOR:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORSCROLLBAR: return false;
+        default: return true;
+    }
+}
+
+LRESULT CALLBACK Spy(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto it = SpiedProcs().find(hwnd);
+    const WNDPROC next = it != SpiedProcs().end() ? it->second : ::DefWindowProcW;
+    if (gStorm && Touches(message)) gStorm->Touched(hwnd);
+    const LRESULT result = ::CallWindowProcW(next, hwnd, message, wParam, lParam);
+    if (message == WM_NCDESTROY) SpiedProcs().erase(hwnd);
+    return result;
+}
+
+std::vector<HWND> AllWindows() {
+    std::vector<HWND> all;
+    zel::user::PreOrder(zel::user::Desktop(), all);
+    all.erase(all.begin());  // the desktop window
+    return all;
+}
+
+// Puts every window not yet watched (but `except`) under Spy: called after each operation,
+// so windows a control makes for itself are watched from then on.
+void WatchWindows(HWND except) {
+    for (HWND hwnd : AllWindows()) {
+        if (hwnd == except) continue;
+        const auto proc = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
+        if (proc == Spy) continue;
+        SpiedProcs()[hwnd] = proc;
+        ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy));
+    }
+}
 
 bool Host::Matches(UINT message) const {
     switch (armed.trigger) {
@@ -162,15 +276,11 @@ LRESULT Host::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 // ---- building -------------------------------------------------------------------------------
 
-Storm::Storm() : host_(*this) {
-    for (int c = 0; c < kControlCount; ++c)
-        if (const StormControl* kind = Kind(c)) controls_[c] = kind->make();
-}
+Storm::Storm() : host_(*this) { gStorm = this; }
 
 Storm::~Storm() {
-    // Controls first, as a dialog's members die after its window; whatever is still a
-    // window goes with the host.
-    if (host_.m_hWnd) host_.DestroyWindow();
+    TearDown();
+    gStorm = nullptr;
 }
 
 CRect Storm::ScreenRectOf(int control) {
@@ -193,12 +303,133 @@ void Storm::Create(int control, const RECT* place) {
     LoadStandardSkin(control);
 }
 
+// Makes the host if it is gone and every control whose window is gone (also the script's
+// "recreate the host").
 void Storm::Build() {
     if (!host_.m_hWnd && !host_.CreateEx(0, nullptr, L"storm", WS_POPUP | WS_VISIBLE, 0, 0, kHostWidth, kHostHeight, nullptr, nullptr))
         fuzzing::Finding(kName, "the host window cannot be created");
     for (int c = 0; c < kControlCount; ++c)
         if (Kind(c) && !Alive(c)) Create(c);
     desktop_.RunUntilIdle();
+}
+
+std::vector<HWND> Storm::ChildrenOfHost() const {
+    std::vector<HWND> children;
+    for (HWND child = ::GetWindow(host_.m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
+        children.push_back(child);
+    return children;
+}
+
+void Storm::Start() {
+    for (int c = 0; c < kControlCount; ++c)
+        if (const StormControl* kind = Kind(c)) controls_[c] = kind->make();
+    Build();
+    builtHost_ = host_.m_hWnd;
+    builtStyle_ = ::GetWindowLongW(host_.m_hWnd, GWL_STYLE);
+    builtOrder_.clear();
+    for (HWND child : ChildrenOfHost())
+        for (int c = 0; c < kControlCount; ++c)
+            if (Wnd(c) && Wnd(c)->m_hWnd == child) builtOrder_.push_back(c);
+    const HWND focus = ::GetFocus();
+    builtFocus_ = focus == host_.m_hWnd ? kFocusHost : kFocusNone;
+    for (int c = 0; c < kControlCount; ++c)
+        if (focus && Wnd(c) && Wnd(c)->m_hWnd == focus) builtFocus_ = c;
+    WatchWindows(host_.m_hWnd);
+    builtWindows_ = AllWindows().size();
+    touched_.reset();
+    started_ = true;
+}
+
+// Everything gone: the host, the controls' windows and objects, and the desktop's windows,
+// timers, queue and clock.
+void Storm::TearDown() {
+    if (host_.m_hWnd) host_.DestroyWindow();
+    for (std::unique_ptr<CWnd>& control : controls_) control.reset();  // their constructors make fonts
+    host_.armed = {};
+    SpiedProcs().clear();
+    ResetDesktop();
+    started_ = false;
+}
+
+void Storm::Touched(HWND hwnd) {
+    for (HWND h = hwnd; h && h != host_.m_hWnd; h = ::GetParent(h))
+        for (int c = 0; c < kControlCount; ++c)
+            if (controls_[c] && controls_[c]->m_hWnd == h) {
+                touched_.set(c);
+                return;
+            }
+}
+
+bool Storm::HostAsBuilt() {
+    if (host_.m_hWnd != builtHost_ || !::IsWindow(builtHost_)) return false;
+    // A reaction may have moved, disabled or hidden the host through a control's
+    // notification: put it back (what its controls get from that touches them).
+    CRect rc;
+    ::GetWindowRect(builtHost_, &rc);
+    if (!rc.EqualRect(CRect(0, 0, kHostWidth, kHostHeight)))
+        ::SetWindowPos(builtHost_, nullptr, 0, 0, kHostWidth, kHostHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (!::IsWindowEnabled(builtHost_)) ::EnableWindow(builtHost_, TRUE);
+    if (!::IsWindowVisible(builtHost_)) ::ShowWindow(builtHost_, SW_SHOW);
+    if (::GetActiveWindow() != builtHost_) ::SetActiveWindow(builtHost_);
+    return ::GetWindowRect(builtHost_, &rc) &&
+           rc.EqualRect(CRect(0, 0, kHostWidth, kHostHeight)) && ::GetWindowLongW(builtHost_, GWL_STYLE) == builtStyle_ &&
+           ::GetActiveWindow() == builtHost_;
+}
+
+// A new object for the slot, its old window gone with the old one.
+void Storm::Renew(int control) {
+    CWnd* old = Wnd(control);
+    if (old && old->m_hWnd && ::IsWindow(old->m_hWnd)) old->DestroyWindow();
+    controls_[control] = Kind(control)->make();
+}
+
+// New windows go on top of their siblings; put the renewed controls back where they were
+// in the order of building, which decides which of two overlapping controls takes a press.
+void Storm::RestoreOrder(const std::bitset<kControlCount>& renewed) {
+    HWND above = HWND_TOP;
+    for (int c : builtOrder_) {
+        if (!Alive(c)) continue;
+        const HWND hwnd = Wnd(c)->m_hWnd;
+        if (renewed[c] && ::GetWindow(hwnd, GW_HWNDPREV) != (above == HWND_TOP ? nullptr : above))
+            ::SetWindowPos(hwnd, above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        above = hwnd;
+    }
+}
+
+// After an input: the host as Start left it, or, when the input changed the host itself,
+// built again from nothing.
+void Storm::Reset() {
+    host_.armed = {};
+    if (!HostAsBuilt()) {
+        TearDown();
+        Start();
+        return;
+    }
+    if (::GetCapture()) ::ReleaseCapture();
+    if (::GetFocus() != BuiltFocus()) ::SetFocus(BuiltFocus());  // the loser is touched by its WM_KILLFOCUS
+    const std::bitset<kControlCount> renew = touched_;
+    for (int c = 0; c < kControlCount; ++c)
+        if (renew[c] && Kind(c)) Renew(c);
+    // The built host has no timer, nothing queued and its clock at 0: the renewed controls
+    // are made at the time they were first made.
+    zel::user::KillAllTimers();
+    zel::user::ResetQueue();
+    zel::user::ResetInput(zel::DesktopConfig().doubleClickMs);
+    zel::kernel::UseVirtualClock(zel::DesktopConfig().localStart);
+    for (int c = 0; c < kControlCount; ++c)
+        if (renew[c] && Kind(c)) Create(c);
+    RestoreOrder(renew);
+    desktop_.RunUntilIdle();
+    fuzzing::CheckLoopSettled(kName, "putting the host back");
+    WatchWindows(host_.m_hWnd);
+    touched_.reset();
+    if (::GetFocus() != BuiltFocus()) ::SetFocus(BuiltFocus());
+    const size_t windows = AllWindows().size();
+    if (windows != builtWindows_)
+        fuzzing::Finding(kName, "windows leaked: " + std::to_string(builtWindows_) + " when built, " +
+                                    std::to_string(windows) + " after the input's controls were made anew");
+    CWnd::DeleteTempMap();
+    zel::ClearMessageBoxes();
 }
 
 // ---- operations ------------------------------------------------------------------------------
@@ -239,13 +470,13 @@ void Storm::RunCall(int control, uint8_t call, ScriptReader& in) {
 }
 
 void Storm::DoCall(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     const uint8_t call = in.U8();
     RunCall(control, call, in);
 }
 
 void Storm::DoLoadSkin(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     const CString skin = ReadSkinString(in);
     const CString reserved = in.U8() & 1 ? skin : CString();
     const StormControl* kind = Kind(control);
@@ -253,19 +484,19 @@ void Storm::DoLoadSkin(ScriptReader& in) {
 }
 
 void Storm::DoEnable(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     const BOOL enable = in.U8() & 1;
     if (const StormControl* kind = Kind(control)) kind->enable(*Wnd(control), enable);
 }
 
 void Storm::DoShow(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     const int command = in.Pick(12);
     if (const StormControl* kind = Kind(control)) kind->show(*Wnd(control), command);
 }
 
 void Storm::DoMove(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     StormMove move{};
     move.x = ReadCoord(in);
     move.y = ReadCoord(in);
@@ -280,13 +511,13 @@ void Storm::DoMove(ScriptReader& in) {
 }
 
 void Storm::DoDestroy(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount + 1);
+    const uint8_t control = Touch(in.Pick(kControlCount + 1));
     CWnd* wnd = control == kControlCount ? &host_ : Wnd(control);
     if (wnd) wnd->DestroyWindow();
 }
 
 void Storm::DoRecreate(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount + 1);
+    const uint8_t control = Touch(in.Pick(kControlCount + 1));
     const bool elsewhere = in.U8() & 1;
     if (control == kControlCount || !host_.m_hWnd) {
         Build();
@@ -307,7 +538,7 @@ void Storm::DoRecreate(ScriptReader& in) {
 void Storm::DoArm(ScriptReader& in) {
     host_.armed.trigger = static_cast<Trigger>(in.Pick(kTriggerCount));
     host_.armed.reaction = static_cast<Reaction>(in.Pick(kReactionCount));
-    host_.armed.target = in.Pick(kControlCount);
+    host_.armed.target = Touch(in.Pick(kControlCount));
     host_.armed.count = 1 + in.Pick(3);
     host_.armed.arg = ReadValue(in);
     host_.armed.call = in.U8();
@@ -315,14 +546,14 @@ void Storm::DoArm(ScriptReader& in) {
 }
 
 void Storm::DoText(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     CString text = FromUtf8(in.Text());
     if (in.U8() & 1) text = CString(L'W', 40 * in.U8()) + text;  // captions far wider than the control
     if (const StormControl* kind = Kind(control)) kind->setText(*Wnd(control), text);
 }
 
 void Storm::DoRawMessage(ScriptReader& in) {
-    const uint8_t control = in.Pick(kControlCount);
+    const uint8_t control = Touch(in.Pick(kControlCount));
     HWND hwnd = Wnd(control) ? Wnd(control)->m_hWnd : nullptr;
     const uint16_t x = in.U16();
     const LPARAM point = MAKELPARAM(x, in.U16());
@@ -394,7 +625,7 @@ void Storm::Run(ScriptReader& in) {
             case kKey: DoKey(in); break;
             case kAdvance: desktop_.Advance(in.U16() % 2001); break;
             case kFocus:
-                if (CWnd* wnd = Wnd(in.Pick(kControlCount))) wnd->SetFocus();
+                if (CWnd* wnd = Wnd(Touch(in.Pick(kControlCount)))) wnd->SetFocus();
                 break;
             case kCall: DoCall(in); break;
             case kLoadSkin: DoLoadSkin(in); break;
@@ -410,40 +641,68 @@ void Storm::Run(ScriptReader& in) {
         desktop_.RunUntilIdle();
         fuzzing::CheckLoopSettled(kName, ("op " + std::to_string(op)).c_str());
         CheckPromises(op);
+        WatchWindows(host_.m_hWnd);
     }
 }
 
-// A screen just the host's size: every pixel painted costs, and most of the time goes to
-// painting. Each input leaves the desktop reset (no window, no timer, the clock at 0) for
-// the next.
-void ResetDesktop() {
-    zel::DesktopConfig config;
-    config.width = kHostWidth;
-    config.height = kHostHeight;
-    zel::Desktop::Get().Reset(config);
-    CWnd::DeleteTempMap();
-    zel::ClearMessageBoxes();
+// The counts everything is checked against: the desktop reset and the skin files written,
+// nothing built.
+zel::GdiCounts& StartCounts() {
+    static zel::GdiCounts counts;
+    return counts;
+}
+
+Storm& TheStorm() {
+    static Storm* storm = new Storm;  // torn down by FullCheck at exit, never destroyed
+    return *storm;
+}
+
+// Everything torn down: no window left, and every GDI object made since the start released.
+void FullCheck() {
+    TheStorm().TearDown();
+    const size_t windows = AllWindows().size();
+    if (windows != 0) fuzzing::Finding(kName, std::to_string(windows) + " windows left after tearing the host down");
+    fuzzing::CheckGdiBalance(kName, StartCounts());
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
+extern "C" const char* __asan_default_options() { return fuzzing::kAsanDefaults; }
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    fuzzing::DefaultFlags(argc, argv, {"-entropic=0"});
     fuzzing::TheOutput();
     ResetDesktop();
     Skins();
+    StartCounts() = zel::LiveGdiObjects();
     return 0;
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+// The check at exit. Exit handlers run in the reverse order of registration, mixed with the
+// destructors of function-local statics in the reverse order of their construction; a
+// control's static made after the handler was registered would be gone before it tears the
+// controls down. So the handler is registered again whenever the host is built from nothing
+// (the first input, and after every full check): the latest registration runs first, and
+// only it does the work.
+void CheckAtExit() {
+    static bool done = false;
+    if (done) return;
+    done = true;
     fuzzing::QuietInput quiet;
-    const zel::GdiCounts before = zel::LiveGdiObjects();
-    {
-        Storm storm;
-        storm.Build();
-        ScriptReader in(data, size);
-        storm.Run(in);
+    FullCheck();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static int inputs = 0;
+    fuzzing::QuietInput quiet;
+    Storm& storm = TheStorm();
+    if (!storm.Started()) {
+        storm.Start();
+        std::atexit(CheckAtExit);
     }
-    ResetDesktop();
-    fuzzing::CheckGdiBalance(kName, before);
+    ScriptReader in(data, size);
+    storm.Run(in);
+    storm.Reset();
+    if (++inputs % kFullCheckEvery == 0) FullCheck();
     return 0;
 }

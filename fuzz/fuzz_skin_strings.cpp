@@ -13,6 +13,7 @@
 #include <zel/desktop.h>
 
 #include <string>
+#include <vector>
 
 #include "CZELButton.h"
 #include "CZELChkBox.h"
@@ -93,10 +94,30 @@ protected:
     }
 };
 
-// Every control that takes a skin string, once with a window and once without.
+// One host for every input (made once: a host and a desktop reset per input cost more
+// than the loads), on a screen of its size.
+constexpr int kHostSize = 200;
+
+Host& TheHost() {
+    static Host* host = [] {
+        auto* h = new Host;
+        h->CreateEx(0, nullptr, L"host", WS_POPUP | WS_VISIBLE, 0, 0, kHostSize, kHostSize, nullptr, nullptr);
+        return h;
+    }();
+    return *host;
+}
+
+// Every window below the desktop.
+int LiveWindows() {
+    std::vector<HWND> all;
+    zel::user::PreOrder(zel::user::Desktop(), all);
+    return static_cast<int>(all.size()) - 1;
+}
+
+// Every control that takes a skin string, once with a window and once without; the
+// controls are made for the input and gone with it.
 void LoadEverywhere(const CString& skin, const CString& reserved) {
-    Host host;
-    host.CreateEx(0, nullptr, L"host", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr);
+    Host& host = TheHost();
     CZELButton button, bareButton;
     CZELChkBox check, bareCheck;
     CZELScrollbar bar, bareBar;
@@ -117,15 +138,19 @@ void LoadEverywhere(const CString& skin, const CString& reserved) {
     bareButton.LoadSkin(skin, reserved);
     zel::Desktop::Get().RunUntilIdle();
     fuzzing::CheckLoopSettled(kName, "loading skins");
-    host.DestroyWindow();
 }
 
 }  // namespace
 
+extern "C" const char* __asan_default_options() { return fuzzing::kAsanDefaults; }
+
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     fuzzing::TheOutput();
-    zel::Desktop::Get().Reset();
+    zel::DesktopConfig config;
+    config.width = config.height = kHostSize;
+    zel::Desktop::Get().Reset(config);
     storm::Skins();
+    TheHost();
     return 0;
 }
 
@@ -136,9 +161,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const CString skin = Decode(data + 1, size - 1, mode & 1);
     CheckSplit(skin);
     const zel::GdiCounts before = zel::LiveGdiObjects();
+    const int windowsBefore = LiveWindows();
     LoadEverywhere(skin, mode & 2 ? skin : CString());
-    zel::Desktop::Get().Reset();
+    zel::Desktop::Get().RunUntilIdle();  // the host's area where the controls were
     CWnd::DeleteTempMap();
     fuzzing::CheckGdiBalance(kName, before);
+    if (LiveWindows() != windowsBefore)
+        fuzzing::Finding(kName, "windows left after the controls were destroyed: " +
+                                    std::to_string(LiveWindows() - windowsBefore));
     return 0;
 }

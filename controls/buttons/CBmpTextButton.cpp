@@ -78,10 +78,22 @@ void CBmpTextButton::DrawBitmap(CDC* pDC, STATE state) {
 
     const bool active = state == STATE_FOCUS || state == STATE_DOWN;
     const HBITMAP skin = (*m_skin)[state == STATE_FOCUS ? kFocus : state == STATE_DOWN ? kDown : kNormal];
-    zelctl::OffscreenCanvas canvas(*pDC, rc.Width(), rc.Height());
+    const HFONT font = active ? m_fontActive->get() : m_fontNormal->get();
+    // The canvas covers what the paint can change; the caption is placed in its coordinates.
+    zelctl::OffscreenCanvas canvas(*pDC, zelctl::OffscreenCanvas::PaintArea(*pDC, rc.Width(), rc.Height()));
     canvas.Stretch(skin, 0, 0, rc.Width(), rc.Height());
-    zelctl::DrawSkinText(canvas.dc(), text, rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE,
-                         active ? m_crActive : m_crNormal, active ? m_fontActive->get() : m_fontNormal->get());
+    RECT textRect = canvas.Local(rc);
+    if (textRect.left < 0) {
+        // DrawText centres at (left + right - width) / 2, rounded toward zero. A caption that
+        // starts left of the canvas gets a negative sum there where the client area has a
+        // positive one, and an odd sum would round the other way: a pixel more on the left
+        // keeps the caption where a whole-client canvas puts it.
+        const zelctl::SelectGuard guard(canvas.dc(), font);
+        const long long sum = static_cast<long long>(rc.left) + rc.right - zelctl::TextWidth(canvas.dc(), text);
+        if (sum >= 0 && (sum & 1) && sum < -2LL * textRect.left) --textRect.left;
+    }
+    zelctl::DrawSkinText(canvas.dc(), text, textRect, DT_CENTER | DT_VCENTER | DT_SINGLELINE,
+                         active ? m_crActive : m_crNormal, font);
     canvas.Present();
 }
 

@@ -77,6 +77,21 @@ OffscreenCanvas::OffscreenCanvas(HDC screen, int width, int height, CanvasStore&
         ::IntersectClipRect(mem_, box.left, box.top, box.right, box.bottom);
 }
 
+OffscreenCanvas::OffscreenCanvas(HDC screen, const RECT& area)
+    : OffscreenCanvas(screen, area.right - area.left, area.bottom - area.top) {
+    origin_ = POINT{area.left, area.top};
+    // Pattern brushes keep their phase to the client area, as on a whole-client canvas.
+    if (surface_) ::SetBrushOrgEx(mem_, -area.left, -area.top, nullptr);
+}
+
+RECT OffscreenCanvas::PaintArea(HDC screen, int width, int height) {
+    const RECT client{0, 0, width > 0 ? width : 0, height > 0 ? height : 0};
+    RECT box{}, area{};
+    if (::GetClipBox(screen, &box) == ERROR) return client;
+    ::IntersectRect(&area, &client, &box);  // empty when nothing of the window shows
+    return area;
+}
+
 OffscreenCanvas::~OffscreenCanvas() {
     if (oldPiece_) ::SelectObject(pieces_, oldPiece_);
     if (stored_) {
@@ -99,7 +114,7 @@ bool OffscreenCanvas::Select(HBITMAP piece, bool needsSurface) {
 
 void OffscreenCanvas::Blit(HBITMAP piece, int x, int y, int w, int h, int sx, int sy) {
     if (w <= 0 || h <= 0) return;
-    if (Select(piece)) ::BitBlt(mem_, x, y, w, h, pieces_, sx, sy, SRCCOPY);
+    if (Select(piece)) ::BitBlt(mem_, x - origin_.x, y - origin_.y, w, h, pieces_, sx, sy, SRCCOPY);
 }
 
 void OffscreenCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
@@ -107,41 +122,43 @@ void OffscreenCanvas::Stretch(HBITMAP piece, int x, int y, int w, int h) {
     // than drawn mirrored by a negative extent.
     if (w <= 0 || h <= 0) return;
     const SIZE size = BitmapSize(piece);
-    if (Select(piece)) ::StretchBlt(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, SRCCOPY);
+    if (Select(piece)) ::StretchBlt(mem_, x - origin_.x, y - origin_.y, w, h, pieces_, 0, 0, size.cx, size.cy, SRCCOPY);
 }
 
 void OffscreenCanvas::Transparent(HBITMAP piece, int x, int y, int w, int h, COLORREF key) {
     const SIZE size = BitmapSize(piece);
-    if (Select(piece)) TransparentBlit(mem_, x, y, w, h, pieces_, 0, 0, size.cx, size.cy, key);
+    if (Select(piece)) TransparentBlit(mem_, x - origin_.x, y - origin_.y, w, h, pieces_, 0, 0, size.cx, size.cy, key);
 }
 
 void OffscreenCanvas::Tile(HBITMAP piece, const RECT& rc) {
     if (!piece || !surface_ || rc.right <= rc.left || rc.bottom <= rc.top) return;
     HBRUSH brush = ::CreatePatternBrush(piece);
     if (!brush) return;
-    ::FillRect(mem_, &rc, brush);
+    const RECT local = Local(rc);
+    ::FillRect(mem_, &local, brush);
     ::DeleteObject(brush);
 }
 
 void OffscreenCanvas::Fill(const RECT& rc, COLORREF colour) {
     if (!surface_) return;
     HBRUSH brush = ::CreateSolidBrush(colour);
-    ::FillRect(mem_, &rc, brush);
+    const RECT local = Local(rc);
+    ::FillRect(mem_, &local, brush);
     ::DeleteObject(brush);
 }
 
 void OffscreenCanvas::ScreenPiece(HBITMAP screenBitmap, HWND window) {
     RECT rc{};
     if (!::GetWindowRect(window, &rc)) return;
-    Blit(screenBitmap, 0, 0, width_, height_, rc.left, rc.top);
+    Blit(screenBitmap, origin_.x, origin_.y, width_, height_, rc.left + origin_.x, rc.top + origin_.y);
 }
 
 void OffscreenCanvas::PresentPiece(HBITMAP piece) {
-    if (Select(piece, false)) ::BitBlt(screen_, 0, 0, width_, height_, pieces_, 0, 0, SRCCOPY);
+    if (Select(piece, false)) ::BitBlt(screen_, origin_.x, origin_.y, width_, height_, pieces_, origin_.x, origin_.y, SRCCOPY);
 }
 
 void OffscreenCanvas::Present() {
-    if (surface_) ::BitBlt(screen_, 0, 0, width_, height_, mem_, 0, 0, SRCCOPY);
+    if (surface_) ::BitBlt(screen_, origin_.x, origin_.y, width_, height_, mem_, 0, 0, SRCCOPY);
 }
 
 }  // namespace zelctl

@@ -63,11 +63,26 @@ public:
     // memory DC's state (objects, colours, modes, clipping) is put back at the end, so each
     // paint starts from the same DC as a fresh canvas; the pixels are the last paint's.
     OffscreenCanvas(HDC screen, int width, int height, CanvasStore& store);
+    // A canvas for `area` of the client area only (client coordinates, PaintArea's answer):
+    // it gets the pixels the whole-client canvas would get there and costs what the area
+    // covers, however large the window. Drawing calls still take client coordinates.
+    OffscreenCanvas(HDC screen, const RECT& area);
     ~OffscreenCanvas();
     OffscreenCanvas(const OffscreenCanvas&) = delete;
     OffscreenCanvas& operator=(const OffscreenCanvas&) = delete;
 
+    // The part of a width x height client area that a paint through `screen` can change:
+    // the DC's clip box (the update area as far as the window shows through its parents and
+    // on the screen), within the client area. A window moved to 32767 x 32767 paints what
+    // shows of it, not a gigabyte canvas.
+    static RECT PaintArea(HDC screen, int width, int height);
+
+    // The memory DC; it is in canvas coordinates, so drawing on it directly goes through
+    // Local().
     HDC dc() const { return mem_; }
+    RECT Local(const RECT& client) const {
+        return RECT{client.left - origin_.x, client.top - origin_.y, client.right - origin_.x, client.bottom - origin_.y};
+    }
     int width() const { return width_; }
     int height() const { return height_; }
 
@@ -100,6 +115,7 @@ private:
 
     HDC screen_;
     int width_, height_;
+    POINT origin_{0, 0};  // the client point at the canvas's (0, 0)
     HDC mem_ = nullptr, pieces_ = nullptr;
     HBITMAP surface_ = nullptr;
     HGDIOBJ oldSurface_ = nullptr, oldPiece_ = nullptr;

@@ -16,20 +16,35 @@ void LeaveMaskColours(HDC dst) {
 
 void TransparentBlit(HDC dst, int x, int y, int w, int h, HDC src, int sx, int sy, int sw, int sh, COLORREF key) {
     if (!dst || !src || w <= 0 || h <= 0) return;
-    // Unstretched from inside a colour source: the platform's one-pass equivalent of the
-    // mask sequence below.
-    if (w == sw && h == sh && zel::KeyBlt(dst, x, y, w, h, src, sx, sy, key)) {
+    // Only the part of the destination that its clip lets through is worked on: a thumb
+    // stretched over a 32767-pixel slider costs what shows of it. The stretch is still
+    // planned over the whole destination, so every pixel is the one a full copy would give.
+    const RECT whole{x, y, x + w, y + h};
+    RECT box{}, part = whole;
+    if (::GetClipBox(dst, &box) != ERROR && !::IntersectRect(&part, &whole, &box)) {
         LeaveMaskColours(dst);
         return;
     }
-    // Scratch colour copy of the destination's size.
+    const int px = part.left - x, py = part.top - y;
+    x = part.left;
+    y = part.top;
+    const int fw = w, fh = h;
+    w = part.right - part.left;
+    h = part.bottom - part.top;
+    // Unstretched from inside a colour source: the platform's one-pass equivalent of the
+    // mask sequence below.
+    if (fw == sw && fh == sh && zel::KeyBlt(dst, x, y, w, h, src, sx + px, sy + py, key)) {
+        LeaveMaskColours(dst);
+        return;
+    }
+    // Scratch colour copy of the visible part.
     HDC scratch = ::CreateCompatibleDC(dst);
     HBITMAP scratchBmp = ::CreateCompatibleBitmap(dst, w, h);
     HGDIOBJ oldScratch = ::SelectObject(scratch, scratchBmp);
-    if (w == sw && h == sh)
-        ::BitBlt(scratch, 0, 0, w, h, src, sx, sy, SRCCOPY);
+    if (fw == sw && fh == sh)
+        ::BitBlt(scratch, 0, 0, w, h, src, sx + px, sy + py, SRCCOPY);
     else
-        ::StretchBlt(scratch, 0, 0, w, h, src, sx, sy, sw, sh, SRCCOPY);
+        ::StretchBlt(scratch, -px, -py, fw, fh, src, sx, sy, sw, sh, SRCCOPY);
     if (zel::KeyBlt(dst, x, y, w, h, scratch, 0, 0, key)) {
         LeaveMaskColours(dst);
         ::SelectObject(scratch, oldScratch);

@@ -392,7 +392,7 @@ void CZELSlider::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
+    zelctl::OffscreenCanvas canvas(dc, zelctl::OffscreenCanvas::PaintArea(dc, client.Width(), client.Height()));
     if (m_nStyle)
         PaintProgress(canvas, client.Width(), client.Height());
     else

@@ -3,8 +3,11 @@
 #include <CBmpTextButton.h>
 #include <zel/resources.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
+#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -95,6 +98,36 @@ TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {
     button.reset();
     { CBmpTextButton never; }
     EXPECT_EQ(zel::LiveGdiObjects().fonts, fonts);
+}
+
+// A paint costs what shows of the button: half hidden past the parent's left edge it shows
+// the columns (skin and caption) it shows whole, and at 32767 x 1000, of which the parent
+// shows 290 x 190, a repaint writes a few layers of that, not a canvas of the window.
+TEST_F(BmpTextButton, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    auto button = Make(L"Wide caption");
+    auto shown = [&] {
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < kPlace.Height(); ++y)
+            for (int x = 60; x < kPlace.Width(); ++x) pixels.push_back(ShownAt(button->m_hWnd, x, y));
+        return pixels;
+    };
+    const std::vector<COLORREF> whole = shown();
+    EXPECT_NE(std::count(whole.begin(), whole.end(), kBlack), 0) << "the caption reaches the compared columns";
+    button->MoveWindow(kPlace.left - 60, kPlace.top, kPlace.Width(), kPlace.Height());
+    desktop.RunUntilIdle();
+    const std::vector<COLORREF> hidden = shown();
+    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
+    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin()) << ": "
+                                             << Hex(*differ.first) << " whole, " << Hex(*differ.second) << " half hidden";
+
+    button->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
+    desktop.RunUntilIdle();
+    button->Invalidate();
+    const uint64_t before = zel::gdi::pixelsWritten;
+    desktop.RunUntilIdle();
+    const uint64_t written = zel::gdi::pixelsWritten - before;
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, 4u * 290 * 190) << "pixels written by one repaint";
 }
 
 // The goldens are the caption's contract: 14-pixel black bold Tahoma on the normal face,

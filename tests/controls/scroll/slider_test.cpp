@@ -1,8 +1,11 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "CZELSlider.h"
+#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -103,6 +106,38 @@ TEST_F(SliderTest, NinePieceSkinTakesTheCapHeightAndLaysTheChannelBetweenTheCaps
     s.SetPos(50);
     Show();  // caps, end pieces, fill, keyed thumb and channel: the golden's pixels
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "normal", kFence));
+}
+
+// A paint costs what shows of the slider. Half hidden past the parent's left edge, the
+// slider shows exactly the columns it shows whole (its canvas then starts inside the client
+// area: pieces, the stretched channel and fill, the keyed thumb all land the same); moved
+// 32767 wide, of which the parent shows 110 columns, a repaint writes a few layers of those
+// columns, not of the whole window.
+TEST_F(SliderTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    ProbeSlider& s = MakeNinePiece();
+    s.SetPos(50);
+    Show();
+    auto shown = [&] {
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < 16; ++y)
+            for (int x = 20; x < 80; ++x) pixels.push_back(ShownAt(s.m_hWnd, x, y));
+        return pixels;
+    };
+    const std::vector<COLORREF> whole = shown();
+    s.MoveWindow(kX - 30, kY, 80, 16);
+    Show();
+    const std::vector<COLORREF> hidden = shown();
+    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
+    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin());
+
+    s.MoveWindow(kX, kY, 32767, 16);
+    Show();
+    s.Invalidate();
+    const uint64_t before = zel::gdi::pixelsWritten;
+    Show();
+    const uint64_t written = zel::gdi::pixelsWritten - before;
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, 8u * 110 * 16) << "pixels written by one repaint";
 }
 
 TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
