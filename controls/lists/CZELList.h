@@ -59,6 +59,8 @@
 namespace zelctl {
 class SkinSet;
 class OwnedFont;
+class CanvasStore;
+class OffscreenCanvas;
 }  // namespace zelctl
 namespace zelctl::lists {
 struct RowStore;
@@ -156,10 +158,12 @@ protected:
 
     void PreSubclassWindow() override;
 
-    void Draw(HDC hdc);
-    void Draw1(HDC hdc);
-    void Draw2(HDC hdc);
-    void Draw3(HDC hdc);
+    // Each paints the whole client into the kept canvas (the panel around the list area,
+    // then the rows inside it), limited to the canvas's clip.
+    void Draw(zelctl::OffscreenCanvas& canvas);
+    void Draw1(zelctl::OffscreenCanvas& canvas);
+    void Draw2(zelctl::OffscreenCanvas& canvas);
+    void Draw3(zelctl::OffscreenCanvas& canvas);
 
     afx_msg void OnPaint();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
@@ -219,6 +223,27 @@ private:
     int ColumnZeroRight();
     // The pieces of one row: left cap, middle, right cap.
     void RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const;
+
+    // How far above (lo <= 0) and below (hi) a row's top anything of a row may be drawn,
+    // selected or not, in any image entry: the band a row's look lives in.
+    struct RowReach {
+        int lo = 0, hi = 0;
+    };
+    RowReach Reach() const;
+    // The list area of the current style in a client of this size (as the paint lays it).
+    CRect ListArea(const CRect& client) const;
+    // The top of the k-th visible row in list-area coordinates (64 bits: k may be any row).
+    long long RowTop(long long k, const CRect& listArea) const;
+    // Whether a row whose top is `top` (list-area coordinates) reaches into `box`, the
+    // canvas's clip box taken into list-area coordinates.
+    bool RowShows(long long top, const RowReach& reach, const RECT& box) const {
+        return top + reach.hi > box.top && top + reach.lo < box.bottom;
+    }
+    // Invalidates the bands of rows a and b (either may be -1), nothing for a row off the
+    // list area; the rest of the list keeps its pixels.
+    void InvalidateRows(int a, int b);
+
+    std::unique_ptr<zelctl::CanvasStore> m_canvas;  // kept between paints while the size holds
 
     std::vector<ListCell*> m_orphans;
 };
