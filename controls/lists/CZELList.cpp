@@ -635,6 +635,7 @@ void CZELList::OnDestroy() {
     for (int i = 0; i < 4; ++i) m_hFonts[i].Reset();
     ClearImages();
     m_canvas.reset();
+    m_canvasSize = CSize(0, 0);
     CWnd::OnDestroy();
 }
 
@@ -650,6 +651,12 @@ void CZELList::OnPaint() {
     GetClientRect(&client);
     if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
     zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
+    // A new bitmap is covered whole first: a first write that leaves some of it (the panel
+    // around the list area) makes the bitmap clear itself before it.
+    if (m_canvasSize != client.Size()) {
+        canvas.Fill(client, m_clrBack);
+        m_canvasSize = client.Size();
+    }
     switch (m_nStyle) {
         case 1: Draw1(canvas); break;
         case 2: Draw2(canvas); break;

@@ -244,6 +244,7 @@ private:
     void InvalidateRows(int a, int b);
 
     std::unique_ptr<zelctl::CanvasStore> m_canvas;  // kept between paints while the size holds
+    CSize m_canvasSize{0, 0};                       // the kept canvas's size (0 x 0: none yet)
 
     std::vector<ListCell*> m_orphans;
 };
