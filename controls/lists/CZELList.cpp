@@ -110,6 +110,7 @@ int CZELList::ScrollBarWidth() const {
 int CZELList::ScrollPos() const { return HasBar() ? static_cast<int>(m_pScrollBar->GetScrollPos()) : 0; }
 
 void CZELList::Repaint() {
+    m_bStaleAll = true;
     if (::IsWindow(m_hWnd)) Invalidate();
 }
 
@@ -180,6 +181,7 @@ int CZELList::GetItemText(int, int, LPTSTR, int) { return 1; }
 int CZELList::DelOneItem(int nItem) { return Rows().DeleteRow(nItem, m_nCurSel); }
 
 int CZELList::DeleteItem(int nItem) {
+    m_bStaleAll = true;
     if (!DelOneItem(nItem)) return 0;
     UpdataScrollBar();
     Repaint();
@@ -187,6 +189,7 @@ int CZELList::DeleteItem(int nItem) {
 }
 
 int CZELList::DeleteAllItems() {
+    m_bStaleAll = true;
     Rows().DeleteAllRows(m_nCurSel);
     UpdataScrollBar();
     Repaint();
@@ -200,15 +203,18 @@ int CZELList::GetItemHeight() { return m_nItemHeight; }
 // ---- columns -------------------------------------------------------------------------------
 
 int CZELList::InsertColumn(int nCol, const LVCOLUMNW* pColumn) {
+    m_bStaleAll = true;
     if (!pColumn) return -1;
     return Rows().InsertColumn(nCol, *pColumn);
 }
 
 int CZELList::InsertColumn(int nCol, LPCTSTR lpszHeading, int, int nWidth, int) {
+    m_bStaleAll = true;
     return Rows().InsertColumnCuttingRows(nCol, lpszHeading, nWidth);
 }
 
 int CZELList::DeleteColumn(int nCol) {
+    m_bStaleAll = true;
     if (m_nStyle == 1 || m_bPlayStyle) return 0;
     if (nCol >= m_nColumnCount || nCol < 0 || m_nColumnCount < 1 || !m_pColumns) return 0;
     Rows().RemoveColumn(nCol);
@@ -217,6 +223,7 @@ int CZELList::DeleteColumn(int nCol) {
 }
 
 int CZELList::SetColumnWidth(int nCol, int cx) {
+    m_bStaleAll = true;
     if (!Rows().SetColumnWidth(nCol, cx)) return 0;
     Repaint();
     return 1;
@@ -226,11 +233,13 @@ int CZELList::GetColumnWidth(int nCol) { return Rows().ColumnWidth(nCol); }
 
 // The style setters reshape the column set whatever the style guards of DeleteColumn say.
 void CZELList::TrimColumns(int keep) {
+    m_bStaleAll = true;
     while (m_nColumnCount > keep && m_pColumns) Rows().RemoveColumn(m_nColumnCount - 1);
 }
 
 // Appends a descriptor without touching the rows' cells.
 void CZELList::AppendColumn(LPCTSTR heading, int width) {
+    m_bStaleAll = true;
     ++m_nColumnCount;
     Rows().LinkColumn(INT_MAX, heading, width);
 }
@@ -253,12 +262,14 @@ int CZELList::GetIndexByState(CString& s) {
 }
 
 void CZELList::SetCurSel(int n) {
+    m_bStaleAll = true;
     if (n >= 0 && n < m_nItemCount) m_nCurSel = n;
 }
 
 int CZELList::GetCurSel() { return m_nCurSel; }
 
 int CZELList::SetItemState(int nItem, UINT nState, UINT) {
+    m_bStaleAll = true;
     if (nItem < 0 || nItem >= m_nItemCount) return 0;
     if (nState == 1) {
         const int previous = m_nCurSel;
@@ -292,6 +303,7 @@ int CZELList::GetSelect() { return Rows().MarkedRow(); }
 // ---- styles and geometry ---------------------------------------------------------------------
 
 void CZELList::SetSytle(int nStyle) {
+    m_bStaleAll = true;
     if (nStyle < 1 || nStyle > 3) return;
     CRect client;
     if (::IsWindow(m_hWnd)) GetClientRect(&client);
@@ -314,6 +326,7 @@ void CZELList::SetSytle(int nStyle) {
 }
 
 int CZELList::SetPlayStyle(int bOn) {
+    m_bStaleAll = true;
     if (!bOn) {
         m_bPlayStyle = 0;
         return 1;
@@ -352,6 +365,7 @@ int CZELList::SetPlayStyle(int bOn) {
 }
 
 int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
+    m_bStaleAll = true;
     m_nItemHeight = m_nItemHeight - m_nRowInterval + nRowInterval;
     m_nRowInterval = nRowInterval;
     m_nMarginX = nMarginX;
@@ -368,12 +382,14 @@ int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
 }
 
 void CZELList::SetItemHeight(int nHeight) {
+    m_bStaleAll = true;
     m_nItemHeight = nHeight;
     UpdataScrollBar();
     Repaint();
 }
 
 void CZELList::SetScrollInter(int n) {
+    m_bStaleAll = true;
     if (n < 0) return;
     m_nScrollInter = n;
     PlaceBarForStyle();
@@ -395,12 +411,14 @@ void CZELList::PlaceBarForStyle() {
 }
 
 void CZELList::SetFontSizeAndClr(int (&heights)[4], COLORREF (&colours)[2]) {
+    m_bStaleAll = true;
     for (int i = 0; i < 4; ++i) m_hFonts[i].Create(heights[i]);
     m_clrText = colours[0];
     m_clrSelText = colours[1];
 }
 
 void CZELList::ScrollTo(long pos) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd) || !HasBar()) return;
     long lo = 0, hi = 0;
     m_pScrollBar->GetRange(lo, hi);
@@ -414,6 +432,7 @@ void CZELList::ScrollTo(long pos) {
 // until UpdataScrollBar shows it again. OnSize lets the bar of styles 0 and 1 reach the
 // bottom edge (only half the inset is taken off); MoveWindow takes the whole inset.
 void CZELList::LayOutList(bool fromSize) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd)) return;
     CRect client;
     GetClientRect(&client);
@@ -431,12 +450,14 @@ void CZELList::LayOutList(bool fromSize) {
 }
 
 void CZELList::MoveWindow(int x, int y, int cx, int cy, BOOL bRepaint) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd)) return;
     CWnd::MoveWindow(x, y, cx, cy, bRepaint);
     LayOutList(false);
 }
 
 void CZELList::UpdataScrollBar() {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd) || !HasBar()) return;
     CRect client;
     GetClientRect(&client);
@@ -480,6 +501,7 @@ void CZELList::UpdataScrollBar() {
 
 void CZELList::LoadScrollBitmap(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT nUp, UINT nDown, UINT nDownDown,
                                 UINT nUpDown, HINSTANCE hInst) {
+    m_bStaleAll = true;
     m_pScrollBar->LoadBitmapW(nThumb, nThumbDown, nTrack, nUp, nDown, nDownDown, nUpDown, hInst);
     PlaceBarForStyle();
     UpdataScrollBar();
@@ -535,6 +557,7 @@ int CZELList::AddImage(const CString (&normal)[3], const CString (&selected)[3])
 }
 
 void CZELList::ClearImages() {
+    m_bStaleAll = true;
     while (m_pImages) {
         ImageEntry* next = m_pImages->pNext;
         delete m_pImages;
@@ -656,12 +679,31 @@ void CZELList::OnPaint() {
     if (m_canvasSize != client.Size()) {
         canvas.Fill(client, m_clrBack);
         m_canvasSize = client.Size();
+        m_bStaleAll = true;
     }
-    switch (m_nStyle) {
-        case 1: Draw1(canvas); break;
-        case 2: Draw2(canvas); break;
-        case 3: Draw3(canvas); break;
-        default: Draw(canvas); break;
+    // Only what is stale in the kept canvas is drawn again: a window uncovered or repainted
+    // from outside (nothing of the list changed) is one blit.
+    CRect todo;
+    if (::GetClipBox(dc.GetSafeHdc(), &todo) == ERROR) todo = client;
+    todo &= client;
+    const CRect stale = m_bStaleAll ? client : m_rcStale & client;
+    todo &= stale;
+    if (!todo.IsRectEmpty()) {
+        const COLORREF back = m_clrBack;
+        ::IntersectClipRect(canvas.dc(), todo.left, todo.top, todo.right, todo.bottom);
+        switch (m_nStyle) {
+            case 1: Draw1(canvas); break;
+            case 2: Draw2(canvas); break;
+            case 3: Draw3(canvas); break;
+            default: Draw(canvas); break;
+        }
+        if (todo == stale) {
+            m_bStaleAll = false;
+            m_rcStale.SetRectEmpty();
+        }
+        // The panel's first colour is the one sampled by the paint before: the next paint
+        // draws it again in the colour sampled now.
+        if (m_clrBack != back) m_bStaleAll = true;
     }
     canvas.Present();
 }
@@ -766,6 +808,7 @@ void CZELList::InvalidateRows(int a, int b) {
         const long long y1 = std::min<long long>(area.bottom, top + reach.hi);
         if (y0 >= y1) continue;
         const CRect band(area.left, static_cast<int>(y0), area.right, static_cast<int>(y1));
+        m_rcStale.UnionRect(m_rcStale, band);
         InvalidateRect(&band, FALSE);
     }
 }

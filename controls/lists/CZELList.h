@@ -245,6 +245,11 @@ private:
 
     std::unique_ptr<zelctl::CanvasStore> m_canvas;  // kept between paints while the size holds
     CSize m_canvasSize{0, 0};                       // the kept canvas's size (0 x 0: none yet)
+    // What of the kept canvas no longer shows the list: all of it after any change that
+    // repaints the whole list or none (SetCurSel, marks, fonts ...), else the bands of
+    // the rows InvalidateRows invalidated since the last paint that covered them.
+    bool m_bStaleAll = true;
+    CRect m_rcStale{0, 0, 0, 0};
 
     std::vector<ListCell*> m_orphans;
 };

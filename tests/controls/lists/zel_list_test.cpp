@@ -260,6 +260,32 @@ TEST_F(ZelListTest, APressRepaintsOnlyTheRowsLeftAndTaken) {
     }
 }
 
+// Changes that invalidate nothing (as the device's list) still show at the next paint from
+// outside: the kept canvas is not presented as it was.
+TEST_F(ZelListTest, ChangesWithoutRepaintShowAtTheNextPaint) {
+    struct Case {
+        int style;
+        const char* change;
+        void (*apply)(ProbeZList&);
+    } cases[] = {
+        {1, "SetCurSel", [](ProbeZList& l) { l.SetCurSel(3); }},
+        {2, "mark", [](ProbeZList& l) { l.SetItemState(1, 2, 0); }},
+        {1, "fonts", [](ProbeZList& l) {
+             int heights[4] = {20, 20, 16, 12};
+             COLORREF colours[2] = {RGB(200, 0, 0), RGB(0, 200, 0)};
+             l.SetFontSizeAndClr(heights, colours);
+         }},
+    };
+    for (const Case& c : cases) {
+        ProbeZList& l = Make(c.style, 5);
+        const zel::test::Image before = zel::test::CaptureWindow(l.m_hWnd, 0);
+        c.apply(l);
+        l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_NE(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, before.pixels) << c.change;
+        list.reset();
+    }
+}
+
 TEST_F(ZelListTest, Keys) {
     ProbeZList& l = Make(1, 9);
     EXPECT_FALSE(l.Key(VK_DOWN)) << "no selection";
