@@ -269,14 +269,14 @@ void CZELList::SetCurSel(int n) {
 int CZELList::GetCurSel() { return m_nCurSel; }
 
 int CZELList::SetItemState(int nItem, UINT nState, UINT) {
-    m_bStaleAll = true;
     if (nItem < 0 || nItem >= m_nItemCount) return 0;
     if (nState == 1) {
         const int previous = m_nCurSel;
         m_nCurSel = nItem;
         if (previous != nItem) InvalidateRows(previous, nItem);
     } else if (nState == 2) {
-        m_ppRows[nItem]->nMark = 1;
+        m_ppRows[nItem]->nMark = 1;  // shown at the next paint: nothing is invalidated
+        m_bStaleAll = true;
     }
     return 1;
 }
