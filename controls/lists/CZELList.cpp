@@ -42,6 +42,10 @@ void RowText(HDC dc, const CString& text, RECT rc, UINT format) {
 
 }  // namespace
 
+struct CZELList::Canvas : zelctl::OffscreenCanvas {
+    using OffscreenCanvas::OffscreenCanvas;
+};
+
 BEGIN_MESSAGE_MAP(CZELList, CWnd)
 ON_WM_PAINT()
 ON_WM_LBUTTONDOWN()
@@ -673,7 +677,7 @@ void CZELList::OnPaint() {
     CRect client;
     GetClientRect(&client);
     if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
+    Canvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
     // A new bitmap is covered whole first: a first write that leaves some of it (the panel
     // around the list area) makes the bitmap clear itself before it.
     if (m_canvasSize != client.Size()) {
@@ -909,7 +913,7 @@ void LayPanel(zelctl::OffscreenCanvas& canvas, HBITMAP back, const CRect& client
 
 }  // namespace
 
-void CZELList::Draw1(zelctl::OffscreenCanvas& canvas) {
+void CZELList::Draw1(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
     m_rcList = ListArea(client);
@@ -968,7 +972,7 @@ void CZELList::Draw1(zelctl::OffscreenCanvas& canvas) {
     }
 }
 
-void CZELList::Draw2(zelctl::OffscreenCanvas& canvas) {
+void CZELList::Draw2(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
     m_rcList = ListArea(client);
@@ -1016,7 +1020,7 @@ void CZELList::Draw2(zelctl::OffscreenCanvas& canvas) {
 // list area filled (or its background bitmap stretched over it); each row is drawn with
 // the pieces of its image entry, or the list's own row pieces, h - m_nRowInterval high
 // with the interval as the gap below it.
-void CZELList::Draw(zelctl::OffscreenCanvas& canvas) {
+void CZELList::Draw(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
     m_rcList = ListArea(client);
@@ -1073,7 +1077,7 @@ void CZELList::Draw(zelctl::OffscreenCanvas& canvas) {
 
 // Style 3: the panel and list area of style 2 (the background colour sampled the same way),
 // the same caps, and four texts per row.
-void CZELList::Draw3(zelctl::OffscreenCanvas& canvas) {
+void CZELList::Draw3(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
     m_rcList = ListArea(client);

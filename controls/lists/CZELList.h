@@ -60,7 +60,6 @@ namespace zelctl {
 class SkinSet;
 class OwnedFont;
 class CanvasStore;
-class OffscreenCanvas;
 }  // namespace zelctl
 namespace zelctl::lists {
 struct RowStore;
@@ -159,11 +158,13 @@ protected:
     void PreSubclassWindow() override;
 
     // Each paints the whole client into the kept canvas (the panel around the list area,
-    // then the rows inside it), limited to the canvas's clip.
-    void Draw(zelctl::OffscreenCanvas& canvas);
-    void Draw1(zelctl::OffscreenCanvas& canvas);
-    void Draw2(zelctl::OffscreenCanvas& canvas);
-    void Draw3(zelctl::OffscreenCanvas& canvas);
+    // then the rows inside it), limited to the canvas's clip. The canvas type is the
+    // list's own (an OffscreenCanvas), so no helper type shows in the exported names.
+    struct Canvas;
+    void Draw(Canvas& canvas);
+    void Draw1(Canvas& canvas);
+    void Draw2(Canvas& canvas);
+    void Draw3(Canvas& canvas);
 
     afx_msg void OnPaint();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
