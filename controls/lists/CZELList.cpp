@@ -42,6 +42,10 @@ void RowText(HDC dc, const CString& text, RECT rc, UINT format) {
 
 }  // namespace
 
+struct CZELList::Canvas : zelctl::OffscreenCanvas {
+    using OffscreenCanvas::OffscreenCanvas;
+};
+
 BEGIN_MESSAGE_MAP(CZELList, CWnd)
 ON_WM_PAINT()
 ON_WM_LBUTTONDOWN()
@@ -110,6 +114,7 @@ int CZELList::ScrollBarWidth() const {
 int CZELList::ScrollPos() const { return HasBar() ? static_cast<int>(m_pScrollBar->GetScrollPos()) : 0; }
 
 void CZELList::Repaint() {
+    m_bStaleAll = true;
     if (::IsWindow(m_hWnd)) Invalidate();
 }
 
@@ -180,6 +185,7 @@ int CZELList::GetItemText(int, int, LPTSTR, int) { return 1; }
 int CZELList::DelOneItem(int nItem) { return Rows().DeleteRow(nItem, m_nCurSel); }
 
 int CZELList::DeleteItem(int nItem) {
+    m_bStaleAll = true;
     if (!DelOneItem(nItem)) return 0;
     UpdataScrollBar();
     Repaint();
@@ -187,6 +193,7 @@ int CZELList::DeleteItem(int nItem) {
 }
 
 int CZELList::DeleteAllItems() {
+    m_bStaleAll = true;
     Rows().DeleteAllRows(m_nCurSel);
     UpdataScrollBar();
     Repaint();
@@ -200,15 +207,18 @@ int CZELList::GetItemHeight() { return m_nItemHeight; }
 // ---- columns -------------------------------------------------------------------------------
 
 int CZELList::InsertColumn(int nCol, const LVCOLUMNW* pColumn) {
+    m_bStaleAll = true;
     if (!pColumn) return -1;
     return Rows().InsertColumn(nCol, *pColumn);
 }
 
 int CZELList::InsertColumn(int nCol, LPCTSTR lpszHeading, int, int nWidth, int) {
+    m_bStaleAll = true;
     return Rows().InsertColumnCuttingRows(nCol, lpszHeading, nWidth);
 }
 
 int CZELList::DeleteColumn(int nCol) {
+    m_bStaleAll = true;
     if (m_nStyle == 1 || m_bPlayStyle) return 0;
     if (nCol >= m_nColumnCount || nCol < 0 || m_nColumnCount < 1 || !m_pColumns) return 0;
     Rows().RemoveColumn(nCol);
@@ -217,6 +227,7 @@ int CZELList::DeleteColumn(int nCol) {
 }
 
 int CZELList::SetColumnWidth(int nCol, int cx) {
+    m_bStaleAll = true;
     if (!Rows().SetColumnWidth(nCol, cx)) return 0;
     Repaint();
     return 1;
@@ -226,11 +237,13 @@ int CZELList::GetColumnWidth(int nCol) { return Rows().ColumnWidth(nCol); }
 
 // The style setters reshape the column set whatever the style guards of DeleteColumn say.
 void CZELList::TrimColumns(int keep) {
+    m_bStaleAll = true;
     while (m_nColumnCount > keep && m_pColumns) Rows().RemoveColumn(m_nColumnCount - 1);
 }
 
 // Appends a descriptor without touching the rows' cells.
 void CZELList::AppendColumn(LPCTSTR heading, int width) {
+    m_bStaleAll = true;
     ++m_nColumnCount;
     Rows().LinkColumn(INT_MAX, heading, width);
 }
@@ -253,6 +266,7 @@ int CZELList::GetIndexByState(CString& s) {
 }
 
 void CZELList::SetCurSel(int n) {
+    m_bStaleAll = true;
     if (n >= 0 && n < m_nItemCount) m_nCurSel = n;
 }
 
@@ -261,10 +275,12 @@ int CZELList::GetCurSel() { return m_nCurSel; }
 int CZELList::SetItemState(int nItem, UINT nState, UINT) {
     if (nItem < 0 || nItem >= m_nItemCount) return 0;
     if (nState == 1) {
+        const int previous = m_nCurSel;
         m_nCurSel = nItem;
-        Repaint();
+        if (previous != nItem) InvalidateRows(previous, nItem);
     } else if (nState == 2) {
-        m_ppRows[nItem]->nMark = 1;
+        m_ppRows[nItem]->nMark = 1;  // shown at the next paint: nothing is invalidated
+        m_bStaleAll = true;
     }
     return 1;
 }
@@ -291,6 +307,7 @@ int CZELList::GetSelect() { return Rows().MarkedRow(); }
 // ---- styles and geometry ---------------------------------------------------------------------
 
 void CZELList::SetSytle(int nStyle) {
+    m_bStaleAll = true;
     if (nStyle < 1 || nStyle > 3) return;
     CRect client;
     if (::IsWindow(m_hWnd)) GetClientRect(&client);
@@ -313,6 +330,7 @@ void CZELList::SetSytle(int nStyle) {
 }
 
 int CZELList::SetPlayStyle(int bOn) {
+    m_bStaleAll = true;
     if (!bOn) {
         m_bPlayStyle = 0;
         return 1;
@@ -351,6 +369,7 @@ int CZELList::SetPlayStyle(int bOn) {
 }
 
 int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
+    m_bStaleAll = true;
     m_nItemHeight = m_nItemHeight - m_nRowInterval + nRowInterval;
     m_nRowInterval = nRowInterval;
     m_nMarginX = nMarginX;
@@ -367,12 +386,14 @@ int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
 }
 
 void CZELList::SetItemHeight(int nHeight) {
+    m_bStaleAll = true;
     m_nItemHeight = nHeight;
     UpdataScrollBar();
     Repaint();
 }
 
 void CZELList::SetScrollInter(int n) {
+    m_bStaleAll = true;
     if (n < 0) return;
     m_nScrollInter = n;
     PlaceBarForStyle();
@@ -394,12 +415,14 @@ void CZELList::PlaceBarForStyle() {
 }
 
 void CZELList::SetFontSizeAndClr(int (&heights)[4], COLORREF (&colours)[2]) {
+    m_bStaleAll = true;
     for (int i = 0; i < 4; ++i) m_hFonts[i].Create(heights[i]);
     m_clrText = colours[0];
     m_clrSelText = colours[1];
 }
 
 void CZELList::ScrollTo(long pos) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd) || !HasBar()) return;
     long lo = 0, hi = 0;
     m_pScrollBar->GetRange(lo, hi);
@@ -413,6 +436,7 @@ void CZELList::ScrollTo(long pos) {
 // until UpdataScrollBar shows it again. OnSize lets the bar of styles 0 and 1 reach the
 // bottom edge (only half the inset is taken off); MoveWindow takes the whole inset.
 void CZELList::LayOutList(bool fromSize) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd)) return;
     CRect client;
     GetClientRect(&client);
@@ -430,12 +454,14 @@ void CZELList::LayOutList(bool fromSize) {
 }
 
 void CZELList::MoveWindow(int x, int y, int cx, int cy, BOOL bRepaint) {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd)) return;
     CWnd::MoveWindow(x, y, cx, cy, bRepaint);
     LayOutList(false);
 }
 
 void CZELList::UpdataScrollBar() {
+    m_bStaleAll = true;
     if (!::IsWindow(m_hWnd) || !HasBar()) return;
     CRect client;
     GetClientRect(&client);
@@ -479,6 +505,7 @@ void CZELList::UpdataScrollBar() {
 
 void CZELList::LoadScrollBitmap(UINT nThumb, UINT nThumbDown, UINT nTrack, UINT nUp, UINT nDown, UINT nDownDown,
                                 UINT nUpDown, HINSTANCE hInst) {
+    m_bStaleAll = true;
     m_pScrollBar->LoadBitmapW(nThumb, nThumbDown, nTrack, nUp, nDown, nDownDown, nUpDown, hInst);
     PlaceBarForStyle();
     UpdataScrollBar();
@@ -534,6 +561,7 @@ int CZELList::AddImage(const CString (&normal)[3], const CString (&selected)[3])
 }
 
 void CZELList::ClearImages() {
+    m_bStaleAll = true;
     while (m_pImages) {
         ImageEntry* next = m_pImages->pNext;
         delete m_pImages;
@@ -557,15 +585,17 @@ void CZELList::OnLButtonDown(UINT nFlags, CPoint point) {
     const int previous = m_nCurSel;
     const zelctl::RowGeometry rows{m_rcList, m_nItemHeight, ScrollPos(), m_nItemCount};
     m_nCurSel = m_nItemHeight > 0 ? rows.RowAtY(point.y) : m_nItemCount;
-    InvalidateRect(nullptr, TRUE);
     if (m_nCurSel >= m_nItemCount) {
         // Below the last row: the name list selects the last row, the name-and-state list
         // keeps its selection, the others drop it. No notification.
         m_nCurSel = m_nStyle == 1 ? m_nItemCount - 1 : m_nStyle == 2 ? previous : -1;
+        // Only the rows whose look changes are repainted: the old selection and the new.
+        if (m_nCurSel != previous) InvalidateRows(previous, m_nCurSel);
         KillTimer(kClickTimer);
         m_bClickArmed = 0;
         return;
     }
+    if (m_nCurSel != previous) InvalidateRows(previous, m_nCurSel);
     zelctl::lists::PressRow(*this, m_bClickArmed, m_rcClick, kClickTimer, ListDoubleClickTime(), nFlags, point);
 }
 
@@ -595,17 +625,19 @@ void CZELList::OnDoubleclicked() {}
 BOOL CZELList::PreTranslateMessage(MSG* pMsg) {
     if (pMsg && pMsg->message == WM_KEYDOWN) {
         const int pos = ScrollPos();
+        // A step that scrolls repaints the list; otherwise only the two rows change.
+        const int previous = m_nCurSel;
         if (pMsg->wParam == VK_UP && m_nCurSel >= 1) {
             --m_nCurSel;
             if (m_nCurSel < pos && HasBar()) m_pScrollBar->SetScrollPos(m_nCurSel, TRUE);
-            Repaint();
+            if (ScrollPos() != pos) Repaint(); else InvalidateRows(previous, m_nCurSel);
             return TRUE;
         }
         if (pMsg->wParam == VK_DOWN && m_nCurSel != -1 && m_nCurSel < m_nItemCount - 1) {
             ++m_nCurSel;
             const int whole = m_nItemHeight > 0 ? m_rcList.Height() / m_nItemHeight : 0;
             if (m_nCurSel - pos > whole && HasBar()) m_pScrollBar->SetScrollPos(pos + 1, TRUE);
-            Repaint();
+            if (ScrollPos() != pos) Repaint(); else InvalidateRows(previous, m_nCurSel);
             return TRUE;
         }
     }
@@ -629,19 +661,55 @@ void CZELList::OnDestroy() {
     m_skin->ReleaseAll();
     for (int i = 0; i < 4; ++i) m_hFonts[i].Reset();
     ClearImages();
+    m_canvas.reset();
+    m_canvasSize = CSize(0, 0);
     CWnd::OnDestroy();
 }
 
 // ---- painting --------------------------------------------------------------------------------
 
+// The list keeps one canvas of its client size and paints each pixel of it once: the panel
+// around the list area with the list area cut out of the clip, then the list area's
+// background and rows clipped to it. Only what the paint DC may draw on is painted (the
+// kept pixels are right elsewhere), and a row outside that is neither laid out nor drawn.
 void CZELList::OnPaint() {
     CPaintDC dc(this);
-    switch (m_nStyle) {
-        case 1: Draw1(dc.GetSafeHdc()); break;
-        case 2: Draw2(dc.GetSafeHdc()); break;
-        case 3: Draw3(dc.GetSafeHdc()); break;
-        default: Draw(dc.GetSafeHdc()); break;
+    CRect client;
+    GetClientRect(&client);
+    if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
+    Canvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
+    // A new bitmap is covered whole first: a first write that leaves some of it (the panel
+    // around the list area) makes the bitmap clear itself before it.
+    if (m_canvasSize != client.Size()) {
+        canvas.Fill(client, m_clrBack);
+        m_canvasSize = client.Size();
+        m_bStaleAll = true;
     }
+    // Only what is stale in the kept canvas is drawn again: a window uncovered or repainted
+    // from outside (nothing of the list changed) is one blit.
+    CRect todo;
+    if (::GetClipBox(dc.GetSafeHdc(), &todo) == ERROR) todo = client;
+    todo &= client;
+    const CRect stale = m_bStaleAll ? client : m_rcStale & client;
+    todo &= stale;
+    if (!todo.IsRectEmpty()) {
+        const COLORREF back = m_clrBack;
+        ::IntersectClipRect(canvas.dc(), todo.left, todo.top, todo.right, todo.bottom);
+        switch (m_nStyle) {
+            case 1: Draw1(canvas); break;
+            case 2: Draw2(canvas); break;
+            case 3: Draw3(canvas); break;
+            default: Draw(canvas); break;
+        }
+        if (todo == stale) {
+            m_bStaleAll = false;
+            m_rcStale.SetRectEmpty();
+        }
+        // The panel's first colour is the one sampled by the paint before: the next paint
+        // draws it again in the colour sampled now.
+        if (m_clrBack != back) m_bStaleAll = true;
+    }
+    canvas.Present();
 }
 
 int CZELList::ColumnZeroRight() { return GetColumnWidth(0); }
@@ -657,31 +725,174 @@ void CZELList::RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const {
     for (int p = 0; p < 3; ++p) pieces[p] = entry ? (*entry->pieces)[(selected ? 3 : 0) + p] : own[p];
 }
 
+CRect CZELList::ListArea(const CRect& c) const {
+    switch (m_nStyle) {
+        case 1: return CRect(c.left + m_nMarginX, c.top + m_nMarginY + 1, c.right - m_nMarginX, c.bottom - m_nMarginY - 1);
+        case 2:
+        case 3: return CRect(c.left + m_nMarginX, c.top + 6, c.right - m_nMarginX, c.bottom - 4);
+        default: {
+            const int d = m_nRowInterval / 8;
+            return CRect(c.left + m_nMarginX, c.top + d + 1, c.right - m_nMarginX, c.bottom - d - 1);
+        }
+    }
+}
+
+long long CZELList::RowTop(long long k, const CRect& listArea) const {
+    const long long h = m_nItemHeight;
+    switch (m_nStyle) {
+        case 2: return (2 * m_nRowInterval) / 5 + k * h + listArea.top - 1;
+        case 3: return k * h + (2 * m_nRowInterval) / 5;
+        default: return k * h;
+    }
+}
+
+// Everything a row draws, per style, as the Draw functions place it: the three pieces at
+// the row's top, the text boxes, style 1's separator, style 2's mark, style 3's badge.
+CZELList::RowReach CZELList::Reach() const {
+    long long lo = 0, hi = 0;
+    auto span = [&](long long y, long long h) {
+        if (h <= 0) return;
+        lo = std::min(lo, y);
+        hi = std::max(hi, y + h);
+    };
+    const long long gapRow = static_cast<long long>(m_nItemHeight) - m_nRowInterval;
+    auto look = [&](HBITMAP left, HBITMAP middle, HBITMAP right, bool selected) {
+        const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(right);
+        span(0, l.cy);
+        span(0, m.cy);
+        span(0, r.cy);
+        const long long rowH = m.cy > 0 ? m.cy : gapRow;
+        switch (m_nStyle) {
+            case 1: {
+                const long long s = m_skin->Size(kSeparator).cy;
+                span(m_nItemHeight - s - (m_nItemHeight - m.cy) / 2, s);
+                break;
+            }
+            case 2: {
+                const SIZE ms = zelctl::BitmapSize((*m_skin)[selected ? kSelMark : kMark]);
+                span((r.cy - ms.cy) / 2 - (selected ? 2 : 0), ms.cy);
+                break;
+            }
+            case 3: {
+                span(0, rowH);
+                const SIZE b = zelctl::BitmapSize((*m_skin)[selected ? kSelBadge : kBadge]);
+                span((rowH - b.cy) / 2, b.cy);
+                break;
+            }
+            default: span(0, rowH); break;
+        }
+    };
+    for (const bool selected : {false, true}) {
+        const std::array<HBITMAP, 3> own = SkinRow(*m_skin, selected);
+        look(own[0], own[1], own[2], selected);
+        if (m_nStyle == 0 || m_nStyle > 3 || m_nStyle < 0)
+            for (const ImageEntry* e = m_pImages; e; e = e->pNext) {
+                const size_t p = selected ? 3 : 0;
+                look((*e->pieces)[p], (*e->pieces)[p + 1], (*e->pieces)[p + 2], selected);
+            }
+    }
+    const auto clampInt = [](long long v) { return static_cast<int>(std::clamp<long long>(v, INT_MIN / 4, INT_MAX / 4)); };
+    return {clampInt(lo), clampInt(hi)};
+}
+
+void CZELList::InvalidateRows(int a, int b) {
+    if (!::IsWindow(m_hWnd)) return;
+    CRect client;
+    GetClientRect(&client);
+    const CRect area = ListArea(client);
+    if (area.IsRectEmpty()) return;
+    const RowReach reach = Reach();
+    const int first = ScrollPos();
+    for (const int row : {a, b}) {
+        // The paint draws rows from the scroll position on, only the first of them when the
+        // row pitch is nothing.
+        if (row < first || row >= m_nItemCount || (row > first && m_nItemHeight <= 0)) continue;
+        const long long top = area.top + RowTop(row - first, area);
+        const long long y0 = std::max<long long>(area.top, top + reach.lo);
+        const long long y1 = std::min<long long>(area.bottom, top + reach.hi);
+        if (y0 >= y1) continue;
+        const CRect band(area.left, static_cast<int>(y0), area.right, static_cast<int>(y1));
+        m_rcStale.UnionRect(m_rcStale, band);
+        InvalidateRect(&band, FALSE);
+    }
+}
+
 namespace {
 
+// One phase of a paint on the canvas DC: its state (clip, font, colours, mode) is saved
+// and comes back at the end of the phase.
+class PaintPhase {
+public:
+    explicit PaintPhase(HDC dc) : dc_(dc), saved_(::SaveDC(dc)) {}
+    ~PaintPhase() {
+        if (saved_) ::RestoreDC(dc_, saved_);
+    }
+    PaintPhase(const PaintPhase&) = delete;
+    PaintPhase& operator=(const PaintPhase&) = delete;
+
+    // The panel: everything but the list area. False when none of it is to be painted.
+    bool Around(const CRect& list) {
+        if (!list.IsRectEmpty()) ::ExcludeClipRect(dc_, list.left, list.top, list.right, list.bottom);
+        RECT box{};
+        return ::GetClipBox(dc_, &box) > NULLREGION;
+    }
+    // The list area: the clip's box in list-area coordinates in `box`; false when nothing of
+    // the area is to be painted.
+    bool Inside(const CRect& list, RECT& box) {
+        if (list.IsRectEmpty()) return false;
+        ::IntersectClipRect(dc_, list.left, list.top, list.right, list.bottom);
+        if (::GetClipBox(dc_, &box) <= NULLREGION) return false;
+        ::OffsetRect(&box, -list.left, -list.top);
+        return true;
+    }
+
+private:
+    HDC dc_;
+    int saved_;
+};
+
+// `rc` (list-area coordinates) on the canvas.
+CRect At(const CRect& rc, POINT origin) {
+    CRect moved = rc;
+    moved.OffsetRect(origin.x, origin.y);
+    return moved;
+}
+
 // The caps at their own size at either end of [0, right) and the middle stretched between
-// them at its own height (styles 1 and 2, and the designed ones).
-void DrawRowPieces(zelctl::OffscreenCanvas& canvas, HBITMAP left, HBITMAP middle, HBITMAP right, int rowRight,
-                   int top) {
+// them at its own height (styles 1 and 2, and the designed ones); list-area coordinates.
+void DrawRowPieces(zelctl::OffscreenCanvas& canvas, POINT o, HBITMAP left, HBITMAP middle, HBITMAP right,
+                   int rowRight, int top) {
     const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(right);
-    canvas.Blit(left, 0, top, l.cx, l.cy);
-    canvas.Blit(right, rowRight - r.cx, top, r.cx, r.cy);
-    canvas.Stretch(middle, l.cx, top, rowRight - r.cx - l.cx, m.cy);
+    canvas.Blit(left, o.x, o.y + top, l.cx, l.cy);
+    canvas.Blit(right, o.x + rowRight - r.cx, o.y + top, r.cx, r.cy);
+    canvas.Stretch(middle, o.x + l.cx, o.y + top, rowRight - r.cx - l.cx, m.cy);
+}
+
+// The list area's background: `colour`, or the stretched background bitmap, which covers
+// it whole, when there is one.
+void ListBackground(zelctl::OffscreenCanvas& canvas, const CRect& list, COLORREF colour, HBITMAP back) {
+    const SIZE bs = zelctl::BitmapSize(back);
+    if (bs.cx > 0 && bs.cy > 0)
+        canvas.Stretch(back, list.left, list.top, list.Width(), list.Height());
+    else
+        canvas.Fill(list, colour);
 }
 
 // The panel bitmap of styles 2 and 3 at (0, 0) at its own size, its next-to-last column
-// stretched from its right edge to the panel's, and the colour of its last column at half
-// height (CLR_INVALID without a bitmap).
-COLORREF PanelBackground(HDC panel, HDC reference, HBITMAP back, int panelWidth) {
+// stretched from its right edge to the panel's (when `draw`), and the colour of its last
+// column at half height (CLR_INVALID without a bitmap).
+COLORREF PanelBackground(HDC panel, HBITMAP back, int panelWidth, bool draw) {
     const SIZE bs = zelctl::BitmapSize(back);
     if (bs.cx < 2 || bs.cy < 1) return CLR_INVALID;
-    HDC source = ::CreateCompatibleDC(reference);
+    HDC source = ::CreateCompatibleDC(panel);
     COLORREF sampled = CLR_INVALID;
     {
         zelctl::SelectGuard useBack(source, back);
-        ::BitBlt(panel, 0, 0, bs.cx, bs.cy, source, 0, 0, SRCCOPY);
-        if (panelWidth > bs.cx)
-            ::StretchBlt(panel, bs.cx, 0, panelWidth - bs.cx, bs.cy, source, bs.cx - 2, 0, 1, bs.cy, SRCCOPY);
+        if (draw) {
+            ::BitBlt(panel, 0, 0, bs.cx, bs.cy, source, 0, 0, SRCCOPY);
+            if (panelWidth > bs.cx)
+                ::StretchBlt(panel, bs.cx, 0, panelWidth - bs.cx, bs.cy, source, bs.cx - 2, 0, 1, bs.cy, SRCCOPY);
+        }
         sampled = ::GetPixel(source, bs.cx - 1, bs.cy / 2);
     }
     ::DeleteDC(source);
@@ -690,37 +901,42 @@ COLORREF PanelBackground(HDC panel, HDC reference, HBITMAP back, int panelWidth)
 
 // Styles 2 and 3: the background colour, the panel bitmap at its size with its next-to-last
 // column stretched over the rest, the background colour then taken from its last column at
-// half height, and the list area inside fixed insets.
-void LayPanel(zelctl::OffscreenCanvas& panel, HDC hdc, HBITMAP back, const CRect& client, int marginX,
-              COLORREF& background, CRect& listArea) {
-    panel.Fill(client, background);
-    const COLORREF sampled = PanelBackground(panel.dc(), hdc, back, client.Width());
+// half height. The list area is cut out of the clip: the list paints it.
+void LayPanel(zelctl::OffscreenCanvas& canvas, HBITMAP back, const CRect& client, const CRect& list,
+              COLORREF& background) {
+    PaintPhase phase(canvas.dc());
+    const bool draw = phase.Around(list);
+    if (draw) canvas.Fill(client, background);
+    const COLORREF sampled = PanelBackground(canvas.dc(), back, client.Width(), draw);
     if (sampled != CLR_INVALID) background = sampled;
-    listArea.SetRect(client.left + marginX, client.top + 6, client.right - marginX, client.bottom - 4);
 }
 
 }  // namespace
 
-void CZELList::Draw1(HDC hdc) {
+void CZELList::Draw1(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    panel.Fill(client, m_clrBack);
-    HPEN pen = ::CreatePen(PS_SOLID, 1, m_clrFrame);
-    HBRUSH brush = ::CreateSolidBrush(m_clrFill);
-    {
-        zelctl::SelectGuard usePen(panel.dc(), pen), useBrush(panel.dc(), brush);
-        ::RoundRect(panel.dc(), 0, 0, client.Width(), client.Height(), m_nRowInterval, m_nRowInterval);
+    m_rcList = ListArea(client);
+    HDC dc = canvas.dc();
+    if (PaintPhase panel(dc); panel.Around(m_rcList)) {
+        canvas.Fill(client, m_clrBack);
+        HPEN pen = ::CreatePen(PS_SOLID, 1, m_clrFrame);
+        HBRUSH brush = ::CreateSolidBrush(m_clrFill);
+        {
+            zelctl::SelectGuard usePen(dc, pen), useBrush(dc, brush);
+            ::RoundRect(dc, 0, 0, client.Width(), client.Height(), m_nRowInterval, m_nRowInterval);
+        }
+        ::DeleteObject(pen);
+        ::DeleteObject(brush);
     }
-    ::DeleteObject(pen);
-    ::DeleteObject(brush);
-    m_rcList.SetRect(client.left + m_nMarginX, client.top + m_nMarginY + 1, client.right - m_nMarginX,
-                     client.bottom - m_nMarginY - 1);
-    const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    zelctl::OffscreenCanvas list(hdc, listW, listH);
-    list.Fill(CRect(0, 0, listW, listH), m_clrFill);
+    const int listH = m_rcList.Height();
+    const POINT o{m_rcList.left, m_rcList.top};
+    PaintPhase phase(dc);
+    RECT box{};
+    const bool shown = phase.Inside(m_rcList, box);
+    if (shown) canvas.Fill(m_rcList, m_clrFill);
+    const RowReach reach = Reach();
     const SIZE sep = m_skin->Size(kSeparator);
-    HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
     zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
@@ -734,11 +950,13 @@ void CZELList::Draw1(HDC hdc) {
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
+        if (!shown || !RowShows(top, reach, box)) continue;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
-        DrawRowPieces(list, left, middle, rightCap, right, top);
+        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         if (i != m_nItemCount - 1)
-            list.Stretch((*m_skin)[kSeparator], 0, bottom - (bottom - m.cy - top + sep.cy) / 2, right, sep.cy);
+            canvas.Stretch((*m_skin)[kSeparator], o.x, o.y + bottom - (bottom - m.cy - top + sep.cy) / 2, right,
+                           sep.cy);
         CRect text(l.cx + 5, top, right - r.cx, top + r.cy);
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
@@ -746,25 +964,27 @@ void CZELList::Draw1(HDC hdc) {
             ::SelectObject(dc, m_hFonts[1]);
             ::SetTextColor(dc, m_clrSelText);
         }
-        RowText(dc, s, text, kRowText);
+        RowText(dc, s, At(text, o), kRowText);
         if (selected) {
             ::SelectObject(dc, m_hFonts[0]);
             ::SetTextColor(dc, m_clrText);
         }
     }
-    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
-    panel.Present();
 }
 
-void CZELList::Draw2(HDC hdc) {
+void CZELList::Draw2(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    LayPanel(panel, hdc, (*m_skin)[kPanel], client, m_nMarginX, m_clrBack, m_rcList);
-    const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    zelctl::OffscreenCanvas list(hdc, listW, listH);
-    list.Fill(CRect(0, 0, listW, listH), m_clrBack);
-    HDC dc = list.dc();
+    m_rcList = ListArea(client);
+    LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
+    const int listH = m_rcList.Height();
+    const POINT o{m_rcList.left, m_rcList.top};
+    HDC dc = canvas.dc();
+    PaintPhase phase(dc);
+    RECT box{};
+    const bool shown = phase.Inside(m_rcList, box);
+    if (shown) canvas.Fill(m_rcList, m_clrBack);
+    const RowReach reach = Reach();
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
     zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
@@ -773,46 +993,46 @@ void CZELList::Draw2(HDC hdc) {
     for (int i = first; i < m_nItemCount; ++i) {
         const int k = i - first;
         if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
-        // The list area's top counts again inside the list bitmap: rows sit that much lower.
+        // The list area's top counts again inside the list area: rows sit that much lower.
         const int top = (2 * m_nRowInterval) / 5 + k * m_nItemHeight + m_rcList.top - 1;
         const int bottom = m_rcList.top + (k + 1) * m_nItemHeight;
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
+        if (!shown || !RowShows(top, reach, box)) continue;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
-        DrawRowPieces(list, left, middle, rightCap, right, top);
+        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
         if (m_ppRows[i]->nMark == 1) {
             const HBITMAP mark = (*m_skin)[selected ? kSelMark : kMark];
             const SIZE ms = zelctl::BitmapSize(mark);
             const int y = top + (r.cy - ms.cy) / 2 - (selected ? 2 : 0);
-            list.Blit(mark, right - r.cx - ms.cx, y, ms.cx, ms.cy);
+            canvas.Blit(mark, o.x + right - r.cx - ms.cx, o.y + y, ms.cx, ms.cy);
         }
         CRect text(l.cx + 5, top, right - r.cx, top + r.cy);
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
-        RowText(dc, s, text, kRowText);
+        RowText(dc, s, At(text, o), kRowText);
     }
-    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
-    panel.Present();
 }
 
-// Style 0: the image list. The panel is the background colour with the list area filled
-// (and its background bitmap stretched over it); each row is drawn with the pieces of its
-// image entry, or the list's own row pieces, h - m_nRowInterval high with the interval as
-// the gap below it.
-void CZELList::Draw(HDC hdc) {
+// Style 0: the image list. The panel is the background colour around the list area, the
+// list area filled (or its background bitmap stretched over it); each row is drawn with
+// the pieces of its image entry, or the list's own row pieces, h - m_nRowInterval high
+// with the interval as the gap below it.
+void CZELList::Draw(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    panel.Fill(client, m_clrBack);
-    const int d = m_nRowInterval / 8;
-    m_rcList.SetRect(client.left + m_nMarginX, client.top + d + 1, client.right - m_nMarginX, client.bottom - d - 1);
+    m_rcList = ListArea(client);
+    HDC dc = canvas.dc();
+    if (PaintPhase panel(dc); panel.Around(m_rcList)) canvas.Fill(client, m_clrBack);
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    zelctl::OffscreenCanvas list(hdc, listW, listH);
-    list.Fill(CRect(0, 0, listW, listH), m_clrFill);
-    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
-    HDC dc = list.dc();
+    const POINT o{m_rcList.left, m_rcList.top};
+    PaintPhase phase(dc);
+    RECT box{};
+    const bool shown = phase.Inside(m_rcList, box);
+    if (shown) ListBackground(canvas, m_rcList, m_clrFill, (*m_skin)[kListBack]);
+    const RowReach reach = Reach();
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
@@ -833,9 +1053,10 @@ void CZELList::Draw(HDC hdc) {
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, top + m_nItemHeight - m_nRowInterval);
+        if (!shown || !RowShows(top, reach, box)) continue;
         HBITMAP pieces[3];
         RowPieces(i, selected, pieces);
-        DrawRowPieces(list, pieces[0], pieces[1], pieces[2], right, top);
+        DrawRowPieces(canvas, o, pieces[0], pieces[1], pieces[2], right, top);
         const SIZE l = zelctl::BitmapSize(pieces[0]), m = zelctl::BitmapSize(pieces[1]);
         const SIZE r = zelctl::BitmapSize(pieces[2]);
         // Centred on the middle piece (on the row without one).
@@ -844,30 +1065,31 @@ void CZELList::Draw(HDC hdc) {
         if (m_bPlayStyle) {
             // The short second column at the right end, right-aligned.
             const int second = std::max(GetColumnWidth(1), 0);
-            CRect box(text.right - second, text.top, text.right, text.bottom);
-            RowText(dc, GetItemText(i, 1), box, kRowText | DT_RIGHT);
-            text.right = box.left;
+            CRect box2(text.right - second, text.top, text.right, text.bottom);
+            RowText(dc, GetItemText(i, 1), At(box2, o), kRowText | DT_RIGHT);
+            text.right = box2.left;
         }
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
-        RowText(dc, s, text, kRowText);
+        RowText(dc, s, At(text, o), kRowText);
     }
-    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
-    panel.Present();
 }
 
 // Style 3: the panel and list area of style 2 (the background colour sampled the same way),
 // the same caps, and four texts per row.
-void CZELList::Draw3(HDC hdc) {
+void CZELList::Draw3(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas panel(hdc, client.Width(), client.Height());
-    LayPanel(panel, hdc, (*m_skin)[kPanel], client, m_nMarginX, m_clrBack, m_rcList);
-    const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    zelctl::OffscreenCanvas list(hdc, listW, listH);
-    list.Fill(CRect(0, 0, listW, listH), m_clrBack);
-    list.Stretch((*m_skin)[kListBack], 0, 0, listW, listH);
-    HDC dc = list.dc();
+    m_rcList = ListArea(client);
+    LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
+    const int listH = m_rcList.Height();
+    const POINT o{m_rcList.left, m_rcList.top};
+    HDC dc = canvas.dc();
+    PaintPhase phase(dc);
+    RECT box{};
+    const bool shown = phase.Inside(m_rcList, box);
+    if (shown) ListBackground(canvas, m_rcList, m_clrBack, (*m_skin)[kListBack]);
+    const RowReach reach = Reach();
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
@@ -879,21 +1101,22 @@ void CZELList::Draw3(HDC hdc) {
         if (top > listH) break;
         const bool selected = i == m_nCurSel;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
-        DrawRowPieces(list, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;
         if (selected) m_rcClick.SetRect(0, top, right, top + rowH);
+        if (!shown || !RowShows(top, reach, box)) continue;
+        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
         ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
         // The number over its badge.
         const HBITMAP badge = (*m_skin)[selected ? kSelBadge : kBadge];
         const SIZE b = zelctl::BitmapSize(badge);
         const int numberW = b.cx > 0 ? b.cx : 32;
         const CRect number(l.cx, top, l.cx + numberW, top + rowH);
-        list.Blit(badge, number.left, top + (rowH - b.cy) / 2, b.cx, b.cy);
+        canvas.Blit(badge, o.x + number.left, o.y + top + (rowH - b.cy) / 2, b.cx, b.cy);
         CString n;
         n.Format(L"%d.", i + 1);
         ::SelectObject(dc, m_hFonts[0]);
-        RowText(dc, n, number, kCentredText);
+        RowText(dc, n, At(number, o), kCentredText);
         // Name above, detail below, up to 18 pixels before the right cap.
         const int capLeft = right - r.cx;
         const CRect name(number.right + 4, top, capLeft - 18, top + rowH / 2 + 2);
@@ -901,14 +1124,12 @@ void CZELList::Draw3(HDC hdc) {
         CString s = GetItemText(i, 0);
         ::SelectObject(dc, m_hFonts[1]);
         ForMartLeng(dc, s, name.Width());
-        RowText(dc, s, name, kRowText);
+        RowText(dc, s, At(name, o), kRowText);
         ::SelectObject(dc, m_hFonts[2]);
         CString d = GetItemText(i, 1);
         ForMartLeng(dc, d, detail.Width());
-        RowText(dc, d, detail, kRowText);
+        RowText(dc, d, At(detail, o), kRowText);
         ::SelectObject(dc, m_hFonts[3]);
-        RowText(dc, GetItemText(i, 2), CRect(capLeft - 18, top, capLeft + 42, top + rowH), kCentredText);
+        RowText(dc, GetItemText(i, 2), At(CRect(capLeft - 18, top, capLeft + 42, top + rowH), o), kCentredText);
     }
-    ::BitBlt(panel.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
-    panel.Present();
 }

@@ -59,6 +59,7 @@
 namespace zelctl {
 class SkinSet;
 class OwnedFont;
+class CanvasStore;
 }  // namespace zelctl
 namespace zelctl::lists {
 struct RowStore;
@@ -156,10 +157,14 @@ protected:
 
     void PreSubclassWindow() override;
 
-    void Draw(HDC hdc);
-    void Draw1(HDC hdc);
-    void Draw2(HDC hdc);
-    void Draw3(HDC hdc);
+    // Each paints the whole client into the kept canvas (the panel around the list area,
+    // then the rows inside it), limited to the canvas's clip. The canvas type is the
+    // list's own (an OffscreenCanvas), so no helper type shows in the exported names.
+    struct Canvas;
+    void Draw(Canvas& canvas);
+    void Draw1(Canvas& canvas);
+    void Draw2(Canvas& canvas);
+    void Draw3(Canvas& canvas);
 
     afx_msg void OnPaint();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
@@ -219,6 +224,33 @@ private:
     int ColumnZeroRight();
     // The pieces of one row: left cap, middle, right cap.
     void RowPieces(int row, bool selected, HBITMAP (&pieces)[3]) const;
+
+    // How far above (lo <= 0) and below (hi) a row's top anything of a row may be drawn,
+    // selected or not, in any image entry: the band a row's look lives in.
+    struct RowReach {
+        int lo = 0, hi = 0;
+    };
+    RowReach Reach() const;
+    // The list area of the current style in a client of this size (as the paint lays it).
+    CRect ListArea(const CRect& client) const;
+    // The top of the k-th visible row in list-area coordinates (64 bits: k may be any row).
+    long long RowTop(long long k, const CRect& listArea) const;
+    // Whether a row whose top is `top` (list-area coordinates) reaches into `box`, the
+    // canvas's clip box taken into list-area coordinates.
+    bool RowShows(long long top, const RowReach& reach, const RECT& box) const {
+        return top + reach.hi > box.top && top + reach.lo < box.bottom;
+    }
+    // Invalidates the bands of rows a and b (either may be -1), nothing for a row off the
+    // list area; the rest of the list keeps its pixels.
+    void InvalidateRows(int a, int b);
+
+    std::unique_ptr<zelctl::CanvasStore> m_canvas;  // kept between paints while the size holds
+    CSize m_canvasSize{0, 0};                       // the kept canvas's size (0 x 0: none yet)
+    // What of the kept canvas no longer shows the list: all of it after any change that
+    // repaints the whole list or none (SetCurSel, marks, fonts ...), else the bands of
+    // the rows InvalidateRows invalidated since the last paint that covered them.
+    bool m_bStaleAll = true;
+    CRect m_rcStale{0, 0, 0, 0};
 
     std::vector<ListCell*> m_orphans;
 };

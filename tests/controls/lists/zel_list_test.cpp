@@ -218,6 +218,74 @@ TEST_F(ZelListTest, ClickAreaIsTheSelectedRowAsDrawn) {
                                                       << l.m_rcClick.right << "," << l.m_rcClick.bottom;
 }
 
+// A press repaints the bands of the rows left and taken, nothing between them, per style's
+// row geometry; the list repainted there from its kept canvas looks as a whole repaint does.
+TEST_F(ZelListTest, APressRepaintsOnlyTheRowsLeftAndTaken) {
+    struct Case {
+        int style, first, second, bands;  // rows pressed; runs of invalidated lines expected
+    } cases[] = {{0, 0, 2, 2}, {1, 0, 2, 2}, {2, 3, 1, 2}, {3, 0, 2, 2}, {1, 2, 2, 0}};
+    for (const Case& c : cases) {
+        ProbeZList& l = Make(c.style, c.style ? 5 : 0);
+        if (c.style == 0) {  // the image list has no column of its own
+            l.InsertColumn(0, L"name", LVCFMT_LEFT, 160, 0);
+            for (int r = 0; r < 5; ++r) l.InsertItem(r, L"row");
+            desktop.RunUntilIdle();
+        }
+        const int pitch = l.GetItemHeight();
+        TapAt(l.m_hWnd, 40, l.m_rcList.top + c.first * pitch + 5);
+        desktop.Advance(1000);
+        desktop.RunUntilIdle();
+        const POINT pt{40, l.m_rcList.top + c.second * pitch + 5};
+        l.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(pt.x, pt.y));
+        ASSERT_EQ(l.GetCurSel(), c.second) << "style " << c.style;
+        HRGN update = ::CreateRectRgn(0, 0, 0, 0);
+        ::GetUpdateRgn(l.m_hWnd, update, FALSE);
+        int runs = 0, lines = 0;
+        for (int y = 0, was = 0; y < 130; ++y) {
+            const int in = ::PtInRegion(update, 100, y) ? 1 : 0;
+            runs += in && !was;
+            lines += in;
+            was = in;
+        }
+        ::DeleteObject(update);
+        EXPECT_EQ(runs, c.bands) << "style " << c.style;
+        EXPECT_LE(lines, c.bands * pitch) << "style " << c.style << ": no more than a row pitch per row";
+        l.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(pt.x, pt.y));
+        desktop.RunUntilIdle();
+        const zel::test::Image partial = zel::test::CaptureWindow(l.m_hWnd, 0);
+        l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_EQ(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, partial.pixels) << "style " << c.style;
+        list.reset();
+        parent.Take();
+    }
+}
+
+// Changes that invalidate nothing (as the device's list) still show at the next paint from
+// outside: the kept canvas is not presented as it was.
+TEST_F(ZelListTest, ChangesWithoutRepaintShowAtTheNextPaint) {
+    struct Case {
+        int style;
+        const char* change;
+        void (*apply)(ProbeZList&);
+    } cases[] = {
+        {1, "SetCurSel", [](ProbeZList& l) { l.SetCurSel(3); }},
+        {2, "mark", [](ProbeZList& l) { l.SetItemState(1, 2, 0); }},
+        {1, "fonts", [](ProbeZList& l) {
+             int heights[4] = {20, 20, 16, 12};
+             COLORREF colours[2] = {RGB(200, 0, 0), RGB(0, 200, 0)};
+             l.SetFontSizeAndClr(heights, colours);
+         }},
+    };
+    for (const Case& c : cases) {
+        ProbeZList& l = Make(c.style, 5);
+        const zel::test::Image before = zel::test::CaptureWindow(l.m_hWnd, 0);
+        c.apply(l);
+        l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_NE(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, before.pixels) << c.change;
+        list.reset();
+    }
+}
+
 TEST_F(ZelListTest, Keys) {
     ProbeZList& l = Make(1, 9);
     EXPECT_FALSE(l.Key(VK_DOWN)) << "no selection";
