@@ -1,7 +1,7 @@
 // The host's kept frame: after any sequence of input, presenting what the frame holds must
 // show exactly what drawing everything afresh shows -- a screen change the host was not
 // told of, or a part of the frame wrongly taken as current, shows up as a difference. And
-// a notification repaints only the status rows it changes.
+// a notification repaints only the status rows it changes, as far as their lines reach.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -148,6 +148,7 @@ TEST_F(HostFrame, ANotificationRepaintsOnlyTheStatusRowsItChanges) {
             << "outside the strip: " << update.left << "," << update.top << "," << update.right << "," << update.bottom;
         EXPECT_EQ(update.top < middle, s.top);
         EXPECT_EQ(update.bottom > middle + 1, s.bottom);
+        EXPECT_LT(update.right, theme::kScreenWidth / 2) << "a short line repaints only its part of the row";
     }
 }
 
