@@ -89,8 +89,9 @@ bool Meets(const RECT& a, const RECT& b) {
 
 // Subtracts from rgn the visible windows of `list` before `stop` (all of them when stop
 // is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
-// the list's parent client area.
-void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
+// the list's parent client area; `within`, when given, holds rgn (windows outside it are skipped).
+void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin,
+                      const PixRegion* within = nullptr) {
     RECT left = rgn.box();  // all zero once nothing is left
     for (const Window* s : list) {
         if (s == stop || IsRectEmpty(&left)) return;
@@ -98,6 +99,11 @@ void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Wi
         ++WindowVisits();
         RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
         if (!Meets(r, left)) continue;
+        // The region may be two strips far apart (a readout and a status line): a window
+        // between them takes nothing. Tested against those few rectangles, not against
+        // what is left, which every window subtracted splits further.
+        const pixman_box32_t box{r.left, r.top, r.right, r.bottom};
+        if (within && pixman_region32_contains_rectangle(within->mut(), &box) == PIXMAN_REGION_OUT) continue;
         PixRegion shape(r);
         if (s->shape) {
             PixRegion t = *s->shape;
@@ -117,19 +123,23 @@ PixRegion VisibleRegion(const Window* w) {
     return VisibleRegionWithin(w, RECT{0, 0, gdi::Screen().width, gdi::Screen().height});
 }
 
-PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
+PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds, const PixRegion* within) {
     if (!w || !Visible(w) || w == State().desktop) return PixRegion();
     PixRegion rgn = Shape(w);
     RECT clip;
     RECT screen{0, 0, gdi::Screen().width, gdi::Screen().height};
     if (!IntersectRect(&clip, &screen, &bounds)) return PixRegion();
     rgn.intersect(PixRegion(clip));
+    if (within && pixman_region32_n_rects(within->mut()) > 1)
+        rgn.intersect(*within);  // (one rectangle: it is `bounds`)
+    else
+        within = nullptr;
     for (const Window* x = w; x && !rgn.empty(); x = x->parent) {
         if (x != w) rgn.intersect(Shape(x));
         POINT origin = x->parent ? ScreenOrigin(x->parent) : POINT{0, 0};
-        SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin);
+        SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin, within);
     }
-    SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w));
+    SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w), within);
     return rgn;
 }
 
