@@ -32,11 +32,9 @@ private:
 };
 
 // Whether any of box can show through the DC's clipping: drawing that cannot is skipped
-// (laying out text costs as much as drawing it).
-bool Visible(HDC dc, const RECT& box) {
-    RECT clip, meet;
-    return ::GetClipBox(dc, &clip) > NULLREGION && ::IntersectRect(&meet, &clip, &box);
-}
+// (laying out text costs as much as drawing it). The clip's rectangles, not its box: a
+// label between the art and the status strip is not drawn when only those changed.
+bool Visible(HDC dc, const RECT& box) { return ::RectVisible(dc, &box) != FALSE; }
 
 }  // namespace
 
