@@ -154,3 +154,30 @@ TEST_F(HostFrame, ANotificationRepaintsOnlyTheStatusRowsItChanges) {
 
 }  // namespace
 }  // namespace zel::demo
+
+namespace zel::demo {
+namespace {
+
+// Play and pause swap kept pictures of the player's art: one kept from before a track
+// change must be drawn again, not shown with the old track's label colour.
+TEST_F(HostFrame, ThePlayersArtFollowsTheTrackAcrossPlayAndPause) {
+    ASSERT_TRUE(app->Show("player"));
+    D().RunUntilIdle();
+    const POINT play{224, 298}, previous{143, 298}, label{104, 136};  // label: beside the pause bars
+    auto tap = [](POINT p) {
+        D().Tap(p.x, p.y);
+        D().Advance(600);
+    };
+    tap(play);
+    const COLORREF before = D().Pixel(label.x, label.y);
+    tap(previous);
+    const COLORREF after = D().Pixel(label.x, label.y);
+    EXPECT_NE(after, before) << "the track's colour";
+    for (const char* what : {"the other state", "and back"}) {
+        tap(play);
+        EXPECT_EQ(D().Pixel(label.x, label.y), after) << what;
+    }
+}
+
+}  // namespace
+}  // namespace zel::demo
