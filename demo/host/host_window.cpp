@@ -301,14 +301,22 @@ void HostWindow::PaintStatus(HDC frame) {
 }
 
 // A notification moves the strip's lines up a row: only the rows whose text changed are
-// repainted (a repeated notification changes none).
+// repainted (a repeated notification changes none), and of a row only as far as the old or
+// the new line can have left ink.
 void HostWindow::StatusChanged() {
     const auto rows = LastRows<kStatusLines>(log_);
+    HDC measure = nullptr;
     for (size_t row = 0; row < kStatusLines; ++row) {
         if (rows[row] == status_[row]) continue;
+        if (!measure) measure = ::CreateCompatibleDC(nullptr);
+        RECT span = StatusBox(row, kStatusLines);
+        const int ink = std::max(InkWidth(measure, Widen(status_[row]), statusFont_),
+                                 InkWidth(measure, Widen(rows[row]), statusFont_));
+        span.right = std::min<LONG>(span.right, span.left + ink);
         status_[row] = rows[row];
-        Changed(StatusBox(row, kStatusLines));
+        Changed(span);
     }
+    if (measure) ::DeleteDC(measure);
 }
 
 // Controls paint themselves, and the paint DC leaves them out (the host clips its

@@ -1,5 +1,6 @@
 #include "host/paint_kit.h"
 
+#include <climits>
 #include <cwchar>
 
 namespace zel::demo {
@@ -31,11 +32,9 @@ private:
 };
 
 // Whether any of box can show through the DC's clipping: drawing that cannot is skipped
-// (laying out text costs as much as drawing it).
-bool Visible(HDC dc, const RECT& box) {
-    RECT clip, meet;
-    return ::GetClipBox(dc, &clip) > NULLREGION && ::IntersectRect(&meet, &clip, &box);
-}
+// (laying out text costs as much as drawing it). The clip's rectangles, not its box: a
+// label between the art and the status strip is not drawn when only those changed.
+bool Visible(HDC dc, const RECT& box) { return ::RectVisible(dc, &box) != FALSE; }
 
 }  // namespace
 
@@ -63,6 +62,20 @@ void DrawLabel(HDC dc, std::wstring_view text, const RECT& box, const Font& font
     SetBkMode(dc, oldMode);
     SetTextColor(dc, oldColor);
     SelectObject(dc, oldFont);
+}
+
+int InkWidth(HDC dc, std::wstring_view text, const Font& font) {
+    if (text.empty()) return 0;
+    if (!dc) return INT_MAX / 2;  // cannot be told: as far as the box lets it
+    HGDIOBJ oldFont = SelectObject(dc, font.get());
+    SIZE extent{};
+    TEXTMETRICW tm{};
+    const bool known = GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &extent) &&
+                       GetTextMetricsW(dc, &tm);
+    SelectObject(dc, oldFont);
+    if (!known) return INT_MAX / 2;
+    constexpr int kDriftPerGlyph = 2;
+    return extent.cx + kDriftPerGlyph * static_cast<int>(text.size()) + tm.tmMaxCharWidth + tm.tmOverhang;
 }
 
 void FillBox(HDC dc, const RECT& box, COLORREF color) {

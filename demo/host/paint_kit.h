@@ -30,6 +30,13 @@ private:
 void DrawLabel(HDC dc, std::wstring_view text, const RECT& box, const Font& font, COLORREF color,
                UINT format = DT_LEFT | DT_VCENTER | DT_SINGLELINE);
 
+// How far right of where it starts one line of text in `font` may leave ink (0 for none).
+// Not the measured extent: text is measured with the greyscale-hinted advances and drawn
+// glyph by glyph with the advances of the rendering it gets, which may be a pixel or two
+// wider each (a run of 'A's at 15 pixels ends a pixel per glyph past its extent); and the
+// last glyph may reach past its advance, never by more than the font's widest glyph.
+int InkWidth(HDC dc, std::wstring_view text, const Font& font);
+
 void FillBox(HDC dc, const RECT& box, COLORREF color);
 
 // A rounded panel: a one-pixel outline of `edge`, filled with `fill`; corner is the

@@ -45,7 +45,8 @@ PlayerScreen::PlayerScreen() : playback_(DemoTracks()) {}
 
 // The host window, and with it every control, is gone before the screen.
 PlayerScreen::~PlayerScreen() {
-    if (art_) DeleteObject(art_);
+    for (HBITMAP art : art_)
+        if (art) DeleteObject(art);
     if (record_) DeleteObject(record_);
 }
 
@@ -257,12 +258,14 @@ void CopyBitmap(HDC like, HBITMAP to, HBITMAP from, int x, int y, int w, int h) 
 
 }  // namespace
 
-// Draws the art over its background into art_ when what it shows has changed (the record
-// under the label into record_, once). False when no bitmap can be had: the art is then
-// drawn straight into the frame.
-bool PlayerScreen::RenderArt(HDC frame) {
+// The art for the play state over its background, drawn into art_ when the track's colour
+// has changed since (the record under the label into record_, once). Null when no bitmap
+// can be had: the art is then drawn straight into the frame.
+HBITMAP PlayerScreen::RenderArt(HDC frame) {
     const int label = playback_.track() % static_cast<int>(std::size(kLabels));
-    if (art_ && label == artLabel_ && playback_.playing() == artPlaying_) return true;
+    const size_t state = playback_.playing() ? 1 : 0;
+    HBITMAP& art = art_[state];
+    if (art && label == artLabel_[state]) return art;
     const int w = kArt.right - kArt.left, h = kArt.bottom - kArt.top;
     auto drawOn = [&](HBITMAP bitmap, auto&& draw) {
         HDC dc = CreateCompatibleDC(frame);
@@ -275,28 +278,29 @@ bool PlayerScreen::RenderArt(HDC frame) {
     };
     if (!record_) {
         record_ = CreateCompatibleBitmap(frame, w, h);
-        if (!record_) return false;
+        if (!record_) return nullptr;
         if (background_)
             CopyBitmap(frame, record_, background_, kArt.left, kArt.top, w, h);
         else
             drawOn(record_, [&](HDC dc) { FillBox(dc, RECT{0, 0, w, h}, kScreen); });
-        if (!drawOn(record_, [&](HDC dc) { PaintRecord(dc, POINT{0, 0}); })) return false;
+        if (!drawOn(record_, [&](HDC dc) { PaintRecord(dc, POINT{0, 0}); })) return nullptr;
     }
-    if (!art_) art_ = CreateCompatibleBitmap(frame, w, h);
-    if (!art_) return false;
-    CopyBitmap(frame, art_, record_, 0, 0, w, h);
-    if (!drawOn(art_, [&](HDC dc) { PaintLabel(dc, POINT{0, 0}); })) return false;
-    artLabel_ = label;
-    artPlaying_ = playback_.playing();
-    return true;
+    if (!art) art = CreateCompatibleBitmap(frame, w, h);
+    if (!art) return nullptr;
+    artLabel_[state] = -1;  // not what it shows until drawn
+    CopyBitmap(frame, art, record_, 0, 0, w, h);
+    if (!drawOn(art, [&](HDC dc) { PaintLabel(dc, POINT{0, 0}); })) return nullptr;
+    artLabel_[state] = label;
+    return art;
 }
 
 void PlayerScreen::PaintNowPlaying(HDC frame) {
     RECT clip, meet;
     if (GetClipBox(frame, &clip) > NULLREGION && IntersectRect(&meet, &clip, &kArt)) {
-        HDC art = RenderArt(frame) ? CreateCompatibleDC(frame) : nullptr;
+        HBITMAP picture = RenderArt(frame);
+        HDC art = picture ? CreateCompatibleDC(frame) : nullptr;
         if (art) {
-            HGDIOBJ old = SelectObject(art, art_);
+            HGDIOBJ old = SelectObject(art, picture);
             BitBlt(frame, kArt.left, kArt.top, kArt.right - kArt.left, kArt.bottom - kArt.top, art, 0, 0, SRCCOPY);
             SelectObject(art, old);
             DeleteDC(art);

@@ -53,7 +53,7 @@ private:
     void PaintNowPlaying(HDC frame);
     void PaintRecord(HDC dc, POINT origin) const;
     void PaintLabel(HDC dc, POINT origin) const;
-    bool RenderArt(HDC frame);
+    HBITMAP RenderArt(HDC frame);
 
     HWND host_ = nullptr;
     Playback playback_;
@@ -64,12 +64,12 @@ private:
     CZELBmpButton play_;
     HINSTANCE skinModule_ = nullptr;
     HBITMAP background_ = nullptr;  // the application's
-    // The art as last drawn, over its background: drawn again only when the track's colour
-    // or the play state changes, over the record without its label (drawn once).
+    // The art as last drawn over its background, paused [0] and playing [1], with the
+    // track colour each shows: play and pause swap them, and one is drawn again (over the
+    // record without its label, drawn once) only when the track's colour changes.
     HBITMAP record_ = nullptr;
-    HBITMAP art_ = nullptr;
-    int artLabel_ = -1;
-    bool artPlaying_ = false;
+    HBITMAP art_[2] = {};
+    int artLabel_[2] = {-1, -1};
     Font titleFont_{22, FW_BOLD};
     Font textFont_{17};
     Font smallFont_{14};

@@ -402,6 +402,19 @@ int GetClipBox(HDC hdc, LPRECT rect) {
     return rects.size() == 1 ? SIMPLEREGION : COMPLEXREGION;
 }
 
+// Whether any of rect lies within the clipping region (the clip rectangles themselves, not
+// their box: a rectangle between two strips is not visible).
+BOOL RectVisible(HDC hdc, const RECT* rect) {
+    DC* dc = LookupDC(hdc);
+    if (!dc || !rect) return FALSE;
+    const RECT r{dc->DevX(std::min(rect->left, rect->right)), dc->DevY(std::min(rect->top, rect->bottom)),
+                 dc->DevX(std::max(rect->left, rect->right)), dc->DevY(std::max(rect->top, rect->bottom))};
+    for (const RECT& c : dc->ClipRects())
+        if (std::max(r.left, c.left) < std::min(r.right, c.right) && std::max(r.top, c.top) < std::min(r.bottom, c.bottom))
+            return TRUE;
+    return FALSE;
+}
+
 int GetClipRgn(HDC hdc, HRGN hrgn) {
     DC* dc = LookupDC(hdc);
     Region* rgn = LookupRegion(hrgn);

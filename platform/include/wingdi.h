@@ -319,6 +319,7 @@ ZEL_API int ExtSelectClipRgn(HDC dc, HRGN rgn, int mode);
 ZEL_API int IntersectClipRect(HDC dc, int left, int top, int right, int bottom);
 ZEL_API int ExcludeClipRect(HDC dc, int left, int top, int right, int bottom);
 ZEL_API int GetClipBox(HDC dc, LPRECT rect);
+ZEL_API BOOL RectVisible(HDC dc, const RECT* rect);
 ZEL_API int GetClipRgn(HDC dc, HRGN rgn);
 ZEL_API int GetDeviceCaps(HDC dc, int index);
 #ifndef LOGPIXELSY

@@ -30,11 +30,11 @@ void Reclip(const WindowDC& e, gdi::DC* dc) {
     if (w) {
         dc->origin = ScreenOrigin(w);
         if (e.clip) {
-            // Only siblings and children that meet the update region can take from it.
+            // Only siblings and children that meet the update region itself (not just its
+            // box: a readout and the status strip far apart) can take from it.
             PixRegion c = *e.clip;
             c.translate(dc->origin.x, dc->origin.y);
-            vis = VisibleRegionWithin(w, c.box());
-            vis.intersect(c);
+            vis = VisibleRegionWithin(w, c.box(), &c);
         } else {
             vis = VisibleRegion(w);
         }

@@ -89,10 +89,12 @@ bool Meets(const RECT& a, const RECT& b) {
 
 // Subtracts from rgn the visible windows of `list` before `stop` (all of them when stop
 // is null) whose rectangle meets what is left of rgn. `origin` is the screen position of
-// the list's parent client area. The covering shapes are gathered into one region and
-// subtracted once: subtracting them one by one walks the whole (ever more ragged) region
-// per window, which with a dozen shaped controls over a window cost more than its paint.
-void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin) {
+// the list's parent client area; `within`, when given, holds rgn (windows outside it are
+// skipped). The covering shapes are gathered into one region and subtracted once:
+// subtracting them one by one walks the whole (ever more ragged) region per window, which
+// with a dozen shaped controls over a window cost more than its paint.
+void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Window* stop, POINT origin,
+                      const PixRegion* within = nullptr) {
     const RECT left = rgn.box();  // all zero once nothing is left
     if (IsRectEmpty(&left)) return;
     std::vector<pixman_box32_t> cover;
@@ -102,12 +104,17 @@ void SubtractCovering(PixRegion& rgn, const std::vector<Window*>& list, const Wi
         ++WindowVisits();
         RECT r{s->rect.left + origin.x, s->rect.top + origin.y, s->rect.right + origin.x, s->rect.bottom + origin.y};
         if (!Meets(r, left)) continue;
+        // The region may be two strips far apart (a readout and a status line): a window
+        // between them takes nothing. Tested against those few rectangles, not against
+        // what is left.
+        const pixman_box32_t box{r.left, r.top, r.right, r.bottom};
+        if (within && pixman_region32_contains_rectangle(within->mut(), &box) == PIXMAN_REGION_OUT) continue;
         if (!s->shape) {
             if (r.left <= left.left && r.top <= left.top && r.right >= left.right && r.bottom >= left.bottom) {
                 rgn = PixRegion();  // one window covers all that is left
                 return;
             }
-            cover.push_back(pixman_box32_t{r.left, r.top, r.right, r.bottom});
+            cover.push_back(box);
             continue;
         }
         int n = 0;
@@ -135,8 +142,9 @@ PixRegion VisibleRegion(const Window* w) {
 
 // Asked for the whole window, the answer is kept until the tree next changes: a window
 // repainted with nothing moved in between (a full repaint, a control's strip of the host)
-// takes it from there. Asked for less, only what meets the bounds is worked out.
-PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
+// takes it from there. Asked for less, only what meets the bounds (and `within`, when it is
+// more than one rectangle) is worked out.
+PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds, const PixRegion* within) {
     if (!w || !Visible(w) || w == State().desktop) return PixRegion();
     static RECT lastScreen{};  // the screen's size is part of every answer
     RECT screen{0, 0, gdi::Screen().width, gdi::Screen().height};
@@ -146,25 +154,29 @@ PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds) {
     }
     RECT clip;
     if (!IntersectRect(&clip, &screen, &bounds)) return PixRegion();
+    if (within && pixman_region32_n_rects(within->mut()) <= 1) within = nullptr;  // (one rectangle: it is `bounds`)
     RECT whole = ScreenRect(w), part;
-    bool keep = clip.left <= whole.left && clip.top <= whole.top && clip.right >= whole.right &&
-                clip.bottom >= whole.bottom;
+    const bool covers = clip.left <= whole.left && clip.top <= whole.top && clip.right >= whole.right &&
+                        clip.bottom >= whole.bottom;
+    const bool keep = covers && !within;
     // Cutting a small part out of a ragged kept region walks all of it: below half of the
     // window, working the part out afresh costs less.
     auto area = [](const RECT& r) { return static_cast<int64_t>(r.right - r.left) * (r.bottom - r.top); };
     if (w->visEpoch == TreeEpoch() && IntersectRect(&part, &clip, &whole) && 2 * area(part) >= area(whole)) {
         PixRegion rgn = w->vis;
-        if (!keep) rgn.intersect(PixRegion(clip));
+        if (!covers) rgn.intersect(PixRegion(clip));
+        if (within) rgn.intersect(*within);
         return rgn;
     }
     PixRegion rgn = Shape(w);
     rgn.intersect(PixRegion(keep ? screen : clip));
+    if (within) rgn.intersect(*within);
     for (const Window* x = w; x && !rgn.empty(); x = x->parent) {
         if (x != w) rgn.intersect(Shape(x));
         POINT origin = x->parent ? ScreenOrigin(x->parent) : POINT{0, 0};
-        SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin);
+        SubtractCovering(rgn, Siblings(const_cast<Window*>(x)), x, origin, within);
     }
-    SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w));
+    SubtractCovering(rgn, w->children, nullptr, ScreenOrigin(w), within);
     if (keep) {
         Window* mw = const_cast<Window*>(w);
         mw->vis = rgn;

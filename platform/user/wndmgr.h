@@ -127,8 +127,9 @@ bool Visible(const Window* w);           // it and every ancestor have WS_VISIBL
 int NestingLevel(const Window* w);       // 1 for a top-level window without owner
 PixRegion Shape(const Window* w);        // screen coordinates: rect ∩ window region
 PixRegion VisibleRegion(const Window* w);  // screen coordinates, children and covering windows removed
-// The visible region within `bounds` (screen): only windows meeting them are subtracted.
-PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds);
+// The visible region within `bounds` (screen), and within `within` when given (screen):
+// only windows meeting what is left are subtracted.
+PixRegion VisibleRegionWithin(const Window* w, const RECT& bounds, const PixRegion* within = nullptr);
 void PreOrder(Window* root, std::vector<HWND>& out);  // root first, then children in z-order
 bool MatchesFilter(HWND filter, HWND target);  // the hwnd filter of PeekMessage
 

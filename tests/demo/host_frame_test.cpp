@@ -1,7 +1,7 @@
 // The host's kept frame: after any sequence of input, presenting what the frame holds must
 // show exactly what drawing everything afresh shows -- a screen change the host was not
 // told of, or a part of the frame wrongly taken as current, shows up as a difference. And
-// a notification repaints only the status rows it changes.
+// a notification repaints only the status rows it changes, as far as their lines reach.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -148,6 +148,34 @@ TEST_F(HostFrame, ANotificationRepaintsOnlyTheStatusRowsItChanges) {
             << "outside the strip: " << update.left << "," << update.top << "," << update.right << "," << update.bottom;
         EXPECT_EQ(update.top < middle, s.top);
         EXPECT_EQ(update.bottom > middle + 1, s.bottom);
+        EXPECT_LT(update.right, theme::kScreenWidth / 2) << "a short line repaints only its part of the row";
+    }
+}
+
+}  // namespace
+}  // namespace zel::demo
+
+namespace zel::demo {
+namespace {
+
+// Play and pause swap kept pictures of the player's art: one kept from before a track
+// change must be drawn again, not shown with the old track's label colour.
+TEST_F(HostFrame, ThePlayersArtFollowsTheTrackAcrossPlayAndPause) {
+    ASSERT_TRUE(app->Show("player"));
+    D().RunUntilIdle();
+    const POINT play{224, 298}, previous{143, 298}, label{104, 136};  // label: beside the pause bars
+    auto tap = [](POINT p) {
+        D().Tap(p.x, p.y);
+        D().Advance(600);
+    };
+    tap(play);
+    const COLORREF before = D().Pixel(label.x, label.y);
+    tap(previous);
+    const COLORREF after = D().Pixel(label.x, label.y);
+    EXPECT_NE(after, before) << "the track's colour";
+    for (const char* what : {"the other state", "and back"}) {
+        tap(play);
+        EXPECT_EQ(D().Pixel(label.x, label.y), after) << what;
     }
 }
 

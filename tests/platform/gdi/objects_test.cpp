@@ -169,4 +169,38 @@ TEST_F(Objects, PixelsOutsideTheSurfaceOrTheClip) {
     DeleteDC(dc);
 }
 
+// RectVisible looks at the clip's rectangles, not their box.
+TEST_F(Objects, RectVisibleTestsTheClipRectanglesThemselves) {
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HBITMAP bmp = CreateCompatibleBitmap(screen, 100, 100);
+    ReleaseDC(nullptr, screen);
+    HGDIOBJ old = SelectObject(dc, bmp);
+    HRGN strips = CreateRectRgn(0, 0, 100, 10);
+    HRGN bottom = CreateRectRgn(0, 90, 100, 100);
+    CombineRgn(strips, strips, bottom, RGN_OR);
+    SelectClipRgn(dc, strips);
+    struct Case {
+        RECT r;
+        BOOL want;
+        const char* what;
+    };
+    const Case cases[] = {
+        {{10, 40, 50, 60}, FALSE, "between the strips"},  {{10, 5, 50, 20}, TRUE, "into the top strip"},
+        {{10, 85, 50, 91}, TRUE, "one row of the bottom"}, {{10, 10, 50, 90}, FALSE, "touching both, in neither"},
+        {{50, 60, 10, 95}, TRUE, "given backwards"},       {{120, 0, 150, 10}, FALSE, "beside the surface"},
+        {{10, 5, 10, 8}, FALSE, "empty"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(RectVisible(dc, &c.r), c.want) << c.what;
+    EXPECT_FALSE(RectVisible(dc, nullptr));
+    EXPECT_FALSE(RectVisible(nullptr, &cases[1].r));
+    SelectClipRgn(dc, nullptr);
+    EXPECT_TRUE(RectVisible(dc, &cases[0].r)) << "without a clip: the surface";
+    SelectObject(dc, old);
+    DeleteObject(bottom);
+    DeleteObject(strips);
+    DeleteObject(bmp);
+    DeleteDC(dc);
+}
+
 }  // namespace

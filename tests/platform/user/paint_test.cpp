@@ -230,6 +230,53 @@ TEST_F(Composition, WindowDcIsClippedToWhatTheWindowShows) {
     DestroyWindow(over);
 }
 
+// An update region of two strips far apart: the paint DC leaves out the children and the
+// window above that reach into either strip, and draws nothing between them.
+TEST_F(Composition, PaintDcOfTwoStripsLeavesOutWhatCoversEither) {
+    HWND a = rec.Top("a", 0, 0, 100, 100);
+    ShowWindow(a, SW_SHOWNOACTIVATE);
+    Solid(L"TestGreen", a, 10, 5, 20, 10);   // in the top strip
+    Solid(L"TestGreen", a, 10, 40, 20, 20);  // between the strips
+    Solid(L"TestGreen", a, 60, 75, 20, 15);  // reaching into the bottom strip
+    HWND over = Solid(L"TestBlue", nullptr, 90, 90, 20, 20);
+    HBRUSH red = CreateSolidBrush(kRed);
+    HBRUSH fill = red;  // red at first, white over the strips
+    rec.hook = [a, &fill](HWND h, UINT m, WPARAM, LPARAM, LRESULT* r) {
+        if (h != a || m != WM_PAINT) return false;
+        PAINTSTRUCT ps;
+        HDC dc = BeginPaint(h, &ps);
+        RECT all{0, 0, 100, 100};
+        FillRect(dc, &all, fill);
+        EndPaint(h, &ps);
+        *r = 0;
+        return true;
+    };
+    InvalidateRect(a, nullptr, FALSE);
+    D().RunUntilIdle();
+    fill = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    const RECT top{0, 0, 100, 20}, bottom{0, 80, 100, 100};
+    InvalidateRect(a, &top, FALSE);
+    InvalidateRect(a, &bottom, FALSE);
+    D().RunUntilIdle();
+    struct Probe {
+        int x, y;
+        COLORREF want;
+        const char* what;
+    };
+    const COLORREF kWhite = RGB(255, 255, 255);
+    const Probe probes[] = {
+        {5, 5, kWhite, "top strip"},          {15, 10, kGreen, "child in the top strip"},
+        {5, 50, kRed, "between the strips"},  {15, 50, kGreen, "child between"},
+        {5, 90, kWhite, "bottom strip"},      {65, 85, kGreen, "child reaching into the bottom strip"},
+        {95, 95, kBlue, "window above"},      {85, 95, kWhite, "beside it"},
+    };
+    for (const Probe& p : probes) EXPECT_EQ(D().Pixel(p.x, p.y), p.want) << p.what << " at " << p.x << "," << p.y;
+    rec.hook = nullptr;
+    DestroyWindow(a);
+    DestroyWindow(over);
+    DeleteObject(red);
+}
+
 TEST_F(Composition, SavePngWritesTheScreen) {
     HWND a = Solid(L"TestRed", nullptr, 0, 0, 50, 50);
     D().RunUntilIdle();
