@@ -5,6 +5,9 @@
 #include <afxwin.h>
 #include <zel/desktop.h>
 
+#include <memory>
+
+#include "host/demo_app.h"
 #include "support/leak_check.h"
 
 namespace zel::demo {
@@ -20,6 +23,21 @@ protected:
         CWnd::DeleteTempMap();
         LeakChecked::TearDown();
     }
+};
+
+// The same with the demo application made on the default skin.
+class DemoAppTest : public DemoTest {
+protected:
+    void SetUp() override {
+        DemoTest::SetUp();
+        app = std::make_unique<DemoApp>();
+        ASSERT_TRUE(app->LoadSkin(ZEL_DEMO_SKIN_DIR));
+    }
+    void TearDown() override {
+        app.reset();
+        DemoTest::TearDown();
+    }
+    std::unique_ptr<DemoApp> app;
 };
 
 }  // namespace zel::demo

@@ -42,19 +42,7 @@ void RepaintAll(HWND host) {
     D().RunUntilIdle();
 }
 
-class HostFrame : public DemoTest {
-protected:
-    void SetUp() override {
-        DemoTest::SetUp();
-        app = std::make_unique<DemoApp>();
-        ASSERT_TRUE(app->LoadSkin(ZEL_DEMO_SKIN_DIR));
-    }
-    void TearDown() override {
-        app.reset();
-        DemoTest::TearDown();
-    }
-    std::unique_ptr<DemoApp> app;
-};
+using HostFrame = DemoAppTest;
 
 struct Input {
     enum Kind { kTap, kHide } kind;

@@ -34,18 +34,8 @@ HWND HostAt(POINT p) {
     return h;
 }
 
-class DemoHost : public DemoTest {
+class DemoHost : public DemoAppTest {
 protected:
-    void SetUp() override {
-        DemoTest::SetUp();
-        app = std::make_unique<DemoApp>();
-        ASSERT_TRUE(app->LoadSkin(ZEL_DEMO_SKIN_DIR));
-    }
-    void TearDown() override {
-        app.reset();
-        DemoTest::TearDown();
-    }
-
     // The lines logged since the last call.
     std::vector<std::string> Heard() {
         const std::vector<std::string>& all = app->log().Lines();
@@ -54,7 +44,6 @@ protected:
         return since;
     }
 
-    std::unique_ptr<DemoApp> app;
     size_t seen = 0;
 };
 
