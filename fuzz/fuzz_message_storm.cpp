@@ -9,8 +9,14 @@
 //
 // Beyond "no crash, no sanitizer report": every GDI object an input created is released
 // once its windows and objects are gone, the message loop always settles, and the
-// promises each family registers hold after every step (a slider's position inside its
-// range, a check box checked or not).
+// promises each family registers hold (a slider's position inside its range, a check box
+// checked or not): after every step for the controls the step touched, after every paint
+// for all of them.
+//
+// Paints are held back while a script runs (zel::user::HoldPaints): a step runs its
+// messages, input and timers, and what it invalidates adds up until the script's next
+// kPaint and its end, where the loop runs with its paints. Painting after every step was
+// most of the time, and a timer stepped through Advance repainted at every step.
 //
 // One host serves every input: it is built once, and after each input put back as it was
 // built (see Storm::Reset): the controls the input touched are made anew, the rest stay.
@@ -128,7 +134,10 @@ private:
     void Build();
     // The control named by an operation, marked as touched.
     uint8_t Touch(uint8_t control) {
-        if (control < kControlCount) touched_.set(control);
+        if (control < kControlCount) {
+            touched_.set(control);
+            unchecked_.set(control);
+        }
         return control;
     }
     bool HostAsBuilt();
@@ -150,7 +159,11 @@ private:
     void Create(int control, const RECT* place = nullptr);
     void LoadStandardSkin(int control);
     void RunCall(int control, uint8_t call, ScriptReader& in);
-    void CheckPromises(uint8_t op);
+    // The promises of the controls touched since the last check, or of every control
+    // (after painting, which touches nothing).
+    void CheckPromises(uint8_t op, bool all = false);
+    // Runs the loop with its paints, then holds them again.
+    void Paint(const char* after);
 
     void DoPoint(Op op, ScriptReader& in);
     void DoKey(ScriptReader& in);
@@ -178,6 +191,7 @@ private:
     int builtFocus_ = kFocusNone;
     size_t builtWindows_ = 0;
     std::bitset<kControlCount> touched_;
+    std::bitset<kControlCount> unchecked_;  // touched since the promises were last checked
     static constexpr int kFocusHost = -1, kFocusNone = -2;
 };
 
@@ -356,6 +370,7 @@ void Storm::Touched(HWND hwnd) {
         for (int c = 0; c < kControlCount; ++c)
             if (controls_[c] && controls_[c]->m_hWnd == h) {
                 touched_.set(c);
+                unchecked_.set(c);
                 return;
             }
 }
@@ -602,10 +617,12 @@ void Storm::React(const Host::Armed& armed, UINT message, LPARAM lParam) {
     }
 }
 
-void Storm::CheckPromises(uint8_t op) {
+void Storm::CheckPromises(uint8_t op, bool all) {
+    const std::bitset<kControlCount> check = all ? ~std::bitset<kControlCount>() : unchecked_;
+    unchecked_.reset();
     for (int c = 0; c < kControlCount; ++c) {
         const StormControl* kind = Kind(c);
-        if (!kind) continue;
+        if (!kind || !check[c]) continue;
         for (const StormInvariant& invariant : kind->invariants)
             if (!invariant.holds(*Wnd(c)))
                 fuzzing::Finding(kName, std::string(kind->name) + ": " + invariant.violation + " after op " +
@@ -614,6 +631,7 @@ void Storm::CheckPromises(uint8_t op) {
 }
 
 void Storm::Run(ScriptReader& in) {
+    zel::user::HoldPaints(true);
     for (int n = 0; n < kMaxOps && !in.Done(); ++n) {
         const uint8_t op = in.Pick(kOpCount);
         Trace("op %ld", op);
@@ -636,13 +654,30 @@ void Storm::Run(ScriptReader& in) {
             case kRecreate: DoRecreate(in); break;
             case kArm: DoArm(in); break;
             case kText: DoText(in); break;
+            case kPaint: break;  // below, once the operation's messages are handled
             default: DoRawMessage(in); break;
         }
         desktop_.RunUntilIdle();
         fuzzing::CheckLoopSettled(kName, ("op " + std::to_string(op)).c_str());
         CheckPromises(op);
         WatchWindows(host_.m_hWnd);
+        if (op == kPaint) {
+            Paint("a paint the input asked for");
+            CheckPromises(op, true);
+        }
     }
+    zel::user::HoldPaints(false);
+    desktop_.RunUntilIdle();
+    fuzzing::CheckLoopSettled(kName, "the input's last paint");
+    CheckPromises(kPaint, true);
+    WatchWindows(host_.m_hWnd);
+}
+
+void Storm::Paint(const char* after) {
+    zel::user::HoldPaints(false);
+    desktop_.RunUntilIdle();
+    fuzzing::CheckLoopSettled(kName, after);
+    zel::user::HoldPaints(true);
 }
 
 // The counts everything is checked against: the desktop reset and the skin files written,

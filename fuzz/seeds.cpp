@@ -184,7 +184,9 @@ using namespace storm;
 // The script language with its argument layout spelt out, so a seed reads as what it does.
 class Storm {
 public:
-    Storm& Down(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerDown, c, fx, fy); }
+    // A press is painted at once, so the pressed looks are drawn (the storm holds paints
+    // back between kPaint operations and the end of the script).
+    Storm& Down(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerDown, c, fx, fy).Paint(); }
     Storm& Move(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerMove, c, fx, fy); }
     Storm& Up(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerUp, c, fx, fy); }
     Storm& Tap(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kTap, c, fx, fy); }
@@ -194,6 +196,10 @@ public:
     }
     Storm& Key(uint8_t keyIndex, uint8_t flags = 1) {
         w_.Op(kKey).U8(keyIndex).U8(flags);
+        return *this;
+    }
+    Storm& Paint() {
+        w_.Op(kPaint);
         return *this;
     }
     Storm& Wait(uint16_t ms) {

@@ -78,6 +78,7 @@ enum Op : uint8_t {
     kArm,           // trigger, reaction, target, count, value, call, call arguments (text)
     kText,          // control, string, widen flag, [width]
     kRawMessage,    // control, x, y, message, argument
+    kPaint,         // nothing: the loop runs with its paints (they are held between these)
     kOpCount
 };
 

@@ -77,6 +77,17 @@ void PurgePostedTimer(HWND hwnd, UINT_PTR id) {
     std::erase_if(p, [hwnd, id](const MSG& m) { return m.hwnd == hwnd && m.message == WM_TIMER && m.wParam == id; });
 }
 
+// While held, PeekMessageW makes no WM_PAINT: a harness that drives many steps between
+// looks at the screen runs them without painting and paints once when it lets go. Invalid
+// regions keep accumulating, so the paint that follows covers everything the steps
+// invalidated. UpdateWindow and RedrawWindow(RDW_UPDATENOW) still paint at once.
+static bool& PaintsHeld() {
+    static bool held = false;
+    return held;
+}
+
+void HoldPaints(bool hold) { PaintsHeld() = hold; }
+
 void ResetQueue() {
     Queue& q = Q();
     q.posted.clear();
@@ -151,7 +162,7 @@ BOOL PeekMessageW(LPMSG msg, HWND hwnd, UINT first, UINT last, UINT remove) {
         return TRUE;
     }
     std::optional<MSG> found = TakeInput(hwnd, first, last, take);
-    if (!found && InRange(WM_PAINT, first, last))
+    if (!found && !PaintsHeld() && InRange(WM_PAINT, first, last))
         if (Window* w = FindPaintWindow(hwnd)) found = Make(w->handle, WM_PAINT, 0, 0);
     if (!found && InRange(WM_TIMER, first, last)) found = TakeDueTimer(hwnd, take);
     if (!found) return FALSE;

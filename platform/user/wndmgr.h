@@ -204,6 +204,8 @@ LRESULT Send(Window* w, UINT msg, WPARAM wParam, LPARAM lParam);
 void PurgePosted(HWND hwnd);
 void PurgePostedTimer(HWND hwnd, UINT_PTR id);
 void ResetQueue();
+// Holds WM_PAINT back from the queue (true) or lets it come again (false).
+void HoldPaints(bool hold);
 // Retrieves and dispatches one message through the pre-translate hook and the innermost
 // modal dialog's IsDialogMessageW. False when the queue is empty; a retrieved WM_QUIT is
 // stored in *quit and not dispatched.

@@ -9,6 +9,7 @@
 #include <zel/desktop.h>
 
 #include "recorder.h"
+#include "user/wndmgr.h"
 
 namespace {
 
@@ -45,6 +46,36 @@ TEST_F(Painting, PaintComesAfterPostedMessagesAndBeforeTimers) {
     PostMessageW(w, WM_USER, 0, 0);
     D().Advance(5);  // the timer is due again
     EXPECT_EQ(rec.Take(), "w:USER;w:PAINT;w:TIMER(1)");
+}
+
+// Held paints: the queue makes no WM_PAINT, everything else still comes, the invalid
+// regions add up into one paint once let go, and UpdateWindow still paints at once.
+TEST_F(Painting, HeldPaintsComeOnceWhenLetGo) {
+    HWND w = rec.Top("w", 0, 0, 50, 50);
+    HWND v = rec.Top("v", 60, 0, 50, 50);
+    D().RunUntilIdle();
+    rec.Start({WM_PAINT, WM_TIMER, WM_USER});
+    rec.Name(w, "w");
+    rec.Name(v, "v");
+    LogPaints(rec);
+    zel::user::HoldPaints(true);
+    SetTimer(w, 1, 10, nullptr);
+    RECT a{1, 1, 5, 5}, b{20, 20, 30, 30};
+    InvalidateRect(w, &a, FALSE);
+    PostMessageW(w, WM_USER, 0, 0);
+    D().Advance(10);
+    KillTimer(w, 1);
+    InvalidateRect(w, &b, FALSE);
+    InvalidateRect(v, nullptr, FALSE);
+    D().RunUntilIdle();
+    EXPECT_EQ(rec.Take(), "w:USER;w:TIMER(1)");
+    MSG m;
+    EXPECT_FALSE(PeekMessageW(&m, nullptr, WM_PAINT, WM_PAINT, PM_NOREMOVE));
+    EXPECT_TRUE(UpdateWindow(v));
+    EXPECT_EQ(rec.Take(), "v:PAINT;v:begin(0,0,50,50,erase=0)");
+    zel::user::HoldPaints(false);
+    D().RunUntilIdle();
+    EXPECT_EQ(rec.Take(), "w:PAINT;w:begin(1,1,30,30,erase=0)") << "both rectangles in one paint";
 }
 
 TEST_F(Painting, UpdateWindowPaintsSynchronouslyParentFirst) {
