@@ -45,6 +45,11 @@ public:
     CanvasStore& operator=(const CanvasStore&) = delete;
 
     void Release();
+    // The memory DC holding the kept bitmap (null before the first paint or after
+    // Release): a source for copying the kept pixels elsewhere.
+    HDC dc() const { return surface_ ? mem_ : nullptr; }
+    int width() const { return width_; }
+    int height() const { return height_; }
 
 private:
     friend class OffscreenCanvas;

@@ -16,10 +16,12 @@ constexpr int kDefaultShrinkFrom = 40;
 
 BEGIN_MESSAGE_MAP(CZELLable, CSkinWnd)
     ON_WM_PAINT()
+    ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 CZELLable::CZELLable()
     : m_frame(std::make_unique<zelctl::SkinSet>(zelctl::kLabelPieces)),
+      m_kept(std::make_unique<zelctl::LabelCanvases>()),
       m_hFont(zelctl::CreateControlFont(kDefaultFontHeight)),
       m_crText(RGB(0, 0, 0)),
       m_nFormat(0),
@@ -30,6 +32,7 @@ CZELLable::~CZELLable() { zelctl::ReleaseFont(m_hFont); }
 
 void CZELLable::LoadBitmap(CString strLeft, CString strMiddle, CString strRight) {
     m_frame->LoadFiles({strLeft, strMiddle, strRight}, zelctl::kLabelLeft);
+    m_kept->Forget();
     if (!::IsWindow(m_hWnd)) return;
     Invalidate(TRUE);
     UpdateWindow();
@@ -52,10 +55,15 @@ void CZELLable::OnPaint() {
     CRect client;
     GetClientRect(&client);
     const CRect rcText = m_rcText.IsRectEmpty() ? client : m_rcText;
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    zelctl::PaintLabelFrame(canvas, *m_frame);
+    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), m_kept->canvas());
+    m_kept->Backdrop(dc.GetSafeHdc(), canvas, [this](zelctl::OffscreenCanvas& c) { zelctl::PaintLabelFrame(c, *m_frame); });
     CString text;
     GetWindowText(text);
     zelctl::DrawShrunkText(canvas.dc(), text, rcText, m_nFormat, m_crText, m_hFont, m_nFontHeight);
     canvas.Present();
+}
+
+void CZELLable::OnDestroy() {
+    m_kept->Release();
+    CSkinWnd::OnDestroy();
 }

@@ -18,6 +18,7 @@
 
 namespace zelctl {
 class SkinSet;
+class LabelCanvases;
 }  // namespace zelctl
 
 class ZELCTL_API CZELLable : public CSkinWnd {
@@ -36,9 +37,13 @@ public:
 
 protected:
     afx_msg void OnPaint();
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
     std::unique_ptr<zelctl::SkinSet> m_frame;  // left cap, middle, right cap
+    // The canvas and the picture under the text, kept between paints; whoever changes a
+    // piece of the picture calls Forget on it.
+    std::unique_ptr<zelctl::LabelCanvases> m_kept;
     HFONT m_hFont;
     COLORREF m_crText;
     UINT m_nFormat;

@@ -61,6 +61,7 @@ void CZELTelLCD::InitCtrl(UINT* pIDs, DWORD* pColors, int* pHeights, int nMode, 
         m_nMode = 2;
     }
     MakeFonts(pColors, pHeights);
+    m_kept->Forget();
 }
 
 void CZELTelLCD::InitCtrl(CArray<CString, CString>& arrFrame, CArray<CString, CString>& arrIndicators,
@@ -73,6 +74,7 @@ void CZELTelLCD::InitCtrl(CArray<CString, CString>& arrFrame, CArray<CString, CS
     m_indicators->Set(kRightIndicator, zelctl::LoadSkinFile(arrIndicators[1]));
     MakeFonts(colors, heights);
     m_nFontHeight = heights[0];
+    m_kept->Forget();  // after the indicators: LoadBitmap's repaint kept the old ones
 }
 
 void CZELTelLCD::SetszTime(CString& str) {
@@ -107,18 +109,21 @@ void CZELTelLCD::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    zelctl::PaintLabelFrame(canvas, *m_frame);  // as the label draws it
-
-    if (m_nMode == 1 || m_nMode == 2) {
-        const SIZE right = m_indicators->Size(kRightIndicator);
-        canvas.Blit((*m_indicators)[kRightIndicator], client.right - right.cx, client.bottom - right.cy, right.cx,
-                    right.cy);
-    }
-    if (m_nMode == 1) {
-        const SIZE left = m_indicators->Size(kLeftIndicator);
-        canvas.Blit((*m_indicators)[kLeftIndicator], 0, client.Height() - left.cy, left.cx, left.cy);
-    }
+    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), m_kept->canvas());
+    // The frame as the label draws it, and the indicators: kept, as they change only with
+    // the skin and the mode.
+    m_kept->Backdrop(dc.GetSafeHdc(), canvas, [&](zelctl::OffscreenCanvas& c) {
+        zelctl::PaintLabelFrame(c, *m_frame);
+        if (m_nMode == 1 || m_nMode == 2) {
+            const SIZE right = m_indicators->Size(kRightIndicator);
+            c.Blit((*m_indicators)[kRightIndicator], client.right - right.cx, client.bottom - right.cy, right.cx,
+                   right.cy);
+        }
+        if (m_nMode == 1) {
+            const SIZE left = m_indicators->Size(kLeftIndicator);
+            c.Blit((*m_indicators)[kLeftIndicator], 0, client.Height() - left.cy, left.cx, left.cy);
+        }
+    });
 
     const SIZE strip = StripSize();
     CRect number(client.left, client.top, client.right, client.bottom - strip.cy);
@@ -135,5 +140,5 @@ void CZELTelLCD::OnPaint() {
 void CZELTelLCD::OnDestroy() {
     ReleaseFonts();
     m_indicators->ReleaseAll();
-    CZELLable::OnDestroy();
+    CZELLable::OnDestroy();  // and the kept canvases
 }
