@@ -115,6 +115,51 @@ TEST_F(Label, DefaultFontIs18AndShrinksFrom40) {
     EXPECT_EQ(Shows(*label, shrunk), "");
 }
 
+// The picture under the text is kept between paints: a new text, a new size and new pieces
+// each show as on a label painted for the first time, with nothing left of the last paint.
+TEST_F(Label, RepaintsShowTheTextSizeAndPiecesOfNow) {
+    const COLORREF red = RGB(200, 0, 0), green = RGB(0, 120, 0), blue = RGB(0, 0, 200);
+    skins.Solid("left", 6, 4, red);
+    skins.Solid("middle", 2, 2, green);
+    skins.Solid("right", 5, 4, blue);
+    const UINT format = DT_SINGLELINE | DT_VCENTER | DT_CENTER;
+    CZELLable& l = Make(L"Wide");
+    l.SetFont(16, kWhite, format, CRect());
+    l.LoadSkin(skins.Skin({"left", "middle", "right"}), L"");
+    struct Step {
+        const wchar_t* text;
+        int w, h;
+        bool rightCap;
+    } steps[] = {{L"Wide", 120, 30, true}, {L"Hi", 120, 30, true}, {L"Hi", 80, 24, true}, {L"Hi", 80, 24, false}};
+    for (const Step& s : steps) {
+        SCOPED_TRACE(testing::Message() << s.w << " " << s.rightCap);
+        l.SetWindowText(s.text);
+        if (s.w != 120) l.MoveWindow(kBox.left, kBox.top, s.w, s.h);
+        if (!s.rightCap) l.LoadSkin(skins.Skin({"left", "middle"}), L"");
+        Reference want(s.w, s.h, green);
+        want.Fill(RECT{0, 0, 6, s.h}, red);
+        if (s.rightCap) want.Fill(RECT{s.w - 5, 0, s.w, s.h}, blue);
+        want.Text(s.text, RECT{0, 0, s.w, s.h}, format, 16, kWhite);
+        EXPECT_EQ(Shows(*label, want), "");
+    }
+}
+
+// The canvases kept between paints belong to the window: destroying it returns them, while
+// the pieces stay with the object.
+TEST_F(Label, DestroyReleasesTheKeptCanvases) {
+    skins.Solid("middle", 2, 2, kWhite);
+    label = std::make_unique<CZELLable>();
+    label->LoadSkin(skins.Skin({"middle"}), L"");
+    const zel::GdiCounts before = zel::LiveGdiObjects();
+    ASSERT_TRUE(label->Create(nullptr, L"x", WS_CHILD | WS_VISIBLE, kBox, &parent, 7));
+    label->Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_GT(zel::LiveGdiObjects().bitmaps, before.bitmaps) << "a painted label keeps its canvas";
+    label->DestroyWindow();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+    EXPECT_EQ(zel::LiveGdiObjects().dcs, before.dcs);
+}
+
 TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
     CZELLable& l = Make(L"");
     l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");

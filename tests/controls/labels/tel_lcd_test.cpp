@@ -44,11 +44,11 @@ protected:
         lcd.reset();
         LabelTest::TearDown();
     }
-    void InitFiles(int mode, int numberHeight = 30, int frameCount = 3) {
+    void InitFiles(int mode, int numberHeight = 30, int frameCount = 3, const char* left = "left") {
         CArray<CString, CString> frame, indicators;
         const CString pieces[] = {L"", SkinPath("middle"), L""};
         for (int i = 0; i < frameCount; ++i) frame.Add(pieces[i]);
-        indicators.Add(SkinPath("left"));
+        indicators.Add(SkinPath(left));
         indicators.Add(SkinPath("right"));
         DWORD colors[3] = {kNumber, kStatus, 0};
         int heights[3] = {numberHeight, 14, 0};
@@ -147,6 +147,32 @@ TEST_F(TelLCDTest, SetszTimeByMode) {
     EXPECT_EQ(lcd->m_strTime, L"01:00");
     const RECT none = Update();
     EXPECT_TRUE(::IsRectEmpty(&none)) << "mode 2 repaints nothing";
+}
+
+// What stays from one paint to the next (the frame and indicators) is drawn again when the
+// indicators change; a status strip painted alone keeps the number above it.
+TEST_F(TelLCDTest, NewIndicatorsAndStatusShowOverTheLastPaint) {
+    const COLORREF other = RGB(250, 160, 0);
+    skins.Solid("left2", kLeftSize.cx, kLeftSize.cy, other);
+    InitFiles(1);
+    Show(L"42");
+    InitFiles(1, 30, 3, "left2");
+    CString time = L"00:07";
+    lcd->SetszTime(time);
+    Reference want(kW, kH, kMiddle);
+    Indicators(want, false);
+    want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, other);
+    want.Text(L"42", RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
+    want.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
+    EXPECT_EQ(Shows(want), "");
+
+    Show(L"4");  // the shorter number leaves nothing of the longer one
+    Reference shorter(kW, kH, kMiddle);
+    Indicators(shorter, false);
+    shorter.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, other);
+    shorter.Text(L"4", RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
+    shorter.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
+    EXPECT_EQ(Shows(shorter), "");
 }
 
 TEST_F(TelLCDTest, FileFormNeedsThreeFramePathsAndTwoIndicators) {
