@@ -45,6 +45,9 @@ public:
     CanvasStore& operator=(const CanvasStore&) = delete;
 
     void Release();
+    // The memory DC holding the kept bitmap (null before the first paint or after Release):
+    // a control may keep a layer it paints rarely in a store and copy from it.
+    HDC dc() const { return mem_; }
 
 private:
     friend class OffscreenCanvas;
