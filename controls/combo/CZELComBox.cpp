@@ -683,12 +683,29 @@ void CZELComBox::OnPaint() {
 
     if (m_bDropped && m_nShownRows > 0) {
         const zelctl::RowGeometry rows{m_rcRows, RowHeight(), m_nTopRow, GetCount()};
-        zelctl::SelectGuard select(canvas.dc(), font);
         const int last = std::min(GetCount(), m_nTopRow + m_nShownRows);
+        // Every row of a kind is the same stretch: the first of each kind is stretched and
+        // the others are copies of it. The captions come after all the rows; DrawText
+        // clips each to its own row, so no caption lands where a later row is drawn.
+        CRect stretched[2];  // the first plain and the first lit row drawn
         for (int row = m_nTopRow; row < last; ++row) {
             const CRect cell = rows.RowRect(row);
             const bool lit = row == m_nLitRow;
+            CRect& first = stretched[lit ? 1 : 0];
+            if (!first.IsRectEmpty()) {
+                ::BitBlt(canvas.dc(), cell.left, cell.top, cell.Width(), cell.Height(), canvas.dc(), first.left,
+                         first.top, SRCCOPY);
+                continue;
+            }
             canvas.Stretch(pieces[lit ? kRowSelected : kRow], cell.left, cell.top, cell.Width(), cell.Height());
+            // Copied from only when wholly on the canvas (a source past its edge is no picture).
+            CRect inside;
+            if (inside.IntersectRect(cell, client) && inside == cell) first = cell;
+        }
+        zelctl::SelectGuard select(canvas.dc(), font);
+        for (int row = m_nTopRow; row < last; ++row) {
+            const CRect cell = rows.RowRect(row);
+            const bool lit = row == m_nLitRow;
             CString caption = m_items[static_cast<size_t>(row)].text;
             CRect area = cell;
             area.left += kTextInset;

@@ -54,7 +54,9 @@ CZELSlider::CZELSlider()
       m_bDragging(FALSE),
       m_nThumbState(kThumbNormal),
       m_nStyle(0),
-      m_bSkinLoaded(FALSE) {}
+      m_bSkinLoaded(FALSE),
+      m_nLayerStyle(0),
+      m_bLayerStale(true) {}
 
 // The window is gone by now when the host destroyed it first; intended: OnDestroy leaves
 // the bitmaps to the destructor (the skin set's).
@@ -65,6 +67,7 @@ CZELSlider::~CZELSlider() = default;
 void CZELSlider::LoadBitmapW(const UINT* const pEnds, const UINT* const pThumb, const UINT* const pChannel,
                              HINSTANCE hInst) {
     for (size_t piece = 0; piece < kSliderPieces; ++piece) m_skin->Release(piece);
+    m_bLayerStale = true;
     m_skin->LoadIds(pEnds, 2, hInst, kLeft);
     m_skin->LoadIds(pThumb, 3, hInst, kThumb);
     m_skin->LoadIds(pChannel, 4, hInst, kChanFill);
@@ -74,6 +77,7 @@ void CZELSlider::LoadBitmapW(const UINT* const pEnds, const UINT* const pThumb, 
 void CZELSlider::LoadBitmaps(CArray<CString, CString>& ends, CArray<CString, CString>& thumb,
                              CArray<CString, CString>& channel) {
     for (size_t piece = 0; piece < kSliderPieces; ++piece) m_skin->Release(piece);
+    m_bLayerStale = true;
     m_skin->LoadFiles({PathAt(ends, 0), PathAt(ends, 1), PathAt(thumb, 0), PathAt(thumb, 1), PathAt(thumb, 2),
                        PathAt(channel, 0), PathAt(channel, 1), PathAt(channel, 2), PathAt(channel, 3)},
                       kLeft);
@@ -83,6 +87,7 @@ void CZELSlider::LoadBitmaps(CArray<CString, CString>& ends, CArray<CString, CSt
 void CZELSlider::LoadBitmapW(UINT nBack, UINT nFill, HINSTANCE hInst) {
     m_skin->Release(kBack);
     m_skin->Release(kFill);
+    m_bLayerStale = true;
     m_skin->LoadIds({nBack, nFill}, hInst, kBack);
     if (::IsWindow(m_hWnd)) GetClientRect(&m_rcClient);
     m_rcChannel = m_rcClient;
@@ -93,6 +98,7 @@ void CZELSlider::LoadBitmapW(UINT nBack, UINT nFill, HINSTANCE hInst) {
 void CZELSlider::LoadBitmaps(CString strBack, CString strFill) {
     m_skin->Release(kBack);
     m_skin->Release(kFill);
+    m_bLayerStale = true;
     m_skin->LoadFiles({strBack, strFill}, kBack);
     if (::IsWindow(m_hWnd)) GetClientRect(&m_rcClient);
     m_rcChannel = m_rcClient;
@@ -373,7 +379,15 @@ BOOL CZELSlider::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
 void CZELSlider::OnDestroy() {
     KillTimer(kTowardMinTimer);
     KillTimer(kTowardMaxTimer);
+    DropKept();
     Default();
+}
+
+// The kept canvas and layer go with the window (a window made again paints them anew).
+void CZELSlider::DropKept() {
+    m_canvas.reset();
+    m_layer.reset();
+    m_bLayerStale = true;
 }
 
 // ---- painting ------------------------------------------------------------------------------
@@ -388,58 +402,102 @@ int CZELSlider::PlaceThumb() {
     return centre;
 }
 
+// A window of ordinary size keeps its canvas and its still layer (PaintKept); a huge one
+// paints only what shows of it on a canvas made for the paint.
 void CZELSlider::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
+    if (PaintKept(dc, client.Width(), client.Height())) return;
     zelctl::OffscreenCanvas canvas(dc, zelctl::OffscreenCanvas::PaintArea(dc, client.Width(), client.Height()));
-    if (m_nStyle)
-        PaintProgress(canvas, client.Width(), client.Height());
-    else
-        PaintSlider(canvas, client.Width(), client.Height());
+    PaintLayer(canvas, client.Width(), client.Height());
+    PaintMoving(canvas, client.Width(), client.Height());
     canvas.Present();
 }
 
-// Caps at both ends over the full height; the channel's end pieces beside the caps (the
-// right one drawn at the left one's width); the empty channel stretched between the end
-// pieces; the filled channel stretched up to the thumb's centre at its own height, centred
-// in the channel; the thumb for its state with magenta transparent.
+// The layer is painted whole once per size, style, channel and skin; each paint copies the
+// part of it the paint DC may draw on, draws the fill and the thumb over that part only,
+// and presents that part. FALSE when the window is too large to keep bitmaps of, or a
+// bitmap could not be made: the caller then paints the plain way.
+bool CZELSlider::PaintKept(HDC screen, int width, int height) {
+    constexpr long long kKeepPixels = 1 << 20;
+    if (width <= 0 || height <= 0 || static_cast<long long>(width) * height > kKeepPixels) return false;
+    if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
+    if (!m_layer) m_layer = std::make_unique<zelctl::CanvasStore>();
+    const CSize size(width, height);
+    if (m_bLayerStale || !m_layer->dc() || m_layerSize != size || m_rcLayerChannel != m_rcChannel ||
+        m_nLayerStyle != m_nStyle) {
+        // Remade rather than reused: a reused store paints only this paint's area.
+        m_layer->Release();
+        {
+            zelctl::OffscreenCanvas layer(screen, width, height, *m_layer);
+            PaintLayer(layer, width, height);
+        }
+        if (!m_layer->dc()) return false;
+        m_layerSize = size;
+        m_rcLayerChannel = m_rcChannel;
+        m_nLayerStyle = m_nStyle;
+        m_bLayerStale = false;
+    }
+    const RECT box = zelctl::OffscreenCanvas::PaintArea(screen, width, height);
+    if (::IsRectEmpty(&box)) return true;  // nothing of the window shows
+    zelctl::OffscreenCanvas canvas(screen, width, height, *m_canvas);
+    if (!m_canvas->dc()) return false;
+    const int boxWidth = box.right - box.left, boxHeight = box.bottom - box.top;
+    ::IntersectClipRect(canvas.dc(), box.left, box.top, box.right, box.bottom);
+    ::BitBlt(canvas.dc(), box.left, box.top, boxWidth, boxHeight, m_layer->dc(), box.left, box.top, SRCCOPY);
+    PaintMoving(canvas, width, height);
+    ::BitBlt(screen, box.left, box.top, boxWidth, boxHeight, canvas.dc(), box.left, box.top, SRCCOPY);
+    return true;
+}
+
+// Slider: caps at both ends over the full height; the channel's end pieces beside the caps
+// (the right one drawn at the left one's width); the empty channel stretched between the
+// end pieces. Progress: the background over the whole client area.
 //
 // Not a three-piece frame: the channel's end pieces stay beside the caps while the empty
 // channel follows SetChanRect, the right piece takes the left one's width (intended), and
 // in a slider narrower than its pieces the right cap covers the left channel piece.
-void CZELSlider::PaintSlider(zelctl::OffscreenCanvas& canvas, int width, int height) {
+void CZELSlider::PaintLayer(zelctl::OffscreenCanvas& canvas, int width, int height) {
     const zelctl::SkinSet& skin = *m_skin;
+    if (m_nStyle) {
+        canvas.Stretch(skin[kBack], 0, 0, width, height);
+        return;
+    }
     const SIZE leftCap = skin.Size(kLeft);
     const SIZE rightCap = skin.Size(kRight);
     const int piece = skin.Size(kChanLeft).cx;
-    const int fill = skin.Size(kChanFill).cy;
     const CRect& ch = m_rcChannel;
-    const int centre = PlaceThumb();
-
     canvas.Blit(skin[kLeft], 0, 0, leftCap.cx, height);
     canvas.Blit(skin[kChanLeft], leftCap.cx, ch.top, piece, ch.Height());
     canvas.Blit(skin[kChanRight], width - piece - rightCap.cx, ch.top, piece, ch.Height());
     canvas.Blit(skin[kRight], width - rightCap.cx, 0, rightCap.cx, height);
     canvas.Stretch(skin[kChannel], ch.left + piece, ch.top, ch.Width() - 2 * piece, ch.Height());
-    canvas.Stretch(skin[kChanFill], ch.left + piece, ch.top + (ch.Height() - fill) / 2, centre - (ch.left + piece), fill);
+}
 
+// Over the layer, what follows the position. Slider: the filled channel stretched up to the
+// thumb's centre at its own height, centred in the channel; the thumb for its state with
+// magenta transparent. Progress: the part of the fill bitmap that stands for the position,
+// from the left, or upward from the bottom in vertical mode.
+void CZELSlider::PaintMoving(zelctl::OffscreenCanvas& canvas, int width, int height) {
+    const zelctl::SkinSet& skin = *m_skin;
+    if (m_nStyle) {
+        if (!m_bVertical) {
+            canvas.Blit(skin[kFill], 0, 0, zelctl::ProgressSpan(width, m_nPos, m_nMin, m_nMax), height);
+        } else {
+            const int filled = zelctl::ProgressSpan(height, m_nPos, m_nMin, m_nMax);
+            const int fillHeight = skin.Size(kFill).cy;
+            canvas.Blit(skin[kFill], 0, height - filled, width, filled, 0, fillHeight - filled);
+        }
+        return;
+    }
+    const int piece = skin.Size(kChanLeft).cx;
+    const int fill = skin.Size(kChanFill).cy;
+    const CRect& ch = m_rcChannel;
+    const int centre = PlaceThumb();
+    canvas.Stretch(skin[kChanFill], ch.left + piece, ch.top + (ch.Height() - fill) / 2, centre - (ch.left + piece), fill);
     const HBITMAP thumb = skin[m_nThumbState == kThumbPressed    ? kThumbDown
                                : m_nThumbState == kThumbReleased ? kThumbUp
                                                                  : kThumb];
     canvas.Transparent(thumb, m_rcThumb.left, m_rcThumb.top, m_rcThumb.Width(), m_rcThumb.Height(), kThumbKey);
-}
-
-// The background over the whole client area, then the part of the fill bitmap that
-// stands for the position: from the left, or upward from the bottom in vertical mode.
-void CZELSlider::PaintProgress(zelctl::OffscreenCanvas& canvas, int width, int height) {
-    const zelctl::SkinSet& skin = *m_skin;
-    canvas.Stretch(skin[kBack], 0, 0, width, height);
-    if (!m_bVertical) {
-        canvas.Blit(skin[kFill], 0, 0, zelctl::ProgressSpan(width, m_nPos, m_nMin, m_nMax), height);
-    } else {
-        const int filled = zelctl::ProgressSpan(height, m_nPos, m_nMin, m_nMax);
-        const int fillHeight = skin.Size(kFill).cy;
-        canvas.Blit(skin[kFill], 0, height - filled, width, filled, 0, fillHeight - filled);
-    }
 }

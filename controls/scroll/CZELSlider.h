@@ -26,6 +26,7 @@
 #include "zelctl_api.h"
 
 namespace zelctl {
+class CanvasStore;
 class OffscreenCanvas;
 class SkinSet;
 }
@@ -124,6 +125,16 @@ protected:
     int m_nThumbState;  // 0 normal, 1 pressed, 2 released
     int m_nStyle;       // 0 slider, 1 progress
     BOOL m_bSkinLoaded;
+    // Kept between paints for a window of ordinary size: the canvas, and the layer that
+    // changes only with the size, the style, the channel or the skin (the caps, the
+    // channel's end pieces and the empty channel, or the progress background), so a moved
+    // position stretches only the fill again.
+    std::unique_ptr<zelctl::CanvasStore> m_canvas;
+    std::unique_ptr<zelctl::CanvasStore> m_layer;
+    CSize m_layerSize;
+    CRect m_rcLayerChannel;
+    int m_nLayerStyle;
+    bool m_bLayerStale;
 
 private:
     // Each returns FALSE when the parent destroyed the slider while being told.
@@ -134,7 +145,9 @@ private:
     void LayOutSlider();
     void ReLay();
     int PlaceThumb();
-    ZELCTL_HIDDEN void PaintSlider(zelctl::OffscreenCanvas& canvas, int width, int height);
-    ZELCTL_HIDDEN void PaintProgress(zelctl::OffscreenCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintLayer(zelctl::OffscreenCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN void PaintMoving(zelctl::OffscreenCanvas& canvas, int width, int height);
+    ZELCTL_HIDDEN bool PaintKept(HDC screen, int width, int height);
+    void DropKept();
     void Redraw();
 };

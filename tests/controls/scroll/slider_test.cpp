@@ -1,6 +1,7 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -138,6 +139,63 @@ TEST_F(SliderTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     const uint64_t written = zel::gdi::pixelsWritten - before;
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 8u * 110 * 16) << "pixels written by one repaint";
+}
+
+// The slider keeps its canvas and the layer under the fill and the thumb between paints.
+// Whatever changes after a paint, the next paint shows what a slider painting for the
+// first time in that state shows.
+TEST_F(SliderTest, KeptPicturesFollowEveryChangeOfSkinLayoutAndStyle) {
+    skins.Pixels("channel2", 2, 16, [](int x, int y) { return RGB(40 * x, 10 * y, 99); });
+    const CString second =
+        skins.Skin({"lcap", "rcap", "thumb", "thumb_up", "thumb_down", "fill", "channel2", "lpiece", "rpiece"});
+    const CString progress = skins.Skin({"hback", "hfill"}), otherProgress = skins.Skin({"vback", "vfill"});
+    using Step = std::function<void(ProbeSlider&)>;
+    const Step nothing = [](ProbeSlider&) {};
+    const struct {
+        const char* name;
+        Step before, after;  // before the first paint, after it
+    } cases[] = {
+        {"another channel", nothing, [&](ProbeSlider& s) { s.LoadSkin(second, L""); }},
+        {"SetChanRect", nothing, [](ProbeSlider& s) { s.SetChanRect(41, 5); }},
+        {"wider", nothing, [](ProbeSlider& s) { s.MoveWindow(kX, kY, 100, 16); }},
+        {"narrower", nothing, [](ProbeSlider& s) { s.MoveWindow(kX, kY, 50, 16); }},
+        {"to progress", nothing, [&](ProbeSlider& s) { s.LoadSkin(progress, L""); }},
+        {"another background", [&](ProbeSlider& s) { s.LoadSkin(progress, L""); },
+         [&](ProbeSlider& s) { s.LoadSkin(otherProgress, L""); }},
+        {"back to the nine pieces", [&](ProbeSlider& s) { s.LoadSkin(progress, L""); },
+         [](ProbeSlider& s) { s.SetStyle(0); }},
+        {"vertical progress", [&](ProbeSlider& s) { s.LoadSkin(progress, L""); },
+         [](ProbeSlider& s) { s.SetvStyle(true); }},
+        {"position", nothing, [](ProbeSlider& s) { s.SetPos(90); }},
+    };
+    auto picture = [&] {
+        std::vector<COLORREF> pixels;
+        for (int y = kY - 1; y < kY + 17; ++y)
+            for (int x = kX - 1; x < kX + 101; ++x) pixels.push_back(ScreenPixel(x, y));
+        return pixels;
+    };
+    for (const auto& c : cases) {
+        ProbeSlider& kept = MakeNinePiece();
+        c.before(kept);
+        kept.SetPos(50);
+        Show();
+        c.after(kept);
+        Show();
+        const std::vector<COLORREF> changed = picture();
+        slider.reset();
+        Show();
+
+        slider = std::make_unique<ProbeSlider>();
+        ASSERT_TRUE(slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + 80, kY + 30), &parent, 77));
+        slider->LoadSkin(NinePieces(), L"");
+        c.before(*slider);
+        slider->SetPos(50);
+        c.after(*slider);
+        Show();  // the first paint
+        EXPECT_TRUE(picture() == changed) << c.name;
+        slider.reset();
+        Show();
+    }
 }
 
 TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
@@ -398,12 +456,16 @@ TEST_F(SliderTest, KeysMoveTheThumbTheWayTheyPoint) {
 TEST_F(SliderTest, LoadsReplaceTheirBitmapsAndTheDestructorReleasesThem) {
     const zel::GdiCounts before = zel::LiveGdiObjects();
     ProbeSlider& s = MakeNinePiece();
-    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 9);
+    // The painted window keeps two bitmaps besides its skin: its canvas and its still layer.
+    constexpr int kKept = 2;
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 9 + kKept);
     s.LoadSkin(NinePieces(), L"");
     s.LoadSkin(skins.Skin({"hback", "hfill"}), L"");
-    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
+    s.UpdateWindow();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11 + kKept);
     s.LoadSkin(skins.Skin({"hback", "hfill"}), L"");
-    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11);
+    s.UpdateWindow();
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11 + kKept) << "a new layer replaces the old one";
     ::DestroyWindow(s.m_hWnd);
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 11) << "the window's end leaves them to the object";
     slider.reset();
