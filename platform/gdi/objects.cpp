@@ -124,6 +124,38 @@ void Release(GdiObject* object) {
     }
 }
 
+// A picture built of many small pieces would make the region of what is left ragged, and
+// every later piece dearer to take out of it: past this many rectangles the rest is
+// cleared at once.
+constexpr int kMaxUnwrittenRects = 32;
+
+PixelBuffer& Bitmap::Overwrite(const PixRegion& written) {
+    if (shared || !zeroPending) return Pixels();
+    if (!unwritten) unwritten.emplace(RECT{0, 0, px.width, px.height});
+    pixman_region32_subtract(unwritten->get(), unwritten->get(), written.mut());
+    if (unwritten->empty()) {
+        zeroPending = false;
+        unwritten.reset();
+    } else if (pixman_region32_n_rects(unwritten->get()) > kMaxUnwrittenRects) {
+        ZeroUnwritten();
+    }
+    return px;
+}
+
+void Bitmap::ZeroUnwritten() {
+    if (!unwritten) {
+        std::fill(px.pixels.begin(), px.pixels.end(), 0u);
+    } else {
+        int n = 0;
+        const pixman_box32_t* boxes = pixman_region32_rectangles(unwritten->get(), &n);
+        for (int i = 0; i < n; ++i)
+            for (int y = boxes[i].y1; y < boxes[i].y2; ++y)
+                std::fill(px.row(y) + boxes[i].x1, px.row(y) + boxes[i].x2, 0u);
+    }
+    zeroPending = false;
+    unwritten.reset();
+}
+
 Bitmap* NewBitmap(int width, int height, int bpp) {
     auto b = std::make_unique<Bitmap>();
     b->px = PixelBuffer(width, height, bpp, PixelBuffer::Uninitialised{});

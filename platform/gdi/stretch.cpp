@@ -645,8 +645,8 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
-    if (!RopReadsDest(rop)) dst.WillOverwrite(RECT{px.lo, py.lo, px.hi, py.hi});
-    PixelBuffer* t = dst.Target();
+    const bool oneSurface = shape == s;  // the source may lie in what is written
+    PixelBuffer* t = RopReadsDest(rop) || oneSurface ? dst.Target() : dst.Overwrite(RECT{px.lo, py.lo, px.hi, py.hi});
     s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
     // when the scales differ. Pixels read and pixels written that share no column (a skin's

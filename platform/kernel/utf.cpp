@@ -1,5 +1,6 @@
 #include "kernel/utf.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace zel::kernel {
@@ -36,9 +37,15 @@ std::optional<char32_t> DecodeSequence(std::string_view text, size_t i, int extr
 }  // namespace
 
 std::wstring Utf8ToWide(std::string_view text) {
-    std::wstring out;
+    // Paths and skin strings are mostly ASCII: that run is stored without a check per
+    // character's growth.
+    size_t ascii = 0;
+    while (ascii < text.size() && static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
+    std::wstring out(ascii, L'\0');
+    for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<wchar_t>(text[k]);
+    if (ascii == text.size()) return out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size();) {
+    for (size_t i = ascii; i < text.size();) {
         unsigned char lead = static_cast<unsigned char>(text[i]);
         if (lead < 0x80) {
             out.push_back(static_cast<wchar_t>(lead));
@@ -75,9 +82,13 @@ void AppendUtf8(std::string& out, char32_t cp) {
 }
 
 std::string WideToUtf8(std::wstring_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (wchar_t wc : text) AppendUtf8(out, static_cast<char32_t>(wc));
+    size_t ascii = 0;
+    while (ascii < text.size() && static_cast<uint32_t>(text[ascii]) < 0x80) ++ascii;
+    std::string out(ascii, '\0');
+    for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(text[k]);
+    if (ascii == text.size()) return out;
+    out.reserve(text.size() + 3 * (text.size() - ascii));
+    for (wchar_t wc : text.substr(ascii)) AppendUtf8(out, static_cast<char32_t>(wc));
     return out;
 }
 
