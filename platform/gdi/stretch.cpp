@@ -16,6 +16,7 @@
 // SRCCOPY, SRCAND and SRCPAINT; anything else falls back to COLORONCOLOR (colour) or
 // BLACKONWHITE (monochrome). Filtered pixels are written with a zero top byte.
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -347,30 +348,54 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
 }
 
 // The same axis is planned again and again: each row of a list stretches its middle piece
-// over the same columns, a frame's edges over the same rows. The last few plans are kept
-// (per thread), keyed by everything a plan depends on.
+// over the same columns, a frame's edges over the same rows, and a screen shown again
+// stretches what it stretched the last time. Plans are kept (per thread) by everything
+// they depend on, relative to the destination's start: a plan moves with its destination
+// (only its first and last pixel change), so the same stretch elsewhere shares it.
 std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
-    struct Entry {
-        Axis a;
-        int clipLo, clipHi, limit;
-        Pick pick;
-        std::shared_ptr<const AxisPlan> plan;
-    };
     // An axis of equal extents plans without sampling: keeping it would only push out the
     // plans worth keeping (each row of a list has its own).
     if (a.D == a.S && a.dStep == a.sStep) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
-    constexpr size_t kKept = 8;
+    const i64 lo = clipLo - a.dStart, hi = clipHi - a.dStart;
+    if (lo < INT_MIN || hi > INT_MAX) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
+    struct Entry {
+        i64 D = 0, sStart = 0, S = 0;
+        int dStep = 0, sStep = 0, clipLo = 0, clipHi = 0, limit = 0;
+        Pick pick = Pick::kFirst;
+        std::shared_ptr<const AxisPlan> plan;  // planned with the destination starting at 0
+        i64 movedTo = 0;                        // the last start it was moved to, and that copy
+        std::shared_ptr<const AxisPlan> moved;
+    };
+    // Enough for the stretches of a few screens; a plan over this many destination pixels
+    // is not kept (about 12 bytes a pixel).
+    constexpr size_t kKept = 64;
+    constexpr size_t kMaxKeptPixels = 4096;
     thread_local Entry kept[kKept];
     thread_local size_t next = 0;
-    for (const Entry& e : kept)
-        if (e.plan && e.clipLo == clipLo && e.clipHi == clipHi && e.limit == limit && e.pick == pick &&
-            e.a.dStart == a.dStart && e.a.D == a.D && e.a.dStep == a.dStep && e.a.sStart == a.sStart && e.a.S == a.S &&
-            e.a.sStep == a.sStep)
-            return e.plan;
-    auto plan = std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
-    kept[next] = Entry{a, clipLo, clipHi, limit, pick, plan};
-    next = (next + 1) % kKept;
-    return plan;
+    Axis at0 = a;
+    at0.dStart = 0;
+    Entry want{a.D, a.sStart, a.S, a.dStep, a.sStep, static_cast<int>(lo), static_cast<int>(hi), limit, pick, nullptr, 0, nullptr};
+    Entry* entry = nullptr;
+    for (Entry& e : kept)
+        if (e.plan && e.D == want.D && e.clipLo == want.clipLo && e.clipHi == want.clipHi && e.sStart == want.sStart &&
+            e.S == want.S && e.dStep == want.dStep && e.sStep == want.sStep && e.limit == want.limit && e.pick == want.pick) {
+            entry = &e;
+            break;
+        }
+    if (!entry) {
+        want.plan = std::make_shared<const AxisPlan>(PlanAxis(at0, want.clipLo, want.clipHi, limit, pick));
+        if (want.plan->taps.size() > kMaxKeptPixels) entry = &want;
+        else entry = &(kept[next] = std::move(want)), next = (next + 1) % kKept;
+    }
+    if (a.dStart == 0 || entry->plan->Empty()) return entry->plan;
+    if (!entry->moved || entry->movedTo != a.dStart) {
+        auto moved = std::make_shared<AxisPlan>(*entry->plan);
+        moved->lo += static_cast<int>(a.dStart);
+        moved->hi += static_cast<int>(a.dStart);
+        entry->moved = std::move(moved);
+        entry->movedTo = a.dStart;
+    }
+    return entry->moved;
 }
 
 // Shrinking modes' choice per axis; enlarging ignores it (except filtering).

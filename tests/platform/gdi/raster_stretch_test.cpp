@@ -163,6 +163,37 @@ TEST_F(Stretch, ClipRegionLimitsTheDestination) {
     EXPECT_EQ(dst.FenceIntact(RECT{3, 2, 6, 9}), "");
 }
 
+// The same stretch drawn at other places (a list's rows, a screen shown again) samples as
+// it did the first time, moved with its destination: wholly inside, cut by the surface's
+// edges or a clip, mirrored, shrunk and enlarged, each drawn several times in a row.
+TEST_F(Stretch, TheSameStretchElsewhereSamplesTheSame) {
+    Canvas src(7, 1);
+    for (int x = 0; x < 7; ++x) src.at(x, 0) = 0x00010101u * static_cast<uint32_t>(x + 1);
+    struct Case {
+        const char* name;
+        int w, sw;  // destination and source width (negative: mirrored)
+    } cases[] = {{"enlarged", 23, 7}, {"shrunk", 3, 7}, {"mirrored", -17, 7}, {"mirrored source", 11, -7}};
+    for (const Case& c : cases) {
+        const int sx = c.sw < 0 ? 6 : 0, extent = c.w < 0 ? -c.w : c.w;
+        Canvas alone(extent, 1);
+        SetStretchBltMode(alone.dc(), COLORONCOLOR);
+        ASSERT_TRUE(StretchBlt(alone.dc(), c.w < 0 ? extent - 1 : 0, 0, c.w, 1, src.dc(), sx, 0, c.sw, 1, SRCCOPY));
+        for (int at : {0, 5, 0, 40, -3, 60, 60}) {
+            Canvas dst(72, 1);
+            SetStretchBltMode(dst.dc(), COLORONCOLOR);
+            if (at == 60) IntersectClipRect(dst.dc(), 63, 0, 66, 1);
+            const int x = c.w < 0 ? at + extent - 1 : at;
+            ASSERT_TRUE(StretchBlt(dst.dc(), x, 0, c.w, 1, src.dc(), sx, 0, c.sw, 1, SRCCOPY));
+            for (int i = 0; i < extent; ++i) {
+                const int dx = at + i;
+                if (dx < 0 || dx >= 72) continue;
+                const bool shown = at != 60 || (dx >= 63 && dx < 66);
+                EXPECT_EQ(dst.at(dx, 0), shown ? alone.at(i, 0) : kSentinel) << c.name << " at " << at << ", pixel " << i;
+            }
+        }
+    }
+}
+
 // Extents far beyond the surfaces sample exactly as small ones and finish quickly.
 TEST_F(Stretch, HugeExtentsOnlyComputeTheVisiblePart) {
     Canvas src(3, 3), dst(4, 2);
