@@ -678,10 +678,11 @@ void CZELList::OnPaint() {
     GetClientRect(&client);
     if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
     Canvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
-    // A new bitmap is covered whole first: a first write that leaves some of it (the panel
-    // around the list area) makes the bitmap clear itself before it.
+    // A new bitmap takes the panel and the list area piece by piece without clearing itself
+    // first. Style 1 rounds its panel's frame with RoundRect, and a shape makes a new bitmap
+    // clear what is not drawn yet (the list area): that one is covered whole first.
     if (m_canvasSize != client.Size()) {
-        canvas.Fill(client, m_clrBack);
+        if (m_nStyle == 1) canvas.Fill(client, m_clrBack);
         m_canvasSize = client.Size();
         m_bStaleAll = true;
     }

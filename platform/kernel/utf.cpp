@@ -37,10 +37,15 @@ std::optional<char32_t> DecodeSequence(std::string_view text, size_t i, int extr
 }  // namespace
 
 std::wstring Utf8ToWide(std::string_view text) {
-    // Paths and skin strings are mostly ASCII: that run is stored without a check per
-    // character's growth.
-    size_t ascii = 0;
-    while (ascii < text.size() && static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
+    // Paths and skin strings are mostly ASCII: an all-ASCII text is widened in one pass
+    // (both loops are vector loops), otherwise its leading ASCII run is.
+    unsigned char any = 0;
+    for (char c : text) any |= static_cast<unsigned char>(c);
+    size_t ascii = text.size();
+    if (any >= 0x80) {
+        ascii = 0;
+        while (static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
+    }
     std::wstring out(ascii, L'\0');
     for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<wchar_t>(text[k]);
     if (ascii == text.size()) return out;
@@ -82,8 +87,13 @@ void AppendUtf8(std::string& out, char32_t cp) {
 }
 
 std::string WideToUtf8(std::wstring_view text) {
-    size_t ascii = 0;
-    while (ascii < text.size() && static_cast<uint32_t>(text[ascii]) < 0x80) ++ascii;
+    uint32_t any = 0;
+    for (wchar_t wc : text) any |= static_cast<uint32_t>(wc);
+    size_t ascii = text.size();
+    if (any >= 0x80) {
+        ascii = 0;
+        while (static_cast<uint32_t>(text[ascii]) < 0x80) ++ascii;
+    }
     std::string out(ascii, '\0');
     for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(text[k]);
     if (ascii == text.size()) return out;
