@@ -8,12 +8,13 @@
 #include <cstring>
 
 #include "gdi/dc.h"
+#include "gdi/row_copy.h"
 #include "zel/gdi_extras.h"
 
 namespace zel::gdi {
 
-detail::HandleTable<GdiObject>& Objects() {
-    static auto* table = new detail::HandleTable<GdiObject>();  // lives until exit: handles may outlive statics
+zel::detail::HandleTable<GdiObject>& Objects() {
+    static auto* table = new zel::detail::HandleTable<GdiObject>();  // lives until exit: handles may outlive statics
     return *table;
 }
 
@@ -298,17 +299,21 @@ LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
     if (!bits) return total;
     if (size > total) size = total;
     auto* out = static_cast<uint8_t*>(bits);
-    std::memset(out, 0, size);
-    for (int y = 0; y < px.height && (y + 1) * stride <= size; ++y) {
-        const uint32_t* row = px.row(y);
-        uint8_t* dst = out + y * stride;
-        for (int x = 0; x < px.width; ++x) {
-            if (px.bpp == 1)
-                dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
-            else
-                std::memcpy(dst + x * 4, &row[x], 4);
+    // Only whole rows are written; the bytes of a last row that does not fit are zero.
+    const int rows = static_cast<int>(std::min<LONG>(px.height, size / stride));
+    if (px.bpp == 1) {
+        std::memset(out, 0, size);
+        for (int y = 0; y < rows; ++y) {
+            const uint32_t* row = px.row(y);
+            uint8_t* dst = out + y * stride;
+            for (int x = 0; x < px.width; ++x) dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
         }
+        return size;
     }
+    // A 32-bpp row is stored as the bytes B, G, R, 0 of each pixel: the pixels themselves.
+    for (int y = 0; y < rows; ++y)
+        CopyPixels(reinterpret_cast<uint32_t*>(out + y * stride), px.row(y), static_cast<size_t>(px.width));
+    std::memset(out + rows * stride, 0, static_cast<size_t>(size - rows * stride));
     return size;
 }
 
