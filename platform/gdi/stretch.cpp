@@ -281,6 +281,25 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         // source still form one run. An axis of equal extents that does not mirror maps
         // walk index i to i itself.
         const bool identity = a.D == a.S && a.dStep == a.sStep;
+        if (identity && a.dStep == 1) {
+            // Walk index c - dStart is source index j itself: the pixels with a source are
+            // those whose index lies in [ja, jb), one run of consecutive taps.
+            const i64 lo = std::max<i64>(from, a.dStart + ja), hi = std::min<i64>(to, a.dStart + jb);
+            if (lo >= hi) return p;
+            const size_t n = static_cast<size_t>(hi - lo);
+            const int first = static_cast<int>(a.sStart + (lo - a.dStart));
+            p.lo = static_cast<int>(lo);
+            p.hi = static_cast<int>(hi);
+            p.taps.resize(n);
+            p.first.resize(n + 1);
+            for (size_t k = 0; k < n; ++k) p.taps[k] = first + static_cast<int>(k);
+            for (size_t k = 0; k <= n; ++k) p.first[k] = static_cast<int>(k);
+            p.minTap = first;
+            p.maxTap = first + static_cast<int>(n) - 1;
+            p.constant = n == 1;
+            p.step = n > 1 ? 1 : 0;
+            return p;
+        }
         i64 i = (from - a.dStart) * a.dStep;
         for (i64 c = from; c < to; ++c, i += a.dStep) {
             i64 j;

@@ -172,7 +172,8 @@ TEST_F(Stretch, TheSameStretchElsewhereSamplesTheSame) {
     struct Case {
         const char* name;
         int w, sw;  // destination and source width (negative: mirrored)
-    } cases[] = {{"enlarged", 23, 7}, {"shrunk", 3, 7}, {"mirrored", -17, 7}, {"mirrored source", 11, -7}};
+    } cases[] = {{"enlarged", 23, 7}, {"shrunk", 3, 7}, {"mirrored", -17, 7}, {"mirrored source", 11, -7},
+                 {"equal extents", 7, 7}};
     for (const Case& c : cases) {
         const int sx = c.sw < 0 ? 6 : 0, extent = c.w < 0 ? -c.w : c.w;
         Canvas alone(extent, 1);
@@ -192,6 +193,32 @@ TEST_F(Stretch, TheSameStretchElsewhereSamplesTheSame) {
             }
         }
     }
+}
+
+// An axis of equal extents (here the columns, while the one row is doubled) copies pixel
+// for pixel; destination pixels whose source lies outside the source surface, or outside
+// the clip, are left alone.
+TEST_F(Stretch, EqualExtentsAlongOneAxisCopyWhatTheSourceHas) {
+    Canvas src(6, 1), dst(12, 2);
+    for (int x = 0; x < 6; ++x) src.at(x, 0) = 0x00050505u * static_cast<uint32_t>(x + 1);
+    struct Case {
+        int x, sx, w;  // destination x, source x, width of both
+        int clipLeft;  // destination pixels left of this are clipped
+    } cases[] = {{0, 0, 6, 0}, {3, -2, 6, 0}, {1, 3, 6, 0}, {-2, 0, 6, 0}, {2, 0, 6, 4}, {2, 5, 1, 0}};
+    for (const Case& c : cases) {
+        dst.Fill(kSentinel);
+        SelectClipRgn(dst.dc(), nullptr);
+        if (c.clipLeft) IntersectClipRect(dst.dc(), c.clipLeft, 0, 12, 2);
+        ASSERT_TRUE(StretchBlt(dst.dc(), c.x, 0, c.w, 2, src.dc(), c.sx, 0, c.w, 1, SRCCOPY));
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < 12; ++x) {
+                const int i = x - c.x, sx = c.sx + i;
+                const bool copied = i >= 0 && i < c.w && sx >= 0 && sx < 6 && x >= c.clipLeft;
+                EXPECT_EQ(dst.at(x, y), copied ? src.at(sx, 0) : kSentinel)
+                    << "at " << c.x << " from " << c.sx << ": " << x << "," << y;
+            }
+    }
+    SelectClipRgn(dst.dc(), nullptr);
 }
 
 // Extents far beyond the surfaces sample exactly as small ones and finish quickly.
