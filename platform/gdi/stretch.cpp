@@ -385,10 +385,10 @@ std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int cl
         i64 movedTo = 0;                        // the last start it was moved to, and that copy
         std::shared_ptr<const AxisPlan> moved;
     };
-    // Enough for the stretches of a few screens; a plan over this many destination pixels
-    // is not kept (about 12 bytes a pixel).
+    // Enough for the stretches of a few screens. A plan of more taps than this (16 bytes or
+    // so each, with its copy moved elsewhere) is not kept: at most about 4 MiB kept.
     constexpr size_t kKept = 64;
-    constexpr size_t kMaxKeptPixels = 4096;
+    constexpr size_t kMaxKeptTaps = 2048;
     thread_local Entry kept[kKept];
     thread_local size_t next = 0;
     Axis at0 = a;
@@ -403,7 +403,7 @@ std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int cl
         }
     if (!entry) {
         want.plan = std::make_shared<const AxisPlan>(PlanAxis(at0, want.clipLo, want.clipHi, limit, pick));
-        if (want.plan->taps.size() > kMaxKeptPixels) entry = &want;
+        if (want.plan->taps.size() > kMaxKeptTaps) entry = &want;
         else entry = &(kept[next] = std::move(want)), next = (next + 1) % kKept;
     }
     if (a.dStart == 0 || entry->plan->Empty()) return entry->plan;
