@@ -100,6 +100,7 @@ PixelBuffer* DC::Overwrite(const RECT& written) {
         if (box.x1 < box.x2 && box.y1 < box.y2) boxes.push_back(box);
     }
     PixRegion area;
+    pixman_region32_fini(area.get());
     pixman_region32_init_rects(area.get(), boxes.data(), static_cast<int>(boxes.size()));
     return &b->Overwrite(area);
 }

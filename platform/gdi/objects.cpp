@@ -297,6 +297,7 @@ LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
     LONG stride = ((px.width * px.bpp + 15) >> 3) & ~1;
     LONG total = stride * px.height;
     if (!bits) return total;
+    if (size <= 0) return 0;  // nothing to copy into
     if (size > total) size = total;
     auto* out = static_cast<uint8_t*>(bits);
     // Only whole rows are written; the bytes of a last row that does not fit are zero.

@@ -150,7 +150,8 @@ TEST_F(Objects, ColourBitmapBitsAreWholeRowsOfBgrx) {
     struct Case {
         LONG size, returned;
         size_t copied;  // leading bytes equal to `bits`; the rest of `size` must be zero
-    } cases[] = {{sizeof bits, sizeof bits, sizeof bits}, {sizeof bits + 4, sizeof bits, sizeof bits}, {18, 18, 12}, {11, 11, 0}};
+    } cases[] = {{sizeof bits, sizeof bits, sizeof bits}, {sizeof bits + 4, sizeof bits, sizeof bits}, {18, 18, 12},
+                 {11, 11, 0}, {0, 0, 0}, {-5, 0, 0}};
     for (const Case& c : cases) {
         std::memset(back, 0xEE, sizeof back);
         EXPECT_EQ(GetBitmapBits(b, c.size, back), c.returned) << c.size;
