@@ -4,6 +4,7 @@
 #include <cstring>
 #include <cwchar>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Notify.h"
@@ -19,6 +20,35 @@ enum Piece { kNormal, kFocus, kDown, kDisable, kPieces };
 
 // Looks kept besides the current one: a two-state key (play / pause) needs one.
 constexpr size_t kKeptLooks = 2;
+
+// n in decimal, as "%d" writes it.
+void AppendDecimal(std::wstring& out, int n) {
+    wchar_t digits[12];
+    int k = 0;
+    long long v = n;
+    const bool negative = v < 0;
+    if (negative) v = -v;
+    do {
+        digits[k++] = static_cast<wchar_t>(L'0' + v % 10);
+        v /= 10;
+    } while (v);
+    if (negative) out += L'-';
+    while (k) out += digits[--k];
+}
+
+// A span's trace line, "left-top-width-height": one per row of a shape, so formatted
+// without a format string.
+std::wstring SpanLine(const RECT& span) {
+    std::wstring line;
+    line.reserve(24);
+    const int parts[] = {static_cast<int>(span.left), static_cast<int>(span.top),
+                         static_cast<int>(span.right - span.left), static_cast<int>(span.bottom - span.top)};
+    for (int i = 0; i < 4; ++i) {
+        if (i) line += L'-';
+        AppendDecimal(line, parts[i]);
+    }
+    return line;
+}
 
 }  // namespace
 
@@ -145,9 +175,7 @@ bool CZELBmpButton::BuildShape() {
             int last = width - 1;
             while (last > first && pixels.At(last, y) == key) --last;
             CRect span(rc.left + first, rc.top + y, rc.left + last + 1, rc.top + y + 1);
-            wchar_t line[64];
-            std::swprintf(line, 64, L"%d-%d-%d-%d", span.left, span.top, span.Width(), span.Height());
-            trace(line);
+            trace(SpanLine(span));
             spans.push_back(span);
         }
         // All rows join the shape in one region operation.

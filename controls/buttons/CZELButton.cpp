@@ -1,10 +1,13 @@
 #include "CZELButton.h"
 
 #include <cstdint>
+#include <iterator>
+#include <vector>
 
 #include "Notify.h"
 #include "SkinList.h"
 #include "SkinPaint.h"
+#include "SkinPixels.h"
 #include "SkinSet.h"
 
 namespace {
@@ -270,12 +273,10 @@ void CZELButton::OnSize(UINT, int cx, int cy) {
     Default();
     m_rgnWindow.DeleteObject();
     if (cx == kShapedWidth && cy == kShapedHeight) {
-        m_rgnWindow.CreateRectRgnIndirect(&kShapedBody);
-        for (const RECT& step : kShapedSteps) {
-            CRgn piece;
-            piece.CreateRectRgnIndirect(&step);
-            m_rgnWindow.CombineRgn(&m_rgnWindow, &piece, RGN_OR);
-        }
+        // The body and its steps share no pixel: one region made of all of them at once.
+        std::vector<RECT> parts(std::begin(kShapedSteps), std::end(kShapedSteps));
+        parts.push_back(kShapedBody);
+        m_rgnWindow.Attach(zelctl::RegionFromSpans(parts));
     } else {
         m_rgnWindow.CreateRectRgn(0, 0, cx, cy);
     }

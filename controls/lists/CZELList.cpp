@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <memory>
+#include <vector>
 
 #include "ListClick.h"
 #include "ListRowStore.h"
@@ -678,10 +680,11 @@ void CZELList::OnPaint() {
     GetClientRect(&client);
     if (!m_canvas) m_canvas = std::make_unique<zelctl::CanvasStore>();
     Canvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), *m_canvas);
-    // A new bitmap is covered whole first: a first write that leaves some of it (the panel
-    // around the list area) makes the bitmap clear itself before it.
+    // A new bitmap takes the panel and the list area piece by piece without clearing itself
+    // first. Style 1 rounds its panel's frame with RoundRect, and a shape makes a new bitmap
+    // clear what is not drawn yet (the list area): that one is covered whole first.
     if (m_canvasSize != client.Size()) {
-        canvas.Fill(client, m_clrBack);
+        if (m_nStyle == 1) canvas.Fill(client, m_clrBack);
         m_canvasSize = client.Size();
         m_bStaleAll = true;
     }
@@ -868,6 +871,89 @@ void DrawRowPieces(zelctl::OffscreenCanvas& canvas, POINT o, HBITMAP left, HBITM
     canvas.Stretch(middle, o.x + l.cx, o.y + top, rowRight - r.cx - l.cx, m.cy);
 }
 
+// Rows of one look (the same three pieces across the same width) have the same background.
+// A look is drawn piece by piece until a row of it lies whole inside the canvas's clip;
+// that row is kept in a strip before anything is drawn over it, and the rows after it copy
+// the strip: the middle is stretched once per look and paint instead of once per row. A
+// look whose pieces differ in height or do not meet end to end leaves part of its row to
+// what lies under it, and is always drawn piece by piece.
+class RowBackgrounds {
+public:
+    explicit RowBackgrounds(zelctl::OffscreenCanvas& canvas) : canvas_(canvas) {}
+    RowBackgrounds(const RowBackgrounds&) = delete;
+    RowBackgrounds& operator=(const RowBackgrounds&) = delete;
+
+    // As DrawRowPieces.
+    void Draw(POINT o, HBITMAP left, HBITMAP middle, HBITMAP right, int rowRight, int top) {
+        const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(right);
+        const bool covers = l.cx > 0 && m.cx > 0 && r.cx > 0 && l.cy > 0 && l.cy == m.cy && m.cy == r.cy &&
+                            rowRight - r.cx > l.cx;
+        const RECT band{o.x, o.y + top, o.x + rowRight, o.y + top + l.cy};
+        Look* look = nullptr;
+        for (Look& k : looks_)
+            if (k.left == left && k.middle == middle && k.right == right && k.width == rowRight) look = &k;
+        if (covers && look && look->strip) {
+            ::BitBlt(canvas_.dc(), band.left, band.top, rowRight, l.cy, look->strip->dc, 0, 0, SRCCOPY);
+            return;
+        }
+        DrawRowPieces(canvas_, o, left, middle, right, rowRight, top);
+        if (!covers) return;
+        if (!look) look = &looks_.emplace_back(Look{left, middle, right, rowRight, nullptr});
+        if (Shows(band)) {
+            auto strip = std::make_unique<Strip>(canvas_.dc(), rowRight, l.cy);
+            if (strip->dc && strip->bitmap &&
+                ::BitBlt(strip->dc, 0, 0, rowRight, l.cy, canvas_.dc(), band.left, band.top, SRCCOPY))
+                look->strip = std::move(strip);
+        }
+    }
+
+private:
+    // A memory DC with a bitmap of its own, both gone with it.
+    struct Strip {
+        Strip(HDC like, int width, int height)
+            : dc(::CreateCompatibleDC(like)), bitmap(::CreateCompatibleBitmap(like, width, height)) {
+            if (dc && bitmap) old = ::SelectObject(dc, bitmap);
+        }
+        ~Strip() {
+            if (old) ::SelectObject(dc, old);
+            if (bitmap) ::DeleteObject(bitmap);
+            if (dc) ::DeleteDC(dc);
+        }
+        Strip(const Strip&) = delete;
+        Strip& operator=(const Strip&) = delete;
+        HDC dc;
+        HBITMAP bitmap;
+        HGDIOBJ old = nullptr;
+    };
+    struct Look {
+        HBITMAP left, middle, right;
+        int width;
+        std::unique_ptr<Strip> strip;
+    };
+
+    // True when every pixel of `band` lies on the canvas and inside its clip: what the
+    // canvas holds there is the row as drawn.
+    bool Shows(const RECT& band) const {
+        BITMAP bm{};
+        HGDIOBJ surface = ::GetCurrentObject(canvas_.dc(), OBJ_BITMAP);
+        if (!surface || ::GetObjectW(surface, sizeof bm, &bm) != sizeof bm) return false;
+        if (band.left < 0 || band.top < 0 || band.right > bm.bmWidth || band.bottom > bm.bmHeight) return false;
+        HRGN clip = ::CreateRectRgn(0, 0, 0, 0);
+        HRGN outside = ::CreateRectRgnIndirect(&band);
+        bool shows = false;
+        if (clip && outside) {
+            const int hasClip = ::GetClipRgn(canvas_.dc(), clip);
+            shows = hasClip == 0 || (hasClip == 1 && ::CombineRgn(outside, outside, clip, RGN_DIFF) == NULLREGION);
+        }
+        if (outside) ::DeleteObject(outside);
+        if (clip) ::DeleteObject(clip);
+        return shows;
+    }
+
+    zelctl::OffscreenCanvas& canvas_;
+    std::vector<Look> looks_;
+};
+
 // The list area's background: `colour`, or the stretched background bitmap, which covers
 // it whole, when there is one.
 void ListBackground(zelctl::OffscreenCanvas& canvas, const CRect& list, COLORREF colour, HBITMAP back) {
@@ -936,6 +1022,7 @@ void CZELList::Draw1(Canvas& canvas) {
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) canvas.Fill(m_rcList, m_clrFill);
     const RowReach reach = Reach();
+    RowBackgrounds rows(canvas);
     const SIZE sep = m_skin->Size(kSeparator);
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
@@ -952,7 +1039,7 @@ void CZELList::Draw1(Canvas& canvas) {
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
         if (!shown || !RowShows(top, reach, box)) continue;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
-        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
+        rows.Draw(o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         if (i != m_nItemCount - 1)
             canvas.Stretch((*m_skin)[kSeparator], o.x, o.y + bottom - (bottom - m.cy - top + sep.cy) / 2, right,
@@ -985,6 +1072,7 @@ void CZELList::Draw2(Canvas& canvas) {
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) canvas.Fill(m_rcList, m_clrBack);
     const RowReach reach = Reach();
+    RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
     zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
@@ -1001,7 +1089,7 @@ void CZELList::Draw2(Canvas& canvas) {
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
         if (!shown || !RowShows(top, reach, box)) continue;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
-        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
+        rows.Draw(o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
         if (m_ppRows[i]->nMark == 1) {
             const HBITMAP mark = (*m_skin)[selected ? kSelMark : kMark];
@@ -1033,6 +1121,7 @@ void CZELList::Draw(Canvas& canvas) {
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) ListBackground(canvas, m_rcList, m_clrFill, (*m_skin)[kListBack]);
     const RowReach reach = Reach();
+    RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
@@ -1056,7 +1145,7 @@ void CZELList::Draw(Canvas& canvas) {
         if (!shown || !RowShows(top, reach, box)) continue;
         HBITMAP pieces[3];
         RowPieces(i, selected, pieces);
-        DrawRowPieces(canvas, o, pieces[0], pieces[1], pieces[2], right, top);
+        rows.Draw(o, pieces[0], pieces[1], pieces[2], right, top);
         const SIZE l = zelctl::BitmapSize(pieces[0]), m = zelctl::BitmapSize(pieces[1]);
         const SIZE r = zelctl::BitmapSize(pieces[2]);
         // Centred on the middle piece (on the row without one).
@@ -1090,6 +1179,7 @@ void CZELList::Draw3(Canvas& canvas) {
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) ListBackground(canvas, m_rcList, m_clrBack, (*m_skin)[kListBack]);
     const RowReach reach = Reach();
+    RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int first = ScrollPos();
@@ -1105,7 +1195,7 @@ void CZELList::Draw3(Canvas& canvas) {
         const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;
         if (selected) m_rcClick.SetRect(0, top, right, top + rowH);
         if (!shown || !RowShows(top, reach, box)) continue;
-        DrawRowPieces(canvas, o, left, middle, rightCap, right, top);
+        rows.Draw(o, left, middle, rightCap, right, top);
         ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
         // The number over its badge.
         const HBITMAP badge = (*m_skin)[selected ? kSelBadge : kBadge];

@@ -61,8 +61,10 @@ void BlitCore(DC& dst, DC& src, const RECT& device, int dx, int dy, uint8_t rop)
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
-    if (!RopReadsDest(rop)) dst.WillOverwrite(area);
-    PixelBuffer* t = dst.Target();
+    // Within one surface the source may lie in what is written: that surface is
+    // materialised whole first.
+    const bool oneSurface = dst.TargetShape() == s;
+    PixelBuffer* t = RopReadsDest(rop) || oneSurface ? dst.Target() : dst.Overwrite(area);
     s = src.Source();
     RowConverter conv(dst, *t, src, *s);
     const RowMode mode = rop != 0xCC ? RowMode::kRop : conv.Identity() ? RowMode::kMove : RowMode::kConvert;

@@ -79,15 +79,30 @@ const std::vector<RECT>& DC::ClipRects() {
     return clipRects_;
 }
 
-void DC::WillOverwrite(const RECT& written) {
+PixelBuffer* DC::Overwrite(const RECT& written) {
     Bitmap* b = kind == kMemory ? state.bitmap : nullptr;
-    if (!b || (!b->zeroPending && !b->shared)) return;
+    if (!b || (!b->zeroPending && !b->shared)) return Target();
     const RECT whole{0, 0, b->px.width, b->px.height};
     auto covers = [&](const RECT& r) {
         return r.left <= 0 && r.top <= 0 && r.right >= whole.right && r.bottom >= whole.bottom;
     };
     const std::vector<RECT>& clip = ClipRects();
-    if (covers(written) && clip.size() == 1 && covers(clip[0])) b->DropContents();
+    if (covers(written) && clip.size() == 1 && covers(clip[0])) {
+        b->DropContents();
+        return Target();
+    }
+    if (b->shared) return Target();
+    std::vector<pixman_box32_t> boxes;
+    boxes.reserve(clip.size());
+    for (const RECT& c : clip) {
+        const pixman_box32_t box{std::max(c.left, written.left), std::max(c.top, written.top),
+                                 std::min(c.right, written.right), std::min(c.bottom, written.bottom)};
+        if (box.x1 < box.x2 && box.y1 < box.y2) boxes.push_back(box);
+    }
+    PixRegion area;
+    pixman_region32_fini(area.get());
+    pixman_region32_init_rects(area.get(), boxes.data(), static_cast<int>(boxes.size()));
+    return &b->Overwrite(area);
 }
 
 bool DC::PointVisible(int x, int y) {

@@ -47,10 +47,11 @@ struct DC : GdiObject {
     const PixelBuffer* TargetShape() const {
         return kind == kMemory ? (state.bitmap ? &state.bitmap->px : nullptr) : screen;
     }
-    // Called before an operation that writes every pixel of `written` (surface
-    // coordinates) without reading the destination: when that is the whole of a new
-    // bitmap, unclipped, its zero fill or copy could never be seen and is skipped.
-    void WillOverwrite(const RECT& written);
+    // The surface, for an operation that writes every pixel of `written` (surface
+    // coordinates) inside the clip and nothing else, without reading the destination or
+    // anything else on this surface first. A new bitmap's zero fill is left pending outside
+    // that part; the whole of a cached image, unclipped, is not copied.
+    PixelBuffer* Overwrite(const RECT& written);
 
     // The effective clip in surface coordinates: surface bounds ∩ visible region ∩ clip
     // region, as rectangles sorted top to bottom. Computed once per change.

@@ -37,6 +37,10 @@ std::string CheckDimensions(int64_t width, int64_t height, const ImageLimits& li
 // NULL, writes one line "SHLoadDIBitmap: <name>: <reason>" to stderr.
 ZEL_API HBITMAP LoadImageFromMemory(const uint8_t* data, size_t size, const char* nameForErrors);
 
+// SHLoadDIBitmap's work for a path already in UTF-8 (a resource script's bitmap): the
+// decoded-image cache's pixels in a new bitmap, or NULL with the reason on stderr.
+HBITMAP LoadBitmapFile(std::string path);
+
 // Encoders of SaveBitmap. Monochrome pixels (1 = white) become black and white; the top
 // byte of 32-bpp pixels is ignored. Empty on failure.
 std::vector<uint8_t> EncodePng(const gdi::PixelBuffer& pixels);  // RGB, 8 bits a channel

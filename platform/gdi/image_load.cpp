@@ -22,11 +22,7 @@ constexpr size_t kMaxFileBytes = size_t{512} << 20;
 
 // Ported code writes "\\dir\\file.bmp": backslashes become slashes, so a leading one still
 // means the root.
-std::string PathToUtf8(LPCWSTR path) {
-    std::wstring slashed(path);
-    std::replace(slashed.begin(), slashed.end(), L'\\', L'/');
-    return kernel::WideToUtf8(slashed);
-}
+void Slashed(std::string& path) { std::replace(path.begin(), path.end(), '\\', '/'); }
 
 void Complain(const char* name, const std::string& reason) {
     if (name) std::fprintf(stderr, "SHLoadDIBitmap: %s: %s\n", name, reason.c_str());
@@ -58,13 +54,8 @@ HBITMAP LoadImageFromMemory(const uint8_t* data, size_t size, const char* nameFo
 
 }  // namespace zel::detail
 
-extern "C" HBITMAP SHLoadDIBitmap(LPCWSTR path) {
-    using namespace zel::detail;
-    if (!path) {
-        Complain("(null)", "no path");
-        return nullptr;
-    }
-    std::string name = PathToUtf8(path);
+HBITMAP zel::detail::LoadBitmapFile(std::string name) {
+    Slashed(name);
     std::string error;
     std::shared_ptr<const zel::gdi::PixelBuffer> image = DecodeFileCached(name, kMaxFileBytes, &error);
     if (!image) {
@@ -79,4 +70,12 @@ extern "C" HBITMAP SHLoadDIBitmap(LPCWSTR path) {
     bitmap->px.height = image->height;
     bitmap->shared = std::move(image);
     return zel::gdi::HandleOf<HBITMAP>(bitmap);
+}
+
+extern "C" HBITMAP SHLoadDIBitmap(LPCWSTR path) {
+    if (!path) {
+        zel::detail::Complain("(null)", "no path");
+        return nullptr;
+    }
+    return zel::detail::LoadBitmapFile(zel::kernel::WideToUtf8(path));
 }

@@ -8,12 +8,13 @@
 #include <cstring>
 
 #include "gdi/dc.h"
+#include "gdi/row_copy.h"
 #include "zel/gdi_extras.h"
 
 namespace zel::gdi {
 
-detail::HandleTable<GdiObject>& Objects() {
-    static auto* table = new detail::HandleTable<GdiObject>();  // lives until exit: handles may outlive statics
+zel::detail::HandleTable<GdiObject>& Objects() {
+    static auto* table = new zel::detail::HandleTable<GdiObject>();  // lives until exit: handles may outlive statics
     return *table;
 }
 
@@ -122,6 +123,38 @@ void Release(GdiObject* object) {
         object->selections = 0;
         if (object->deletePending && !object->stock) Destroy(object);
     }
+}
+
+// A picture built of many small pieces would make the region of what is left ragged, and
+// every later piece dearer to take out of it: past this many rectangles the rest is
+// cleared at once.
+constexpr int kMaxUnwrittenRects = 32;
+
+PixelBuffer& Bitmap::Overwrite(const PixRegion& written) {
+    if (shared || !zeroPending) return Pixels();
+    if (!unwritten) unwritten.emplace(RECT{0, 0, px.width, px.height});
+    pixman_region32_subtract(unwritten->get(), unwritten->get(), written.mut());
+    if (unwritten->empty()) {
+        zeroPending = false;
+        unwritten.reset();
+    } else if (pixman_region32_n_rects(unwritten->get()) > kMaxUnwrittenRects) {
+        ZeroUnwritten();
+    }
+    return px;
+}
+
+void Bitmap::ZeroUnwritten() {
+    if (!unwritten) {
+        std::fill(px.pixels.begin(), px.pixels.end(), 0u);
+    } else {
+        int n = 0;
+        const pixman_box32_t* boxes = pixman_region32_rectangles(unwritten->get(), &n);
+        for (int i = 0; i < n; ++i)
+            for (int y = boxes[i].y1; y < boxes[i].y2; ++y)
+                std::fill(px.row(y) + boxes[i].x1, px.row(y) + boxes[i].x2, 0u);
+    }
+    zeroPending = false;
+    unwritten.reset();
 }
 
 Bitmap* NewBitmap(int width, int height, int bpp) {
@@ -264,19 +297,24 @@ LONG GetBitmapBits(HBITMAP hbm, LONG size, LPVOID bits) {
     LONG stride = ((px.width * px.bpp + 15) >> 3) & ~1;
     LONG total = stride * px.height;
     if (!bits) return total;
+    if (size <= 0) return 0;  // nothing to copy into
     if (size > total) size = total;
     auto* out = static_cast<uint8_t*>(bits);
-    std::memset(out, 0, size);
-    for (int y = 0; y < px.height && (y + 1) * stride <= size; ++y) {
-        const uint32_t* row = px.row(y);
-        uint8_t* dst = out + y * stride;
-        for (int x = 0; x < px.width; ++x) {
-            if (px.bpp == 1)
-                dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
-            else
-                std::memcpy(dst + x * 4, &row[x], 4);
+    // Only whole rows are written; the bytes of a last row that does not fit are zero.
+    const int rows = static_cast<int>(std::min<LONG>(px.height, size / stride));
+    if (px.bpp == 1) {
+        std::memset(out, 0, size);
+        for (int y = 0; y < rows; ++y) {
+            const uint32_t* row = px.row(y);
+            uint8_t* dst = out + y * stride;
+            for (int x = 0; x < px.width; ++x) dst[x >> 3] |= (row[x] & 1) << (7 - (x & 7));
         }
+        return size;
     }
+    // A 32-bpp row is stored as the bytes B, G, R, 0 of each pixel: the pixels themselves.
+    for (int y = 0; y < rows; ++y)
+        CopyPixels(reinterpret_cast<uint32_t*>(out + y * stride), px.row(y), static_cast<size_t>(px.width));
+    std::memset(out + rows * stride, 0, static_cast<size_t>(size - rows * stride));
     return size;
 }
 

@@ -37,66 +37,6 @@ struct GdiObject {
     int selections = 0;  // how many DC states (current or saved) hold it
 };
 
-// Contents are materialised only when someone could see them:
-// - a new bitmap reads as zero (as CE's CreateBitmap and CreateCompatibleBitmap give), but
-//   while `zeroPending` its storage is undefined until Pixels() fills it;
-// - a bitmap loaded from a decoded image that is still cached reads that image (`shared`,
-//   immutable, shared by every bitmap loaded from the same file) until the first write
-//   gives it a copy of its own.
-// An operation that overwrites every pixel without reading them skips either
-// (DC::WillOverwrite).
-struct Bitmap : GdiObject {
-    PixelBuffer px;  // size and format always valid; pixels through Pixels() or Read()
-    DC* selectedIn = nullptr;  // a bitmap is selected into at most one DC
-    bool zeroPending = false;
-    std::shared_ptr<const PixelBuffer> shared;
-
-    // The pixels, to be read or written.
-    PixelBuffer& Pixels() {
-        if (shared) {
-            px.pixels = shared->pixels;
-            shared.reset();
-        } else if (zeroPending) {
-            std::fill(px.pixels.begin(), px.pixels.end(), 0u);
-            zeroPending = false;
-        }
-        return px;
-    }
-    // The pixels, only to be read; valid until the next Pixels() or DropContents().
-    const PixelBuffer& Read() { return shared ? *shared : Pixels(); }
-    // The old contents will never be read: skips a pending fill or copy.
-    void DropContents() {
-        if (shared) {
-            px.pixels = PixelStore(shared->pixels.size());
-            shared.reset();
-        }
-        zeroPending = false;
-    }
-};
-
-struct Brush : GdiObject {
-    UINT style = BS_SOLID;  // BS_SOLID, BS_NULL or BS_PATTERN
-    COLORREF color = 0;
-    // Pattern brushes copy the bitmap's pixels at creation (the bitmap may be deleted).
-    std::shared_ptr<const PixelBuffer> pattern;
-    // The bitmap it was made from, as GetObjectW reports it in lbHatch (a value only, even
-    // after the bitmap is deleted).
-    ULONG_PTR hatch = 0;
-};
-
-struct Pen : GdiObject {
-    UINT style = PS_SOLID;
-    int width = 0;  // 0 and 1 are both the one-pixel cosmetic pen
-    COLORREF color = 0;
-};
-
-class RealizedFont;  // owned by the text engine
-
-struct Font : GdiObject {
-    LOGFONTW lf{};
-    std::shared_ptr<RealizedFont> realized;  // resolved lazily on first use
-};
-
 // A pixman region with value semantics.
 class PixRegion {
 public:
@@ -131,6 +71,77 @@ public:
 
 private:
     pixman_region32_t r_;
+};
+
+// Contents are materialised only when someone could see them:
+// - a new bitmap reads as zero (as CE's CreateBitmap and CreateCompatibleBitmap give), but
+//   while `zeroPending` the storage of its unwritten part is undefined until Pixels() or
+//   Read() fills it;
+// - a bitmap loaded from a decoded image that is still cached reads that image (`shared`,
+//   immutable, shared by every bitmap loaded from the same file) until the first write
+//   gives it a copy of its own.
+// An operation that writes every pixel of an area without reading them (DC::Overwrite)
+// takes that area out of the pending fill, so a picture built piece by piece (a frame's
+// caps and middle) is never cleared first; overwriting all of a cached image skips its copy.
+struct Bitmap : GdiObject {
+    PixelBuffer px;  // size and format always valid; pixels through Pixels() or Read()
+    DC* selectedIn = nullptr;  // a bitmap is selected into at most one DC
+    bool zeroPending = false;
+    // While zeroPending: the pixels not written yet, or all of them (nullopt).
+    std::optional<PixRegion> unwritten;
+    std::shared_ptr<const PixelBuffer> shared;
+
+    // The pixels, to be read or written.
+    PixelBuffer& Pixels() {
+        if (shared) {
+            px.pixels = shared->pixels;
+            shared.reset();
+        } else if (zeroPending) {
+            ZeroUnwritten();
+        }
+        return px;
+    }
+    // The pixels, only to be read; valid until the next Pixels() or DropContents().
+    const PixelBuffer& Read() { return shared ? *shared : Pixels(); }
+    // The pixels for a write of every pixel of `written` (bitmap coordinates) and of
+    // nothing else, none of them read first: they leave the pending fill, the rest of it
+    // stays pending. A cached image is copied as by Pixels().
+    PixelBuffer& Overwrite(const PixRegion& written);
+    // The old contents will never be read: skips a pending fill or copy.
+    void DropContents() {
+        if (shared) {
+            px.pixels = PixelStore(shared->pixels.size());
+            shared.reset();
+        }
+        zeroPending = false;
+        unwritten.reset();
+    }
+
+private:
+    void ZeroUnwritten();
+};
+
+struct Brush : GdiObject {
+    UINT style = BS_SOLID;  // BS_SOLID, BS_NULL or BS_PATTERN
+    COLORREF color = 0;
+    // Pattern brushes copy the bitmap's pixels at creation (the bitmap may be deleted).
+    std::shared_ptr<const PixelBuffer> pattern;
+    // The bitmap it was made from, as GetObjectW reports it in lbHatch (a value only, even
+    // after the bitmap is deleted).
+    ULONG_PTR hatch = 0;
+};
+
+struct Pen : GdiObject {
+    UINT style = PS_SOLID;
+    int width = 0;  // 0 and 1 are both the one-pixel cosmetic pen
+    COLORREF color = 0;
+};
+
+class RealizedFont;  // owned by the text engine
+
+struct Font : GdiObject {
+    LOGFONTW lf{};
+    std::shared_ptr<RealizedFont> realized;  // resolved lazily on first use
 };
 
 struct Region : GdiObject {

@@ -133,8 +133,7 @@ void PatFill(DC& dc, const PatternSource& pat, const RECT& device, uint8_t rop) 
     if (!dc.TargetShape()) return;
     bool usesPattern = RopUsesPattern(static_cast<DWORD>(rop) << 16);
     if (usesPattern && pat.kind == PatternSource::kNull) return;
-    if (!RopReadsDest(rop)) dc.WillOverwrite(device);
-    PixelBuffer* t = dc.Target();
+    PixelBuffer* t = RopReadsDest(rop) ? dc.Target() : dc.Overwrite(device);
     const uint32_t mask = t->mask();
     if (pat.kind != PatternSource::kPattern && IsFillRop(rop)) {
         // The whole row takes one value: a solid PATCOPY, BLACKNESS or WHITENESS (all bits

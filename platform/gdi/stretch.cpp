@@ -16,6 +16,7 @@
 // SRCCOPY, SRCAND and SRCPAINT; anything else falls back to COLORONCOLOR (colour) or
 // BLACKONWHITE (monochrome). Filtered pixels are written with a zero top byte.
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -280,6 +281,25 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
         // source still form one run. An axis of equal extents that does not mirror maps
         // walk index i to i itself.
         const bool identity = a.D == a.S && a.dStep == a.sStep;
+        if (identity && a.dStep == 1) {
+            // Walk index c - dStart is source index j itself: the pixels with a source are
+            // those whose index lies in [ja, jb), one run of consecutive taps.
+            const i64 lo = std::max<i64>(from, a.dStart + ja), hi = std::min<i64>(to, a.dStart + jb);
+            if (lo >= hi) return p;
+            const size_t n = static_cast<size_t>(hi - lo);
+            const int first = static_cast<int>(a.sStart + (lo - a.dStart));
+            p.lo = static_cast<int>(lo);
+            p.hi = static_cast<int>(hi);
+            p.taps.resize(n);
+            p.first.resize(n + 1);
+            for (size_t k = 0; k < n; ++k) p.taps[k] = first + static_cast<int>(k);
+            for (size_t k = 0; k <= n; ++k) p.first[k] = static_cast<int>(k);
+            p.minTap = first;
+            p.maxTap = first + static_cast<int>(n) - 1;
+            p.constant = n == 1;
+            p.step = n > 1 ? 1 : 0;
+            return p;
+        }
         i64 i = (from - a.dStart) * a.dStep;
         for (i64 c = from; c < to; ++c, i += a.dStep) {
             i64 j;
@@ -347,30 +367,54 @@ AxisPlan PlanAxis(Axis a, int clipLo, int clipHi, int limit, Pick pick) {
 }
 
 // The same axis is planned again and again: each row of a list stretches its middle piece
-// over the same columns, a frame's edges over the same rows. The last few plans are kept
-// (per thread), keyed by everything a plan depends on.
+// over the same columns, a frame's edges over the same rows, and a screen shown again
+// stretches what it stretched the last time. Plans are kept (per thread) by everything
+// they depend on, relative to the destination's start: a plan moves with its destination
+// (only its first and last pixel change), so the same stretch elsewhere shares it.
 std::shared_ptr<const AxisPlan> PlanAxisCached(const Axis& a, int clipLo, int clipHi, int limit, Pick pick) {
-    struct Entry {
-        Axis a;
-        int clipLo, clipHi, limit;
-        Pick pick;
-        std::shared_ptr<const AxisPlan> plan;
-    };
     // An axis of equal extents plans without sampling: keeping it would only push out the
     // plans worth keeping (each row of a list has its own).
     if (a.D == a.S && a.dStep == a.sStep) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
-    constexpr size_t kKept = 8;
+    const i64 lo = clipLo - a.dStart, hi = clipHi - a.dStart;
+    if (lo < INT_MIN || hi > INT_MAX) return std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
+    struct Entry {
+        i64 D = 0, sStart = 0, S = 0;
+        int dStep = 0, sStep = 0, clipLo = 0, clipHi = 0, limit = 0;
+        Pick pick = Pick::kFirst;
+        std::shared_ptr<const AxisPlan> plan;  // planned with the destination starting at 0
+        i64 movedTo = 0;                        // the last start it was moved to, and that copy
+        std::shared_ptr<const AxisPlan> moved;
+    };
+    // Enough for the stretches of a few screens. A plan of more taps than this (16 bytes or
+    // so each, with its copy moved elsewhere) is not kept: at most about 4 MiB kept.
+    constexpr size_t kKept = 64;
+    constexpr size_t kMaxKeptTaps = 2048;
     thread_local Entry kept[kKept];
     thread_local size_t next = 0;
-    for (const Entry& e : kept)
-        if (e.plan && e.clipLo == clipLo && e.clipHi == clipHi && e.limit == limit && e.pick == pick &&
-            e.a.dStart == a.dStart && e.a.D == a.D && e.a.dStep == a.dStep && e.a.sStart == a.sStart && e.a.S == a.S &&
-            e.a.sStep == a.sStep)
-            return e.plan;
-    auto plan = std::make_shared<const AxisPlan>(PlanAxis(a, clipLo, clipHi, limit, pick));
-    kept[next] = Entry{a, clipLo, clipHi, limit, pick, plan};
-    next = (next + 1) % kKept;
-    return plan;
+    Axis at0 = a;
+    at0.dStart = 0;
+    Entry want{a.D, a.sStart, a.S, a.dStep, a.sStep, static_cast<int>(lo), static_cast<int>(hi), limit, pick, nullptr, 0, nullptr};
+    Entry* entry = nullptr;
+    for (Entry& e : kept)
+        if (e.plan && e.D == want.D && e.clipLo == want.clipLo && e.clipHi == want.clipHi && e.sStart == want.sStart &&
+            e.S == want.S && e.dStep == want.dStep && e.sStep == want.sStep && e.limit == want.limit && e.pick == want.pick) {
+            entry = &e;
+            break;
+        }
+    if (!entry) {
+        want.plan = std::make_shared<const AxisPlan>(PlanAxis(at0, want.clipLo, want.clipHi, limit, pick));
+        if (want.plan->taps.size() > kMaxKeptTaps) entry = &want;
+        else entry = &(kept[next] = std::move(want)), next = (next + 1) % kKept;
+    }
+    if (a.dStart == 0 || entry->plan->Empty()) return entry->plan;
+    if (!entry->moved || entry->movedTo != a.dStart) {
+        auto moved = std::make_shared<AxisPlan>(*entry->plan);
+        moved->lo += static_cast<int>(a.dStart);
+        moved->hi += static_cast<int>(a.dStart);
+        entry->moved = std::move(moved);
+        entry->movedTo = a.dStart;
+    }
+    return entry->moved;
 }
 
 // Shrinking modes' choice per axis; enlarging ignores it (except filtering).
@@ -645,8 +689,8 @@ void StretchCore(DC& dst, DC& src, const Axis& ax, const Axis& ay, uint8_t rop) 
 
     RopApplier applier(dst, rop);
     if (applier.Skip()) return;
-    if (!RopReadsDest(rop)) dst.WillOverwrite(RECT{px.lo, py.lo, px.hi, py.hi});
-    PixelBuffer* t = dst.Target();
+    const bool oneSurface = shape == s;  // the source may lie in what is written
+    PixelBuffer* t = RopReadsDest(rop) || oneSurface ? dst.Target() : dst.Overwrite(RECT{px.lo, py.lo, px.hi, py.hi});
     s = src.Source();
     // Stretching within one surface reads from a snapshot: no order of rows avoids overlap
     // when the scales differ. Pixels read and pixels written that share no column (a skin's

@@ -249,6 +249,22 @@ void PaintBrush(DC& dc, const PixRegion& rgn, const PatternSource& brush, int ro
     const uint8_t rop = Rop2AsRop3(rop2);
     int n = 0;
     const pixman_box32_t* boxes = pixman_region32_rectangles(rgn.mut(), &n);
+    if (brush.kind == PatternSource::kSolid && rop == 0xF0 && n > 1) {
+        // A solid copy-pen fill of a shape's rows (an ellipse has one box per row or two):
+        // each box clipped and filled here, without a whole PatFill set-up per box.
+        PixelBuffer* t = dc.Target();
+        if (!t) return;
+        const std::vector<RECT>& clip = dc.ClipRects();
+        for (int i = 0; i < n; ++i)
+            for (const RECT& c : clip) {
+                const int l = std::max<int>(boxes[i].x1, c.left), r = std::min<int>(boxes[i].x2, c.right);
+                const int top = std::max<int>(boxes[i].y1, c.top), bottom = std::min<int>(boxes[i].y2, c.bottom);
+                if (l >= r || top >= bottom) continue;
+                pixelsWritten += static_cast<uint64_t>(r - l) * static_cast<uint64_t>(bottom - top);
+                for (int y = top; y < bottom; ++y) FillPixels(t->row(y) + l, static_cast<size_t>(r - l), brush.pixel);
+            }
+        return;
+    }
     for (int i = 0; i < n; ++i) PatFill(dc, brush, RECT{boxes[i].x1, boxes[i].y1, boxes[i].x2, boxes[i].y2}, rop);
 }
 

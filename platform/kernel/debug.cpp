@@ -1,5 +1,7 @@
 // Debug output: NKDbgPrintfW, OutputDebugStringW and the sink tests capture them with.
 #include <cstdio>
+#include <cstring>
+#include <string>
 
 #include "kernel/debug_format.h"
 #include "kernel/utf.h"
@@ -125,7 +127,10 @@ std::wstring FormatDebug(const wchar_t* f, va_list ap) {
 // caller's format ("...\r\n" is the CE habit) and are not part of the line.
 void EmitDebugLine(std::wstring line) {
     while (!line.empty() && (line.back() == L'\n' || line.back() == L'\r')) line.pop_back();
-    std::fprintf(stderr, "%s\n", WideToUtf8(line).c_str());
+    std::string bytes = WideToUtf8(line);
+    bytes.resize(std::strlen(bytes.c_str()));  // stderr shows the line up to a NUL in it
+    bytes += '\n';
+    std::fwrite(bytes.data(), 1, bytes.size(), stderr);  // one write, as the line it is
     if (Sink()) Sink()(line);
 }
 

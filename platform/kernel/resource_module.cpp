@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "gdi/handle_table.h"
+#include "gdi/image_codec.h"
 #include "kernel/dialog_template.h"
 #include "kernel/resource_script.h"
 #include "kernel/utf.h"
@@ -158,7 +159,7 @@ HBITMAP LoadBitmapW(HINSTANCE instance, LPCWSTR name) {
         SetLastError(zel::detail::kErrorResourceNameNotFound);
         return nullptr;
     }
-    return SHLoadDIBitmap(zel::kernel::Utf8ToWide(*path).c_str());
+    return zel::detail::LoadBitmapFile(*path);  // the path is UTF-8 already
 }
 
 int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int max) {

@@ -1,5 +1,6 @@
 #include "kernel/utf.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace zel::kernel {
@@ -36,9 +37,20 @@ std::optional<char32_t> DecodeSequence(std::string_view text, size_t i, int extr
 }  // namespace
 
 std::wstring Utf8ToWide(std::string_view text) {
-    std::wstring out;
+    // Paths and skin strings are mostly ASCII: an all-ASCII text is widened in one pass
+    // (both loops are vector loops), otherwise its leading ASCII run is.
+    unsigned char any = 0;
+    for (char c : text) any |= static_cast<unsigned char>(c);
+    size_t ascii = text.size();
+    if (any >= 0x80) {
+        ascii = 0;
+        while (static_cast<unsigned char>(text[ascii]) < 0x80) ++ascii;
+    }
+    std::wstring out(ascii, L'\0');
+    for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<wchar_t>(text[k]);
+    if (ascii == text.size()) return out;
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size();) {
+    for (size_t i = ascii; i < text.size();) {
         unsigned char lead = static_cast<unsigned char>(text[i]);
         if (lead < 0x80) {
             out.push_back(static_cast<wchar_t>(lead));
@@ -75,9 +87,18 @@ void AppendUtf8(std::string& out, char32_t cp) {
 }
 
 std::string WideToUtf8(std::wstring_view text) {
-    std::string out;
-    out.reserve(text.size());
-    for (wchar_t wc : text) AppendUtf8(out, static_cast<char32_t>(wc));
+    uint32_t any = 0;
+    for (wchar_t wc : text) any |= static_cast<uint32_t>(wc);
+    size_t ascii = text.size();
+    if (any >= 0x80) {
+        ascii = 0;
+        while (static_cast<uint32_t>(text[ascii]) < 0x80) ++ascii;
+    }
+    std::string out(ascii, '\0');
+    for (size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(text[k]);
+    if (ascii == text.size()) return out;
+    out.reserve(text.size() + 3 * (text.size() - ascii));
+    for (wchar_t wc : text.substr(ascii)) AppendUtf8(out, static_cast<char32_t>(wc));
     return out;
 }
 

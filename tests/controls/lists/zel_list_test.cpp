@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <vector>
 
 #include "CZELList.h"
 #include "OffscreenCanvas.h"
@@ -255,6 +256,56 @@ TEST_F(ZelListTest, APressRepaintsOnlyTheRowsLeftAndTaken) {
         const zel::test::Image partial = zel::test::CaptureWindow(l.m_hWnd, 0);
         l.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         EXPECT_EQ(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, partial.pixels) << "style " << c.style;
+        list.reset();
+        parent.Take();
+    }
+}
+
+// Rows of one look show the same background wherever they lie and however a paint is
+// clipped: a row kept and copied for the rows after it shows what drawing its pieces
+// shows. The pieces vary along both axes, so a strip copied from the wrong place, or drawn
+// wrong, differs from the first row.
+TEST_F(ZelListTest, RowsOfOneLookShowTheSameBackground) {
+    const COLORREF corner = RGB(10, 20, 200);  // the left cap's first pixel: where a row starts
+    for (int style : {1, 2}) {  // style 3 writes each row's number over its background
+        ProbeZList& l = Make(style);
+        skins.Pixels("gl", 6, 20, [](int x, int y) { return RGB(10 + x * 30, 20 + y * 9, 200); });
+        skins.Pixels("gm", 4, 20, [](int x, int y) { return RGB(40 * x, 250 - y * 9, 90); });
+        skins.Pixels("gr", 6, 20, [](int x, int y) { return RGB(200, 10 + y * 11, 5 + x * 40); });
+        l.LoadBitmapW(P("gl"), P("gm"), P("gr"), P("sep"));
+        for (int r = 0; r < 6; ++r) l.InsertItem(r, L"");
+        desktop.RunUntilIdle();
+        const int left = l.m_rcList.left, width = l.GetColumnWidth(0);
+        auto rowTops = [&](const zel::test::Image& shot) {
+            std::vector<int> tops;
+            for (int y = 0; y + 20 <= l.m_rcList.bottom; ++y)  // rows the list area shows whole
+                if (shot.At(left, y) == corner) tops.push_back(y);
+            return tops;
+        };
+        auto sameAsFirst = [&](const zel::test::Image& shot, const zel::test::Image& first, int top, int firstTop,
+                               int fromY) {
+            for (int y = fromY; y < 20; ++y)
+                for (int x = left; x < left + width; ++x)
+                    if (shot.At(x, top + y) != first.At(x, firstTop + y)) return false;
+            return true;
+        };
+        const zel::test::Image whole = zel::test::CaptureWindow(l.m_hWnd, 0);
+        const std::vector<int> tops = rowTops(whole);
+        ASSERT_GE(tops.size(), 3u) << "style " << style;
+        for (size_t k = 1; k < tops.size(); ++k)
+            EXPECT_TRUE(sameAsFirst(whole, whole, tops[k], tops[0], 0)) << "style " << style << ", row " << k;
+
+        // Drawn again from the middle of the first row down: that row is cut, the next
+        // one is the first whole row of the look.
+        int heights[4] = {14, 14, 12, 10};
+        COLORREF colours[2] = {RGB(0, 0, 0), RGB(255, 255, 255)};
+        l.SetFontSizeAndClr(heights, colours);  // everything is drawn again at the next paint
+        const RECT cut{0, tops[0] + 7, 200, 130};
+        l.RedrawWindow(&cut, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        const zel::test::Image again = zel::test::CaptureWindow(l.m_hWnd, 0);
+        EXPECT_TRUE(sameAsFirst(again, whole, tops[0], tops[0], 7)) << "style " << style << ", the cut row";
+        for (size_t k = 1; k < tops.size(); ++k)
+            EXPECT_TRUE(sameAsFirst(again, whole, tops[k], tops[0], 0)) << "style " << style << ", row " << k << " again";
         list.reset();
         parent.Take();
     }

@@ -2,6 +2,8 @@
 // buffer size is pinned against the recordings (recorded/gdi_objects.cpp).
 #include <windows.h>
 
+#include <cstring>
+
 #include "support/leak_check.h"
 
 namespace {
@@ -137,6 +139,27 @@ TEST_F(Objects, BitmapBitsRoundTrip) {
     EXPECT_EQ(SetBitmapBits(m, 1, mono), 1);
     EXPECT_EQ(SetBitmapBits(m, 4, nullptr), 0);
     DeleteObject(m);
+}
+
+// 32-bpp rows are each pixel's B, G, R and a zero byte; only whole rows fit in a short
+// buffer, the bytes after them are zero.
+TEST_F(Objects, ColourBitmapBitsAreWholeRowsOfBgrx) {
+    const uint8_t bits[2 * 3 * 4] = {1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12, 0, 13, 14, 15, 0, 16, 17, 18, 0};
+    HBITMAP b = CreateBitmap(3, 2, 1, 32, bits);
+    uint8_t back[sizeof bits + 4];
+    struct Case {
+        LONG size, returned;
+        size_t copied;  // leading bytes equal to `bits`; the rest of `size` must be zero
+    } cases[] = {{sizeof bits, sizeof bits, sizeof bits}, {sizeof bits + 4, sizeof bits, sizeof bits}, {18, 18, 12},
+                 {11, 11, 0}, {0, 0, 0}, {-5, 0, 0}};
+    for (const Case& c : cases) {
+        std::memset(back, 0xEE, sizeof back);
+        EXPECT_EQ(GetBitmapBits(b, c.size, back), c.returned) << c.size;
+        for (LONG i = 0; i < c.returned; ++i)
+            EXPECT_EQ(back[i], static_cast<size_t>(i) < c.copied ? bits[i] : 0) << "buffer of " << c.size << ", byte " << i;
+        for (size_t i = static_cast<size_t>(c.returned); i < sizeof back; ++i) EXPECT_EQ(back[i], 0xEE) << "byte " << i;
+    }
+    DeleteObject(b);
 }
 
 TEST_F(Objects, PixelsOutsideTheSurfaceOrTheClip) {

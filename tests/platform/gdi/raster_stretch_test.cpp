@@ -163,6 +163,64 @@ TEST_F(Stretch, ClipRegionLimitsTheDestination) {
     EXPECT_EQ(dst.FenceIntact(RECT{3, 2, 6, 9}), "");
 }
 
+// The same stretch drawn at other places (a list's rows, a screen shown again) samples as
+// it did the first time, moved with its destination: wholly inside, cut by the surface's
+// edges or a clip, mirrored, shrunk and enlarged, each drawn several times in a row.
+TEST_F(Stretch, TheSameStretchElsewhereSamplesTheSame) {
+    Canvas src(7, 1);
+    for (int x = 0; x < 7; ++x) src.at(x, 0) = 0x00010101u * static_cast<uint32_t>(x + 1);
+    struct Case {
+        const char* name;
+        int w, sw;  // destination and source width (negative: mirrored)
+    } cases[] = {{"enlarged", 23, 7}, {"shrunk", 3, 7}, {"mirrored", -17, 7}, {"mirrored source", 11, -7},
+                 {"equal extents", 7, 7}};
+    for (const Case& c : cases) {
+        const int sx = c.sw < 0 ? 6 : 0, extent = c.w < 0 ? -c.w : c.w;
+        Canvas alone(extent, 1);
+        SetStretchBltMode(alone.dc(), COLORONCOLOR);
+        ASSERT_TRUE(StretchBlt(alone.dc(), c.w < 0 ? extent - 1 : 0, 0, c.w, 1, src.dc(), sx, 0, c.sw, 1, SRCCOPY));
+        for (int at : {0, 5, 0, 40, -3, 60, 60}) {
+            Canvas dst(72, 1);
+            SetStretchBltMode(dst.dc(), COLORONCOLOR);
+            if (at == 60) IntersectClipRect(dst.dc(), 63, 0, 66, 1);
+            const int x = c.w < 0 ? at + extent - 1 : at;
+            ASSERT_TRUE(StretchBlt(dst.dc(), x, 0, c.w, 1, src.dc(), sx, 0, c.sw, 1, SRCCOPY));
+            for (int i = 0; i < extent; ++i) {
+                const int dx = at + i;
+                if (dx < 0 || dx >= 72) continue;
+                const bool shown = at != 60 || (dx >= 63 && dx < 66);
+                EXPECT_EQ(dst.at(dx, 0), shown ? alone.at(i, 0) : kSentinel) << c.name << " at " << at << ", pixel " << i;
+            }
+        }
+    }
+}
+
+// An axis of equal extents (here the columns, while the one row is doubled) copies pixel
+// for pixel; destination pixels whose source lies outside the source surface, or outside
+// the clip, are left alone.
+TEST_F(Stretch, EqualExtentsAlongOneAxisCopyWhatTheSourceHas) {
+    Canvas src(6, 1), dst(12, 2);
+    for (int x = 0; x < 6; ++x) src.at(x, 0) = 0x00050505u * static_cast<uint32_t>(x + 1);
+    struct Case {
+        int x, sx, w;  // destination x, source x, width of both
+        int clipLeft;  // destination pixels left of this are clipped
+    } cases[] = {{0, 0, 6, 0}, {3, -2, 6, 0}, {1, 3, 6, 0}, {-2, 0, 6, 0}, {2, 0, 6, 4}, {2, 5, 1, 0}};
+    for (const Case& c : cases) {
+        dst.Fill(kSentinel);
+        SelectClipRgn(dst.dc(), nullptr);
+        if (c.clipLeft) IntersectClipRect(dst.dc(), c.clipLeft, 0, 12, 2);
+        ASSERT_TRUE(StretchBlt(dst.dc(), c.x, 0, c.w, 2, src.dc(), c.sx, 0, c.w, 1, SRCCOPY));
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < 12; ++x) {
+                const int i = x - c.x, sx = c.sx + i;
+                const bool copied = i >= 0 && i < c.w && sx >= 0 && sx < 6 && x >= c.clipLeft;
+                EXPECT_EQ(dst.at(x, y), copied ? src.at(sx, 0) : kSentinel)
+                    << "at " << c.x << " from " << c.sx << ": " << x << "," << y;
+            }
+    }
+    SelectClipRgn(dst.dc(), nullptr);
+}
+
 // Extents far beyond the surfaces sample exactly as small ones and finish quickly.
 TEST_F(Stretch, HugeExtentsOnlyComputeTheVisiblePart) {
     Canvas src(3, 3), dst(4, 2);

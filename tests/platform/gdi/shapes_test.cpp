@@ -87,6 +87,39 @@ TEST_F(Shapes, EllipseIsInscribedAndSymmetric) {
     }
 }
 
+// A clip region shows exactly the part of a filled shape it holds, whatever the shape's
+// rows and the clip's rectangles have in common.
+TEST_F(Shapes, ClippedShapesShowTheirUnclippedPixels) {
+    const RECT box{1, 2, 19, 15};
+    using Draw = BOOL (*)(HDC, int, int, int, int);
+    const std::pair<const char*, Draw> shapes[] = {
+        {"ellipse", [](HDC d, int l, int t, int r, int b) { return Ellipse(d, l, t, r, b); }},
+        {"round rect", [](HDC d, int l, int t, int r, int b) { return RoundRect(d, l, t, r, b, 9, 7); }},
+    };
+    for (const auto& [name, draw] : shapes) {
+        ShapeCanvas whole(20, 17), clipped(20, 17);
+        {
+            Selected s(whole.dc(), Pen(kRed), Blue());
+            draw(whole.dc(), box.left, box.top, box.right, box.bottom);
+        }
+        HRGN clip = CreateRectRgn(0, 0, 7, 9);
+        HRGN other = CreateRectRgn(11, 5, 20, 17);
+        CombineRgn(clip, clip, other, RGN_OR);
+        SelectClipRgn(clipped.dc(), clip);
+        {
+            Selected s(clipped.dc(), Pen(kRed), Blue());
+            draw(clipped.dc(), box.left, box.top, box.right, box.bottom);
+        }
+        SelectClipRgn(clipped.dc(), nullptr);
+        for (int y = 0; y < 17; ++y)
+            for (int x = 0; x < 20; ++x)
+                EXPECT_EQ(GetPixel(clipped.dc(), x, y), PtInRegion(clip, x, y) ? GetPixel(whole.dc(), x, y) : kSentinel)
+                    << name << " at " << x << "," << y;
+        DeleteObject(other);
+        DeleteObject(clip);
+    }
+}
+
 // Corners of two pixels or less make a rectangle; corners larger than the box are
 // clamped to it, which makes an ellipse.
 TEST_F(Shapes, RoundRectCornersClampBetweenRectangleAndEllipse) {

@@ -42,6 +42,8 @@ TEST(Utf8ToWide, DecodesWellFormedAndReplacesEachBadLeadByte) {
         {"U+FFFD itself is a character", "\xEF\xBF\xBD" "a", {kBad, L'a'}},
         {"lone lead at the end", "\xC3", {kBad}},
         {"empty", "", L""},
+        {"an ASCII run, a character, ASCII again", "skin/dial\xC3\xA4_key.bmp", L"skin/dial\u00E4_key.bmp"},
+        {"a bad byte after an ASCII run", "skin/key\xFF.bmp", {L's', L'k', L'i', L'n', L'/', L'k', L'e', L'y', kBad, L'.', L'b', L'm', L'p'}},
     };
     for (const auto& c : cases) EXPECT_EQ(Utf8ToWide(c.in), c.want) << c.name;
 }
@@ -54,6 +56,8 @@ TEST(WideToUtf8, ReplacesWhatUtf8CannotCarry) {
         {"just beyond Unicode", {static_cast<wchar_t>(0x110000)}, "\xEF\xBF\xBD"},
         {"negative wchar_t", {static_cast<wchar_t>(-1)}, "\xEF\xBF\xBD"},
         {"NUL is a character", std::wstring(L"\0", 1), std::string("\0", 1)},
+        {"an ASCII run, a character, ASCII again", L"skin/dial\u00E4_key.bmp", "skin/dial\xC3\xA4_key.bmp"},
+        {"a surrogate after an ASCII run", {L'k', L'e', L'y', static_cast<wchar_t>(0xDC00)}, "key\xEF\xBF\xBD"},
     };
     for (const auto& c : cases) EXPECT_EQ(WideToUtf8(c.in), c.want) << c.name;
 }
