@@ -152,16 +152,16 @@ void ClockDialog::PaintContent(HDC frame) {
     DrawLabel(frame, std::wstring(L"Clock shown as ") + format.GetString(), kFormatReadout, textFont_, kTextDim);
 }
 
-void ClockDialog::OnDateStep() { InvalidateRect(&kDateReadout, FALSE); }
-void ClockDialog::OnClockStep() { InvalidateRect(&kClockReadout, FALSE); }
-void ClockDialog::OnFormatStep() { InvalidateRect(&kFormatReadout, FALSE); }
+void ClockDialog::OnDateStep() { Changed(kDateReadout); }
+void ClockDialog::OnClockStep() { Changed(kClockReadout); }
+void ClockDialog::OnFormatStep() { Changed(kFormatReadout); }
 
 // The clock tells its parent only about steps; its running seconds and the picker edits
 // are read back twice a second.
 void ClockDialog::OnTimer(UINT_PTR id) {
     if (id != kReadoutTimer) return;
-    InvalidateRect(&kClockReadout, FALSE);
-    InvalidateRect(&kPickerReadout, FALSE);
+    Changed(kClockReadout);
+    Changed(kPickerReadout);
 }
 
 }  // namespace zel::demo
