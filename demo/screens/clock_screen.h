@@ -58,6 +58,9 @@ private:
 class ClockScreen : public Screen {
 public:
     bool Build(HWND host, const SkinSource& skin) override;
+    // The screen draws nothing on the host (its content is the dialog's, which keeps its
+    // own frame), so no change of the host's frame goes unannounced.
+    bool AnnouncesChanges() const override { return true; }
 
 private:
     std::unique_ptr<ClockDialog> dialog_;
