@@ -60,15 +60,21 @@ TEST_F(ScreenDialogFrame, PresentingTheKeptFrameShowsWhatDrawingAfreshShows) {
     const struct {
         const char* what;
         POINT tap;  // screen; {0, 0}: no tap, only time passing
+        UINT key;   // then pressed, or 0
     } steps[] = {
-        {"the year's add", {68, 124}},
-        {"the month's Def", {134, 214}},
-        {"the format's add", {240, 392}},
-        {"the running clock", {0, 0}},
+        {"the year's add", {68, 124}, 0},
+        {"the month's Def", {134, 214}, 0},
+        {"the format's add", {240, 392}, 0},
+        {"the running clock", {0, 0}, 0},
+        {"the picker's year, by key", {40, 300}, VK_UP},  // read back by the dialog's timer
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(step.what);
         if (step.tap.x) D().Tap(step.tap.x, step.tap.y);
+        if (step.key) {
+            D().KeyDown(step.key);
+            D().KeyUp(step.key);
+        }
         D().Advance(1600);  // past any double tap; the clock moves on a second or more
         RepaintAll();
         const std::vector<COLORREF> kept = Screenful();
