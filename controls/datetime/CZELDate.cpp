@@ -315,22 +315,22 @@ void CZELDate::DrawPicture(HDC mem, const CRect& client, const Shown& shown) {
     {
         const zelctl::SelectGuard brushGuard(mem, box);
         const zelctl::SelectGuard penGuard(mem, frame);
-        ::Rectangle(mem, m_rcText.left, m_rcText.top, m_rcText.right, m_rcText.bottom);
+        ::Rectangle(mem, shown.rcText.left, shown.rcText.top, shown.rcText.right, shown.rcText.bottom);
     }
     ::DeleteObject(box);
     ::DeleteObject(frame);
 
     if (shown.strings) {
         if (!shown.text.IsEmpty()) {
-            CRect rc = m_rcText;
+            CRect rc = shown.rcText;
             rc.left += 5;
             DrawRect(mem, shown.text, rc, kStringFormat);
         }
     } else {
         const int n = shown.text.GetLength();
-        const int x = m_rcText.left + (m_rcText.Width() - ((kGlyphWidth + m_nCharGap) * n - m_nCharGap)) / 2;
-        const int y = m_rcText.top + (m_rcText.Height() - kGlyphHeight) / 2 + 1;
-        DrawStr(mem, shown.text, kGlyphHeight, kGlyphWidth, POINT{x, y}, m_crText, kGlyphPen);
+        const int x = shown.rcText.left + (shown.rcText.Width() - ((kGlyphWidth + shown.gap) * n - shown.gap)) / 2;
+        const int y = shown.rcText.top + (shown.rcText.Height() - kGlyphHeight) / 2 + 1;
+        DrawStr(mem, shown.text, kGlyphHeight, kGlyphWidth, POINT{x, y}, shown.ink, kGlyphPen);
     }
 }
 
