@@ -756,6 +756,11 @@ const CZELComBox::RowKind* CZELComBox::KeptRowKind(HDC screen, bool lit, int w, 
 // The whole window on the canvas. A new canvas is filled whole first (a first write that
 // leaves part of a new bitmap makes the platform clear it beforehand, which costs more); a
 // kept one is filled only where no row is copied over the fill.
+//
+// Every row of a kind is the same stretch. On a kept canvas each row is a copy of its kind
+// kept stretched aside; on a new one (the first paint at this size) the first row of a kind
+// is stretched in place and the others copied from it, two rows fewer written than
+// stretching the kinds aside first.
 void CZELComBox::PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const CRect& client, bool fresh) {
     const zelctl::SkinSet& pieces = m_pSkin->pieces;
     HFONT font = m_pSkin->font;
@@ -763,19 +768,24 @@ void CZELComBox::PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const 
     const bool rows = m_bDropped && m_nShownRows > 0;
     const zelctl::RowGeometry geometry{m_rcRows, RowHeight(), m_nTopRow, GetCount()};
     const int last = rows ? std::min(GetCount(), m_nTopRow + m_nShownRows) : m_nTopRow;
-    const RowKind* kinds[2] = {};
-    CRect covered;  // the rows' cells, when every row has its kind
-    bool allCovered = true;
-    for (int row = m_nTopRow; row < last; ++row) {
+    struct Source {
+        HDC dc = nullptr;
+        POINT at{0, 0};
+    } kinds[2];  // where each kind's rows are copied from
+    CRect covered;  // the rows' cells, when every row has its kind kept
+    bool allCovered = !fresh;
+    for (int row = m_nTopRow; row < last && !fresh; ++row) {
         const CRect cell = geometry.RowRect(row);
-        const RowKind*& kind = kinds[row == m_nLitRow ? 1 : 0];
-        if (!kind) kind = KeptRowKind(screen, row == m_nLitRow, cell.Width(), cell.Height());
-        allCovered = allCovered && kind;
+        Source& kind = kinds[row == m_nLitRow ? 1 : 0];
+        if (!kind.dc)
+            if (const RowKind* kept = KeptRowKind(screen, row == m_nLitRow, cell.Width(), cell.Height()))
+                kind.dc = kept->picture.canvas.dc();
+        allCovered = allCovered && kind.dc;
         covered.UnionRect(covered, cell);
     }
     {
         const int saved = ::SaveDC(mem);
-        if (!fresh && allCovered && !covered.IsRectEmpty())
+        if (allCovered && !covered.IsRectEmpty())
             ::ExcludeClipRect(mem, covered.left, covered.top, covered.right, covered.bottom);
         canvas.Fill(client, kBackground);
         ::RestoreDC(mem, saved);
@@ -795,13 +805,21 @@ void CZELComBox::PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const 
     }
     if (!rows) return;
 
-    // Every row of a kind is the same stretch, kept: a row is a copy of it. The captions
-    // come after all the rows; DrawText clips each to its own row.
+    // The captions come after all the rows; DrawText clips each to its own row.
     for (int row = m_nTopRow; row < last; ++row) {
-        const RowKind* kind = kinds[row == m_nLitRow ? 1 : 0];
-        if (!kind) continue;
+        const bool lit = row == m_nLitRow;
+        Source& kind = kinds[lit ? 1 : 0];
         const CRect cell = geometry.RowRect(row);
-        ::BitBlt(mem, cell.left, cell.top, cell.Width(), cell.Height(), kind->picture.canvas.dc(), 0, 0, SRCCOPY);
+        if (kind.dc) {
+            ::BitBlt(mem, cell.left, cell.top, cell.Width(), cell.Height(), kind.dc, kind.at.x, kind.at.y, SRCCOPY);
+            continue;
+        }
+        if (!fresh) continue;  // no piece: the background shows
+        canvas.Stretch(pieces[lit ? kRowSelected : kRow], cell.left, cell.top, cell.Width(), cell.Height());
+        // Copied from only when wholly on the canvas (a source past its edge is no picture).
+        CRect inside;
+        if (pieces[lit ? kRowSelected : kRow] && inside.IntersectRect(cell, client) && inside == cell)
+            kind = Source{mem, cell.TopLeft()};
     }
     zelctl::SelectGuard select(mem, font);
     for (int row = m_nTopRow; row < last; ++row) {

@@ -199,7 +199,7 @@ protected:
 private:
     struct Skin;   // the pieces, the font and the kept pictures (internal types)
     struct Shown;    // what a kept picture shows
-    struct RowKind;  // a row piece kept stretched to the cell size
+    struct RowKind;  // a row piece kept stretched to the cell size, for pictures drawn again
     ZELCTL_HIDDEN Shown Showing() const;
     ZELCTL_HIDDEN const RowKind* KeptRowKind(HDC screen, bool lit, int w, int h);
     ZELCTL_HIDDEN void PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const CRect& client, bool fresh);

@@ -471,9 +471,12 @@ TEST_F(Combo, KeptPicturesFollowEveryChange) {
     const RECT open{18, 18, 222, 152}, closed{18, 18, 222, 52};
     for (const auto& k : cases) {
         CZELComBox& kept = Make(kTopBox, k.items);
+        kept.SetCurSel(2);
+        desktop.Tap(60, 35);  // the list's first paint, on a new canvas
+        desktop.Tap(600, 300);
         kept.SetCurSel(1);
-        desktop.Tap(60, 35);
-        desktop.Tap(600, 300);  // closed again: both pictures are kept
+        desktop.Tap(60, 35);  // drawn again on the kept canvas, from the row kinds kept aside
+        desktop.Tap(600, 300);
         k.change(kept);
         desktop.Tap(60, 35);
         const std::vector<COLORREF> keptOpen = Pixels(open);
