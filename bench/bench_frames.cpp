@@ -5,8 +5,9 @@
 // user space (perf_event_open; "n/a" where the kernel refuses it -- then run
 // scripts/bench_frames_callgrind), pixels written by the raster primitives (text not
 // counted), the area invalidated (the union on the screen of every InvalidateRect,
-// InvalidateRgn and RedrawWindow, seen by wrapping them), pixels per invalidated pixel, and
-// wall time; each the least of kRuns.
+// InvalidateRgn and RedrawWindow, seen by wrapping them, and of every update region a paint
+// begins with: what the window manager itself invalidated, where a window was shown, grown
+// or uncovered), pixels per invalidated pixel, and wall time; each the least of kRuns.
 //
 // Not a Google Benchmark program: it prints one table. Of the benchmark flags scripts/bench
 // passes to every program it reads --benchmark_out=FILE, and writes there, in Google
@@ -46,10 +47,20 @@
 // ---- invalidated area ----------------------------------------------------------------
 // The wrappers note each invalidated rectangle in screen coordinates, then call the
 // platform's function. Nothing is noted under callgrind, whose counts stay the paint's own.
+//
+// In Win32 a window shown, grown or uncovered is painted because the window manager
+// invalidated what became visible of it: that update region is the step's as much as an
+// InvalidateRect is. It is read where a paint begins (BeginPaint, before it validates) and
+// kept as a region in screen coordinates, rasterised only after the step.
 namespace {
 
+struct Noted {
+    RECT rect;
+    HRGN region = nullptr;  // screen coordinates; when set, rect is its box
+};
+
 bool g_noteInvalid = false;
-std::vector<RECT> g_invalid;
+std::vector<Noted> g_invalid;
 
 void NoteInvalid(HWND hwnd, const RECT* rect) {
     if (!g_noteInvalid || !hwnd) return;
@@ -61,7 +72,29 @@ void NoteInvalid(HWND hwnd, const RECT* rect) {
     POINT o{0, 0};
     ::ClientToScreen(hwnd, &o);
     ::OffsetRect(&r, o.x, o.y);
-    g_invalid.push_back(r);
+    g_invalid.push_back({r});
+}
+
+void NoteUpdateRegion(HWND hwnd) {
+    if (!g_noteInvalid || !hwnd) return;
+    HRGN update = ::CreateRectRgn(0, 0, 0, 0);
+    RECT box;
+    if (update && ::GetUpdateRgn(hwnd, update, FALSE) > NULLREGION) {
+        POINT o{0, 0};
+        ::ClientToScreen(hwnd, &o);
+        ::OffsetRgn(update, o.x, o.y);
+        if (::GetRgnBox(update, &box) > NULLREGION) {
+            g_invalid.push_back({box, update});
+            return;
+        }
+    }
+    if (update) ::DeleteObject(update);
+}
+
+void ForgetInvalid() {
+    for (const Noted& n : g_invalid)
+        if (n.region) ::DeleteObject(n.region);
+    g_invalid.clear();
 }
 
 template <class F>
@@ -73,6 +106,7 @@ F Real(const char* name) {
 const auto g_invalidateRect = Real<BOOL (*)(HWND, const RECT*, BOOL)>("InvalidateRect");
 const auto g_invalidateRgn = Real<BOOL (*)(HWND, HRGN, BOOL)>("InvalidateRgn");
 const auto g_redrawWindow = Real<BOOL (*)(HWND, const RECT*, HRGN, UINT)>("RedrawWindow");
+const auto g_beginPaint = Real<HDC (*)(HWND, PAINTSTRUCT*)>("BeginPaint");
 
 }  // namespace
 
@@ -89,6 +123,12 @@ BOOL InvalidateRgn(HWND hwnd, HRGN rgn, BOOL erase) {
     RECT box;
     if (g_noteInvalid) NoteInvalid(hwnd, rgn && ::GetRgnBox(rgn, &box) != ERROR ? &box : nullptr);
     return real ? real(hwnd, rgn, erase) : FALSE;
+}
+
+HDC BeginPaint(HWND hwnd, PAINTSTRUCT* ps) {
+    const auto real = g_beginPaint;
+    NoteUpdateRegion(hwnd);
+    return real ? real(hwnd, ps) : nullptr;
 }
 
 BOOL RedrawWindow(HWND hwnd, const RECT* rect, HRGN rgn, UINT flags) {
@@ -109,11 +149,11 @@ constexpr int kRuns = 5;
 constexpr RECT kNextFrame{1, 1, 0, 0};
 
 void NextFrame() {
-    if (g_noteInvalid) g_invalid.push_back(kNextFrame);
+    if (g_noteInvalid) g_invalid.push_back({kNextFrame});
 }
 
-// Per frame, the pixels of the screen that some noted rectangle covers; summed over the
-// step's frames.
+// Per frame, the pixels of the screen that some noted rectangle or region covers; summed
+// over the step's frames.
 uint64_t InvalidArea() {
     const int w = zel::gdi::Screen().width, h = zel::gdi::Screen().height;
     std::vector<uint8_t> mask(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
@@ -121,14 +161,19 @@ uint64_t InvalidArea() {
     auto count = [&] {
         for (uint8_t& m : mask) n += std::exchange(m, 0);
     };
-    for (const RECT& r : g_invalid) {
+    for (const Noted& noted : g_invalid) {
+        const RECT& r = noted.rect;
         if (std::memcmp(&r, &kNextFrame, sizeof r) == 0) {
             count();
             continue;
         }
-        for (int y = std::max(0, static_cast<int>(r.top)); y < std::min(h, static_cast<int>(r.bottom)); ++y)
+        for (int y = std::max(0, static_cast<int>(r.top)); y < std::min(h, static_cast<int>(r.bottom)); ++y) {
+            const RECT row{r.left, y, r.right, y + 1};
+            if (noted.region && !::RectInRegion(noted.region, &row)) continue;
             for (int x = std::max(0, static_cast<int>(r.left)); x < std::min(w, static_cast<int>(r.right)); ++x)
-                mask[static_cast<size_t>(y) * static_cast<size_t>(w) + static_cast<size_t>(x)] = 1;
+                if (!noted.region || ::PtInRegion(noted.region, x, y))
+                    mask[static_cast<size_t>(y) * static_cast<size_t>(w) + static_cast<size_t>(x)] = 1;
+        }
     }
     count();
     return n;
@@ -200,7 +245,7 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
         prepare();
         zel::Desktop::Get().RunUntilIdle();
         const uint64_t pixels0 = zel::gdi::pixelsWritten;
-        g_invalid.clear();
+        ForgetInvalid();
         g_noteInvalid = !UnderCallgrind();
         const auto t0 = std::chrono::steady_clock::now();
 #ifdef ZEL_HAVE_CALLGRIND
@@ -222,6 +267,7 @@ Cost Measure(const std::function<void()>& prepare, const std::function<void()>& 
             best.pixels = pixels;
             best.invalid = InvalidArea();
         }
+        ForgetInvalid();
         finish();
         zel::Desktop::Get().RunUntilIdle();
     }

@@ -30,9 +30,59 @@ bool ValidIndex(int index, size_t count) { return index >= 0 && static_cast<size
 
 }  // namespace
 
+// What a kept picture of the window shows: equal values draw equal pixels at one size.
+// Pieces and the font are compared by handle (a reload makes new ones).
+struct CZELComBox::Shown {
+    BOOL dropped = FALSE;
+    CRect box, arrow, rows;
+    HBITMAP pieces[kPieces] = {};
+    HFONT font = nullptr;
+    COLORREF text = 0, lit = 0;
+    int curSel = -1, litRow = -1, topRow = 0, shownRows = 0;
+    std::vector<CString> captions;  // the box's, then each visible row's
+    bool operator==(const Shown& o) const {
+        return dropped == o.dropped && box == o.box && arrow == o.arrow && rows == o.rows &&
+               std::equal(std::begin(pieces), std::end(pieces), std::begin(o.pieces)) && font == o.font &&
+               text == o.text && lit == o.lit && curSel == o.curSel && litRow == o.litRow && topRow == o.topRow &&
+               shownRows == o.shownRows && captions == o.captions;
+    }
+};
+
+namespace {
+
+// The closed box and the open list are kept apart: opening again shows the kept list
+// unless something in it changed, and closing shows the kept box.
+struct KeptPicture {
+    zelctl::CanvasStore canvas;
+    bool drawn = false;
+};
+
+}  // namespace
+
+// A row kind (plain, lit) stretched once to the cell size.
+struct CZELComBox::RowKind {
+    KeptPicture picture;
+    HBITMAP piece = nullptr;  // what it was stretched from
+    void Release() {
+        picture.canvas.Release();
+        picture.drawn = false;
+    }
+};
+
 struct CZELComBox::Skin {
     zelctl::SkinSet pieces{kPieces};
     zelctl::OwnedFont font{zelctl::CreateControlFont(kDefaultFontHeight)};
+    KeptPicture closed, open;
+    Shown closedShown, openShown;
+    RowKind rowKinds[2];
+
+    void Release() {
+        for (KeptPicture* kept : {&closed, &open}) {
+            kept->canvas.Release();
+            kept->drawn = false;
+        }
+        for (RowKind& kind : rowKinds) kind.Release();
+    }
 };
 
 BEGIN_MESSAGE_MAP(CZELComBox, CSkinWnd)
@@ -654,19 +704,92 @@ void CZELComBox::OnDestroy() {
     m_nAutoScroll = 0;
     if (GetCapture() == this) ::ReleaseCapture();
     m_bDropped = FALSE;
+    m_pSkin->Release();
     CSkinWnd::OnDestroy();
 }
 
 // ---- painting ------------------------------------------------------------------------------
 
-void CZELComBox::OnPaint() {
-    CPaintDC dc(this);
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    canvas.Fill(client, kBackground);
+CZELComBox::Shown CZELComBox::Showing() const {
+    Shown shown;
+    shown.dropped = m_bDropped;
+    shown.box = m_rcBox;
+    shown.arrow = m_rcArrow;
+    for (int i = 0; i < kPieces; ++i) shown.pieces[i] = m_pSkin->pieces[static_cast<size_t>(i)];
+    shown.font = m_pSkin->font;
+    shown.text = m_crText;
+    shown.lit = m_crSelText;
+    shown.curSel = m_nCurSel;
+    shown.captions.push_back(ValidIndex(m_nCurSel, m_items.size()) ? m_items[static_cast<size_t>(m_nCurSel)].text
+                                                                   : CString());
+    if (m_bDropped && m_nShownRows > 0) {
+        shown.rows = m_rcRows;
+        shown.litRow = m_nLitRow;
+        shown.topRow = m_nTopRow;
+        shown.shownRows = m_nShownRows;
+        const int last = std::min(GetCount(), m_nTopRow + m_nShownRows);
+        for (int row = m_nTopRow; row < last; ++row) shown.captions.push_back(m_items[static_cast<size_t>(row)].text);
+    }
+    return shown;
+}
+
+// The row kind stretched to w x h, kept while the piece and the size stay; null without a
+// piece (the background then shows, as under any piece that failed to load).
+const CZELComBox::RowKind* CZELComBox::KeptRowKind(HDC screen, bool lit, int w, int h) {
+    HBITMAP piece = m_pSkin->pieces[lit ? kRowSelected : kRow];
+    RowKind& kind = m_pSkin->rowKinds[lit ? 1 : 0];
+    if (!piece || w <= 0 || h <= 0) return nullptr;
+    KeptPicture& kept = kind.picture;
+    if (!kept.drawn || kind.piece != piece || kept.canvas.width() != w || kept.canvas.height() != h) {
+        kind.Release();
+        {
+            zelctl::OffscreenCanvas canvas(screen, w, h, kept.canvas);
+            ::SelectClipRgn(canvas.dc(), nullptr);  // the paint's clip means nothing here
+            canvas.Stretch(piece, 0, 0, w, h);
+        }
+        kind.piece = piece;
+        kept.drawn = kept.canvas.dc() != nullptr;
+    }
+    return kept.drawn ? &kind : nullptr;
+}
+
+// The whole window on the canvas. A new canvas is filled whole first (a first write that
+// leaves part of a new bitmap makes the platform clear it beforehand, which costs more); a
+// kept one is filled only where no row is copied over the fill.
+//
+// Every row of a kind is the same stretch. On a kept canvas each row is a copy of its kind
+// kept stretched aside; on a new one (the first paint at this size) the first row of a kind
+// is stretched in place and the others copied from it, two rows fewer written than
+// stretching the kinds aside first.
+void CZELComBox::PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const CRect& client, bool fresh) {
     const zelctl::SkinSet& pieces = m_pSkin->pieces;
     HFONT font = m_pSkin->font;
+    HDC mem = canvas.dc();
+    const bool rows = m_bDropped && m_nShownRows > 0;
+    const zelctl::RowGeometry geometry{m_rcRows, RowHeight(), m_nTopRow, GetCount()};
+    const int last = rows ? std::min(GetCount(), m_nTopRow + m_nShownRows) : m_nTopRow;
+    struct Source {
+        HDC dc = nullptr;
+        POINT at{0, 0};
+    } kinds[2];  // where each kind's rows are copied from
+    CRect covered;  // the rows' cells, when every row has its kind kept
+    bool allCovered = !fresh;
+    for (int row = m_nTopRow; row < last && !fresh; ++row) {
+        const CRect cell = geometry.RowRect(row);
+        Source& kind = kinds[row == m_nLitRow ? 1 : 0];
+        if (!kind.dc)
+            if (const RowKind* kept = KeptRowKind(screen, row == m_nLitRow, cell.Width(), cell.Height()))
+                kind.dc = kept->picture.canvas.dc();
+        allCovered = allCovered && kind.dc;
+        covered.UnionRect(covered, cell);
+    }
+    {
+        const int saved = ::SaveDC(mem);
+        if (allCovered && !covered.IsRectEmpty())
+            ::ExcludeClipRect(mem, covered.left, covered.top, covered.right, covered.bottom);
+        canvas.Fill(client, kBackground);
+        ::RestoreDC(mem, saved);
+    }
 
     CRect box = m_rcBox;
     box.right = m_rcArrow.left;
@@ -676,43 +799,59 @@ void CZELComBox::OnPaint() {
     if (m_nCurSel >= 0) {
         CString caption = m_items[static_cast<size_t>(m_nCurSel)].text;
         text.left += kTextInset;
-        zelctl::SelectGuard select(canvas.dc(), font);
-        zelctl::ShortenWithEllipsis(canvas.dc(), caption, text.right - text.left);
-        zelctl::DrawSkinText(canvas.dc(), caption, text, kTextFormat, m_crText, font);
+        zelctl::SelectGuard select(mem, font);
+        zelctl::ShortenWithEllipsis(mem, caption, text.right - text.left);
+        zelctl::DrawSkinText(mem, caption, text, kTextFormat, m_crText, font);
     }
+    if (!rows) return;
 
-    if (m_bDropped && m_nShownRows > 0) {
-        const zelctl::RowGeometry rows{m_rcRows, RowHeight(), m_nTopRow, GetCount()};
-        const int last = std::min(GetCount(), m_nTopRow + m_nShownRows);
-        // Every row of a kind is the same stretch: the first of each kind is stretched and
-        // the others are copies of it. The captions come after all the rows; DrawText
-        // clips each to its own row, so no caption lands where a later row is drawn.
-        CRect stretched[2];  // the first plain and the first lit row drawn
-        for (int row = m_nTopRow; row < last; ++row) {
-            const CRect cell = rows.RowRect(row);
-            const bool lit = row == m_nLitRow;
-            CRect& first = stretched[lit ? 1 : 0];
-            if (!first.IsRectEmpty()) {
-                ::BitBlt(canvas.dc(), cell.left, cell.top, cell.Width(), cell.Height(), canvas.dc(), first.left,
-                         first.top, SRCCOPY);
-                continue;
-            }
-            canvas.Stretch(pieces[lit ? kRowSelected : kRow], cell.left, cell.top, cell.Width(), cell.Height());
-            // Copied from only when wholly on the canvas (a source past its edge is no picture).
-            CRect inside;
-            if (inside.IntersectRect(cell, client) && inside == cell) first = cell;
+    // The captions come after all the rows; DrawText clips each to its own row.
+    for (int row = m_nTopRow; row < last; ++row) {
+        const bool lit = row == m_nLitRow;
+        Source& kind = kinds[lit ? 1 : 0];
+        const CRect cell = geometry.RowRect(row);
+        if (kind.dc) {
+            ::BitBlt(mem, cell.left, cell.top, cell.Width(), cell.Height(), kind.dc, kind.at.x, kind.at.y, SRCCOPY);
+            continue;
         }
-        zelctl::SelectGuard select(canvas.dc(), font);
-        for (int row = m_nTopRow; row < last; ++row) {
-            const CRect cell = rows.RowRect(row);
-            const bool lit = row == m_nLitRow;
-            CString caption = m_items[static_cast<size_t>(row)].text;
-            CRect area = cell;
-            area.left += kTextInset;
-            area.right -= kTextInset / 2;
-            zelctl::ShortenWithEllipsis(canvas.dc(), caption, area.Width());
-            zelctl::DrawSkinText(canvas.dc(), caption, area, kTextFormat, lit ? m_crSelText : m_crText, font);
-        }
+        if (!fresh) continue;  // no piece: the background shows
+        canvas.Stretch(pieces[lit ? kRowSelected : kRow], cell.left, cell.top, cell.Width(), cell.Height());
+        // Copied from only when wholly on the canvas (a source past its edge is no picture).
+        CRect inside;
+        if (pieces[lit ? kRowSelected : kRow] && inside.IntersectRect(cell, client) && inside == cell)
+            kind = Source{mem, cell.TopLeft()};
+    }
+    zelctl::SelectGuard select(mem, font);
+    for (int row = m_nTopRow; row < last; ++row) {
+        const CRect cell = geometry.RowRect(row);
+        const bool lit = row == m_nLitRow;
+        CString caption = m_items[static_cast<size_t>(row)].text;
+        CRect area = cell;
+        area.left += kTextInset;
+        area.right -= kTextInset / 2;
+        zelctl::ShortenWithEllipsis(mem, caption, area.Width());
+        zelctl::DrawSkinText(mem, caption, area, kTextFormat, lit ? m_crSelText : m_crText, font);
+    }
+}
+
+// The window's picture is kept, one for the closed box and one for the open list: a paint
+// where nothing shown changed (the list opened again as it was, the box uncovered) only
+// presents it. A change redraws the whole picture, whatever part was invalidated.
+void CZELComBox::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    KeptPicture& kept = m_bDropped ? m_pSkin->open : m_pSkin->closed;
+    Shown& keptShown = m_bDropped ? m_pSkin->openShown : m_pSkin->closedShown;
+    const bool sameSize =
+        kept.canvas.dc() && kept.canvas.width() == client.Width() && kept.canvas.height() == client.Height();
+    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), kept.canvas);
+    Shown shown = Showing();
+    if (!sameSize || !kept.drawn || !(shown == keptShown)) {
+        ::SelectClipRgn(canvas.dc(), nullptr);  // a kept canvas comes clipped to the update
+        PaintWindow(canvas, dc.GetSafeHdc(), client, !sameSize);
+        kept.drawn = kept.canvas.dc() != nullptr;
+        keptShown = std::move(shown);
     }
     canvas.Present();
 }

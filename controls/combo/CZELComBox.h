@@ -62,6 +62,10 @@
 #include "CZELScrollbar.h"
 #include "zelctl_api.h"
 
+namespace zelctl {
+class OffscreenCanvas;
+}
+
 class ZELCTL_API CZELComBox : public CSkinWnd {
 public:
     // The box's pieces, in the order of the loaders' arguments and of the skin string.
@@ -193,7 +197,12 @@ protected:
     COLORREF m_crSelText;
 
 private:
-    struct Skin;  // the pieces and the font (internal types)
+    struct Skin;   // the pieces, the font and the kept pictures (internal types)
+    struct Shown;    // what a kept picture shows
+    struct RowKind;  // a row piece kept stretched to the cell size, for pictures drawn again
+    ZELCTL_HIDDEN Shown Showing() const;
+    ZELCTL_HIDDEN const RowKind* KeptRowKind(HDC screen, bool lit, int w, int h);
+    ZELCTL_HIDDEN void PaintWindow(zelctl::OffscreenCanvas& canvas, HDC screen, const CRect& client, bool fresh);
 
     BOOL CreateScrollBar();
     void TakeClosedRect();

@@ -28,8 +28,28 @@ constexpr COLORREF kDefaultText = RGB(0, 0, 0);
 
 }  // namespace
 
+// What a picture shows: equal values draw equal pixels at one client size.
+struct CZELDate::Shown {
+    bool strings = false;
+    CString text;  // the digits, or the string (empty: none)
+    COLORREF back = 0, frame = 0, box = 0, ink = 0;
+    CRect rcText;
+    int gap = 0;
+    bool operator==(const Shown& o) const {
+        return strings == o.strings && text == o.text && back == o.back && frame == o.frame && box == o.box &&
+               ink == o.ink && rcText == o.rcText && gap == o.gap;
+    }
+};
+
+struct CZELDate::Picture {
+    zelctl::CanvasStore canvas;
+    Shown shown;
+    bool drawn = false;
+};
+
 BEGIN_MESSAGE_MAP(CZELDate, CSkinWnd)
 ON_WM_PAINT()
+ON_WM_DESTROY()
 ON_BN_CLICKED(CZELDate::IDC_ADD, &CZELDate::OnBtnAdd)
 ON_BN_CLICKED(CZELDate::IDC_DEF, &CZELDate::OnBtnDef)
 ON_WM_SETFOCUS()
@@ -48,7 +68,8 @@ CZELDate::CZELDate()
       m_crText(kDefaultText),
       m_bCreated(FALSE),
       m_bStrings(FALSE),
-      m_nCurIndex(-1) {}
+      m_nCurIndex(-1),
+      m_picture(std::make_unique<Picture>()) {}
 
 // The window goes first, while this object and its buttons are still whole.
 CZELDate::~CZELDate() {
@@ -267,36 +288,77 @@ void CZELDate::DrawRect(HDC hdc, CString str, RECT rc, UINT format) {
     zelctl::DrawSkinText(hdc, str, rc, format, m_crText, nullptr);
 }
 
-void CZELDate::OnPaint() {
-    CPaintDC dc(this);
-    CRect client;
-    GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
-    HDC mem = canvas.dc();
-    canvas.Fill(client, m_crBack);
-    HBRUSH box = ::CreateSolidBrush(m_crBox);
-    HPEN frame = ::CreatePen(PS_SOLID, 1, m_crFrame);
+CZELDate::Shown CZELDate::Showing() {
+    Shown shown;
+    shown.strings = m_bStrings != FALSE;
+    if (!m_bStrings)
+        shown.text.Format(L"%02d", m_nValue);
+    else if (m_nCurIndex >= 0 && m_nCurIndex < m_strings.GetSize())
+        shown.text = m_strings[m_nCurIndex];
+    shown.back = m_crBack;
+    shown.frame = m_crFrame;
+    shown.box = m_crBox;
+    shown.ink = m_crText;
+    shown.rcText = m_rcText;
+    shown.gap = m_nCharGap;
+    return shown;
+}
+
+// The whole picture: the client fill, the framed box and the value. The digits are wide-pen
+// strokes, the costliest part, which is why the picture is kept.
+void CZELDate::DrawPicture(HDC mem, const CRect& client, const Shown& shown) {
+    HBRUSH fill = ::CreateSolidBrush(shown.back);
+    ::FillRect(mem, &client, fill);
+    ::DeleteObject(fill);
+    HBRUSH box = ::CreateSolidBrush(shown.box);
+    HPEN frame = ::CreatePen(PS_SOLID, 1, shown.frame);
     {
         const zelctl::SelectGuard brushGuard(mem, box);
         const zelctl::SelectGuard penGuard(mem, frame);
-        ::Rectangle(mem, m_rcText.left, m_rcText.top, m_rcText.right, m_rcText.bottom);
+        ::Rectangle(mem, shown.rcText.left, shown.rcText.top, shown.rcText.right, shown.rcText.bottom);
     }
     ::DeleteObject(box);
     ::DeleteObject(frame);
 
-    if (m_bStrings) {
-        if (m_nCurIndex >= 0 && m_nCurIndex < m_strings.GetSize()) {
-            CRect rc = m_rcText;
+    if (shown.strings) {
+        if (!shown.text.IsEmpty()) {
+            CRect rc = shown.rcText;
             rc.left += 5;
-            DrawRect(mem, m_strings[m_nCurIndex], rc, kStringFormat);
+            DrawRect(mem, shown.text, rc, kStringFormat);
         }
     } else {
-        CString text;
-        text.Format(L"%02d", m_nValue);
-        const int n = text.GetLength();
-        const int x = m_rcText.left + (m_rcText.Width() - ((kGlyphWidth + m_nCharGap) * n - m_nCharGap)) / 2;
-        const int y = m_rcText.top + (m_rcText.Height() - kGlyphHeight) / 2 + 1;
-        DrawStr(mem, text, kGlyphHeight, kGlyphWidth, POINT{x, y}, m_crText, kGlyphPen);
+        const int n = shown.text.GetLength();
+        const int x = shown.rcText.left + (shown.rcText.Width() - ((kGlyphWidth + shown.gap) * n - shown.gap)) / 2;
+        const int y = shown.rcText.top + (shown.rcText.Height() - kGlyphHeight) / 2 + 1;
+        DrawStr(mem, shown.text, kGlyphHeight, kGlyphWidth, POINT{x, y}, shown.ink, kGlyphPen);
+    }
+}
+
+// A repaint of an unchanged spinner (the screen under it repainted, a popup closed over
+// it) presents the kept picture. A changed one is drawn whole, not only where it was
+// invalidated: the change is what the picture is compared with, not the update region.
+void CZELDate::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    Picture& picture = *m_picture;
+    const bool sameSize = picture.canvas.dc() && picture.canvas.width() == client.Width() &&
+                          picture.canvas.height() == client.Height();
+    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), picture.canvas);
+    Shown shown = Showing();
+    if (!sameSize || !picture.drawn || !(shown == picture.shown)) {
+        HDC mem = canvas.dc();
+        ::SelectClipRgn(mem, nullptr);  // the canvas limits a kept one to the update's box
+        DrawPicture(mem, client, shown);
+        // Kept only when there is a canvas to keep it in (a window of no size has none).
+        picture.drawn = picture.canvas.dc() != nullptr;
+        picture.shown = std::move(shown);
     }
     canvas.Present();
+}
+
+void CZELDate::OnDestroy() {
+    m_picture->canvas.Release();
+    m_picture->drawn = false;
+    CSkinWnd::OnDestroy();
 }

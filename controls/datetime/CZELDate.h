@@ -12,6 +12,8 @@
 #include <afxwin.h>
 #include <afxtempl.h>
 
+#include <memory>
+
 #include "CSkinWnd.h"
 #include "CZELButton.h"
 #include "zelctl_api.h"
@@ -67,6 +69,7 @@ protected:
     void PreSubclassWindow() override;
 
     afx_msg void OnPaint();
+    afx_msg void OnDestroy();
     afx_msg void OnSetFocus(CWnd* pOldWnd);
     DECLARE_MESSAGE_MAP()
 
@@ -102,4 +105,11 @@ private:
     int LastIndex() const;
     void DrawStr(HDC hdc, const CString& str, int h, int w, POINT pt, COLORREF crText, int penWidth);
     void DrawRect(HDC hdc, CString str, RECT rc, UINT format);
+    // The picture is kept between paints with what it shows; it is drawn again only when
+    // that changed (a step, a colour, the layout, the style), however it was changed.
+    struct Picture;
+    struct Shown;
+    ZELCTL_HIDDEN Shown Showing();
+    ZELCTL_HIDDEN void DrawPicture(HDC mem, const CRect& client, const Shown& shown);
+    std::unique_ptr<Picture> m_picture;
 };

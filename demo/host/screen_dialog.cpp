@@ -22,6 +22,7 @@ bool FromItem(UINT message, LPARAM lParam) {
 BEGIN_MESSAGE_MAP(ScreenDialog, CDialog)
     ON_WM_ERASEBKGND()
     ON_WM_PAINT()
+    ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 ScreenDialog::ScreenDialog(UINT templateId, const SkinSource& skin) : templateId_(templateId), skin_(skin) {}
@@ -29,7 +30,32 @@ ScreenDialog::ScreenDialog(UINT templateId, const SkinSource& skin) : templateId
 ScreenDialog::~ScreenDialog() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
     if (background_) ::DeleteObject(background_);
+    FreeFrame();
+}
+
+void ScreenDialog::FreeFrame() {
     if (frame_) ::DeleteObject(frame_);
+    if (stale_) ::DeleteObject(stale_);
+    frame_ = nullptr;
+    stale_ = nullptr;
+}
+
+void ScreenDialog::OnDestroy() {
+    FreeFrame();
+    CDialog::OnDestroy();
+}
+
+// Before the first paint there is no frame: all of it is drawn then, so nothing need be
+// noted, only invalidated.
+void ScreenDialog::Changed(const RECT& area) {
+    if (stale_) {
+        HRGN add = ::CreateRectRgnIndirect(&area);
+        if (add) {
+            ::CombineRgn(stale_, stale_, add, RGN_OR);
+            ::DeleteObject(add);
+        }
+    }
+    if (m_hWnd) InvalidateRect(&area, FALSE);
 }
 
 // The templates' items are placeholders, so their class must exist first.
@@ -40,6 +66,10 @@ bool ScreenDialog::Open(HWND host) {
 }
 
 LRESULT ScreenDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == kChangedMessage) {
+        if (lParam) Changed(*reinterpret_cast<const RECT*>(lParam));
+        return 0;
+    }
     if (FromItem(message, lParam)) {
         const HWND self = m_hWnd;
         MSG heard{self, message, wParam, lParam, 0, {}};
@@ -51,41 +81,60 @@ LRESULT ScreenDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 BOOL ScreenDialog::OnEraseBkgnd(CDC*) { return TRUE; }  // OnPaint covers every pixel
 
-// The frame is drawn only inside the update region's bounding box and only that box is
-// presented: the readouts change twice a second and need no full frame. It is kept while
-// the dialog keeps its size; outside that box its old contents are never shown.
+// Of the update region, only the part whose content changed or was never drawn is drawn;
+// the rest the frame still holds. The region is read before BeginPaint validates it.
 void ScreenDialog::OnPaint() {
+    HRGN update = ::CreateRectRgn(0, 0, 0, 0);
+    const bool haveUpdate = update && ::GetUpdateRgn(m_hWnd, update, FALSE) > NULLREGION;
     CPaintDC dc(this);
+    const RECT& paint = dc.m_ps.rcPaint;
+    if (!haveUpdate && update) ::SetRectRgn(update, paint.left, paint.top, paint.right, paint.bottom);
     CRect client;
     GetClientRect(&client);
     BITMAP size{};
     if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.Width() ||
-                   size.bmHeight != client.Height())) {
-        ::DeleteObject(frame_);
-        frame_ = nullptr;
+                   size.bmHeight != client.Height()))
+        FreeFrame();
+    if (!frame_) {
+        frame_ = ::CreateCompatibleBitmap(dc.m_hDC, client.Width(), client.Height());
+        stale_ = ::CreateRectRgnIndirect(&client);
     }
-    if (!frame_) frame_ = ::CreateCompatibleBitmap(dc.m_hDC, client.Width(), client.Height());
     HDC memory = ::CreateCompatibleDC(dc.m_hDC);
     HGDIOBJ oldFrame = ::SelectObject(memory, frame_);
-    const RECT& box = dc.m_ps.rcPaint;
-    ::IntersectClipRect(memory, box.left, box.top, box.right, box.bottom);
-    // The host's background, from where the dialog sits on the host.
+    HRGN redraw = ::CreateRectRgn(0, 0, 0, 0);
+    // Without a stale region (out of regions) nothing can be trusted: all of the update.
+    if (redraw && update) ::CombineRgn(redraw, update, stale_, stale_ ? RGN_AND : RGN_COPY);
+    RECT box{};
+    if (redraw && ::GetRgnBox(redraw, &box) > NULLREGION) {
+        PaintStale(memory, redraw, client);
+        if (stale_) ::CombineRgn(stale_, stale_, redraw, RGN_DIFF);
+    }
+    if (redraw) ::DeleteObject(redraw);
+    if (update) ::DeleteObject(update);
+    ::BitBlt(dc.m_hDC, paint.left, paint.top, paint.right - paint.left, paint.bottom - paint.top, memory, paint.left,
+             paint.top, SRCCOPY);
+    ::SelectObject(memory, oldFrame);
+    ::DeleteDC(memory);
+}
+
+// The host's background, from where the dialog sits on the host, then the content; both
+// clipped to what is redrawn.
+void ScreenDialog::PaintStale(HDC frame, HRGN redraw, const RECT& client) {
+    const int saved = ::SaveDC(frame);
+    ::SelectClipRgn(frame, redraw);
     POINT at{0, 0};
     ::MapWindowPoints(m_hWnd, ::GetParent(m_hWnd), &at, 1);
     if (background_) {
-        HDC source = ::CreateCompatibleDC(dc.m_hDC);
+        HDC source = ::CreateCompatibleDC(frame);
         HGDIOBJ old = ::SelectObject(source, background_);
-        ::BitBlt(memory, 0, 0, client.Width(), client.Height(), source, at.x, at.y, SRCCOPY);
+        ::BitBlt(frame, 0, 0, client.right, client.bottom, source, at.x, at.y, SRCCOPY);
         ::SelectObject(source, old);
         ::DeleteDC(source);
     } else {
-        FillBox(memory, client, theme::kScreen);
+        FillBox(frame, client, theme::kScreen);
     }
-    PaintContent(memory);
-    ::BitBlt(dc.m_hDC, box.left, box.top, box.right - box.left, box.bottom - box.top, memory, box.left, box.top,
-             SRCCOPY);
-    ::SelectObject(memory, oldFrame);
-    ::DeleteDC(memory);
+    PaintContent(frame);
+    ::RestoreDC(frame, saved);
 }
 
 }  // namespace zel::demo

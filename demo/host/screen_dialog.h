@@ -6,6 +6,13 @@
 // The dialog paints the host's background under itself and then its own content, so that
 // the screen looks as if the host had painted it; it passes each notification of its items
 // on to the host (kHeardMessage) before handling it, so that the host logs it.
+//
+// Its off-screen frame is a backing store, as the host's is: the dialog keeps what it drew
+// and a region of what in it is stale. A screen announces every change to what
+// PaintContent draws (Changed, or kChangedMessage sent to the dialog, as ContentChanged
+// sends it to the host); a paint draws only the stale part of its update region and
+// presents the rest from the frame, so a repaint from outside (a popup closing, the whole
+// screen invalidated) is one blit.
 #pragma once
 
 #include <afxwin.h>
@@ -27,8 +34,12 @@ public:
 
 protected:
     // Draws the screen's own content (labels, readouts) on the off-screen frame, in the
-    // dialog's client coordinates; the background is already there.
+    // dialog's client coordinates; the background is already there. The frame is clipped
+    // to what is stale: content outside the clip may be skipped (RectVisible).
     virtual void PaintContent(HDC frame) {}
+    // What PaintContent draws in area (client coordinates) has changed: it is drawn again
+    // at the next paint, which this asks for.
+    void Changed(const RECT& area);
     // Set by OnInitDialog when every control was made.
     void SetBuilt(bool built) { built_ = built; }
 
@@ -41,13 +52,18 @@ protected:
 
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnPaint();
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
 private:
+    void FreeFrame();
+    void PaintStale(HDC frame, HRGN redraw, const RECT& client);
+
     UINT templateId_;
     SkinSource skin_;
     HBITMAP background_ = nullptr;
-    HBITMAP frame_ = nullptr;  // the off-screen frame, the dialog's client size
+    HBITMAP frame_ = nullptr;  // the off-screen frame, the dialog's client size, kept between paints
+    HRGN stale_ = nullptr;     // what of the frame must be drawn again before it is shown
     bool built_ = false;
 };
 

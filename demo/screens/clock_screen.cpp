@@ -48,6 +48,14 @@ CString SpinNames(bool separators) {
     return names;
 }
 
+bool SameClock(const SYSTEMTIME& a, const SYSTEMTIME& b) {
+    return a.wHour == b.wHour && a.wMinute == b.wMinute && a.wSecond == b.wSecond;
+}
+
+bool SameDay(const SYSTEMTIME& a, const SYSTEMTIME& b) {
+    return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay;
+}
+
 std::wstring Format(const wchar_t* format, int a, int b, int c) {
     wchar_t text[64];
     std::swprintf(text, sizeof text / sizeof text[0], format, a, b, c);
@@ -59,6 +67,19 @@ std::wstring Format(const wchar_t* format, int a, int b, int c) {
 bool ClockScreen::Build(HWND host, const SkinSource& skin) {
     dialog_ = std::make_unique<ClockDialog>(skin);
     return dialog_->Open(host);
+}
+
+// The host redraws its frame where its content changed (the frame clipped to that); the
+// screen's content there is the dialog's, so the dialog is told the same.
+void ClockScreen::Paint(HDC frame) {
+    if (!dialog_ || !::IsWindow(dialog_->m_hWnd)) return;
+    const HWND dialog = dialog_->m_hWnd;
+    RECT place, clip, changed;
+    ::GetWindowRect(dialog, &place);
+    ::MapWindowPoints(nullptr, ::GetParent(dialog), reinterpret_cast<POINT*>(&place), 2);
+    if (::GetClipBox(frame, &clip) <= NULLREGION || !::IntersectRect(&changed, &place, &clip)) return;
+    ::OffsetRect(&changed, -place.left, -place.top);
+    ContentChanged(dialog, changed);
 }
 
 BEGIN_MESSAGE_MAP(ClockDialog, ScreenDialog)
@@ -91,6 +112,8 @@ BOOL ClockDialog::OnInitDialog() {
         built = PlaceFormat();
         SkinPickers();
     }
+    clock_.GetTime(&tickClock_);
+    datePicker_.GetTime(&tickPicked_);
     SetTimer(kReadoutTimer, 500, nullptr);
     SetBuilt(built);
     return FALSE;
@@ -152,16 +175,22 @@ void ClockDialog::PaintContent(HDC frame) {
     DrawLabel(frame, std::wstring(L"Clock shown as ") + format.GetString(), kFormatReadout, textFont_, kTextDim);
 }
 
-void ClockDialog::OnDateStep() { InvalidateRect(&kDateReadout, FALSE); }
-void ClockDialog::OnClockStep() { InvalidateRect(&kClockReadout, FALSE); }
-void ClockDialog::OnFormatStep() { InvalidateRect(&kFormatReadout, FALSE); }
+void ClockDialog::OnDateStep() { Changed(kDateReadout); }
+void ClockDialog::OnClockStep() { Changed(kClockReadout); }
+void ClockDialog::OnFormatStep() { Changed(kFormatReadout); }
 
 // The clock tells its parent only about steps; its running seconds and the picker edits
-// are read back twice a second.
+// are read back twice a second, and a readout is drawn again only when what it shows moved
+// since the last look (a step of the clock announces itself).
 void ClockDialog::OnTimer(UINT_PTR id) {
     if (id != kReadoutTimer) return;
-    InvalidateRect(&kClockReadout, FALSE);
-    InvalidateRect(&kPickerReadout, FALSE);
+    SYSTEMTIME clock{}, picked{};
+    clock_.GetTime(&clock);
+    datePicker_.GetTime(&picked);
+    if (!SameClock(clock, tickClock_)) Changed(kClockReadout);
+    if (!SameDay(picked, tickPicked_)) Changed(kPickerReadout);
+    tickClock_ = clock;
+    tickPicked_ = picked;
 }
 
 }  // namespace zel::demo

@@ -49,6 +49,8 @@ private:
     CTimeData timeField_;
     CZELDate format_;
     CString titles_[4];
+    // What the readouts the timer watches showed at its last tick.
+    SYSTEMTIME tickClock_{}, tickPicked_{};
 
     Font sectionFont_{15, FW_BOLD};
     Font valueFont_{26, FW_BOLD};
@@ -58,6 +60,12 @@ private:
 class ClockScreen : public Screen {
 public:
     bool Build(HWND host, const SkinSource& skin) override;
+    // The screen draws nothing on the host (its content is the dialog's, which keeps its
+    // own frame), so no change of the host's frame goes unannounced.
+    bool AnnouncesChanges() const override { return true; }
+    // Draws nothing itself: what the host draws afresh under the dialog, the dialog draws
+    // afresh too.
+    void Paint(HDC frame) override;
 
 private:
     std::unique_ptr<ClockDialog> dialog_;

@@ -72,7 +72,7 @@ const Case kCases[] = {
     {"contacts", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
     {"devices", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
     {"table", {{Input::kTap, {200, 150}}, {Input::kTap, {200, 230}}}},
-    {"clock", {{Input::kTap, {134, 214}}}},  // drawn afresh at every paint: the check still holds
+    {"clock", {{Input::kTap, {134, 214}}}},  // the dialog keeps its own frame and draws afresh with the host
 };
 
 TEST_F(HostFrame, PresentingTheKeptFrameShowsWhatDrawingAfreshShows) {

@@ -3,7 +3,11 @@
 // notification order, a parent that destroys the box, and the painted looks.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 #include "DropLayout.h"
+#include "gdi/raster.h"
 #include "combo_fixture.h"
 #include "support/golden.h"
 
@@ -430,6 +434,84 @@ TEST_F(Combo, Looks) {
     low.SetCurSel(2);
     desktop.Tap(60, 435);
     EXPECT_TRUE(zel::test::ScreenMatchesGolden("CZELComBox", "open_up", RECT{18, 358, 222, 452}));
+}
+
+// ---- kept pictures ---------------------------------------------------------------------------
+
+std::vector<COLORREF> Pixels(const RECT& r) {
+    std::vector<COLORREF> pixels;
+    for (int y = r.top; y < r.bottom; ++y)
+        for (int x = r.left; x < r.right; ++x) pixels.push_back(zel::test::ScreenPixel(x, y));
+    return pixels;
+}
+
+// The box keeps its closed and its open picture and each row kind stretched. Whatever
+// changes while the list is closed, opening it again shows what a box opening for the first
+// time in that state shows, and closing it shows the box as it now is.
+TEST_F(Combo, KeptPicturesFollowEveryChange) {
+    skins.Solid("row2", 10, kRowH, RGB(250, 200, 0));
+    const CString otherRows = skins.Skin({"left", "middle", "right", "arrow", "arrow_down", "row2", "row_lit"});
+    using Change = std::function<void(CZELComBox&)>;
+    const struct {
+        const char* name;
+        int items;
+        Change change;
+    } cases[] = {
+        {"nothing", 8, [](CZELComBox&) {}},
+        {"SetCurSel", 8, [](CZELComBox& c) { c.SetCurSel(3); }},
+        {"SetCurSel, scrolled", 8, [](CZELComBox& c) { c.SetCurSel(7); }},
+        {"SetCurSel, the same rows", 3, [](CZELComBox& c) { c.SetCurSel(2); }},
+        {"SetTextColor", 3, [](CZELComBox& c) { c.SetTextColor(RGB(200, 0, 0), RGB(0, 0, 200)); }},
+        {"InsertString at the top", 3, [](CZELComBox& c) { c.InsertString(0, L"first"); }},
+        {"DeleteString", 3, [](CZELComBox& c) { c.DeleteString(1); }},
+        {"another row piece", 3, [&](CZELComBox& c) { c.LoadSkin(otherRows, L""); }},
+        {"SetFontHeight", 3, [](CZELComBox& c) { c.SetFontHeight(12); }},
+        {"fewer dropped rows", 8, [](CZELComBox& c) { c.SetDroppedHeight(2); }},
+    };
+    const RECT open{18, 18, 222, 152}, closed{18, 18, 222, 52};
+    for (const auto& k : cases) {
+        CZELComBox& kept = Make(kTopBox, k.items);
+        kept.SetCurSel(2);
+        desktop.Tap(60, 35);  // the list's first paint, on a new canvas
+        desktop.Tap(600, 300);
+        kept.SetCurSel(1);
+        desktop.Tap(60, 35);  // drawn again on the kept canvas, from the row kinds kept aside
+        desktop.Tap(600, 300);
+        k.change(kept);
+        desktop.Tap(60, 35);
+        const std::vector<COLORREF> keptOpen = Pixels(open);
+        desktop.Tap(600, 300);
+        const std::vector<COLORREF> keptClosed = Pixels(closed);
+
+        CZELComBox& fresh = Make(kTopBox, k.items, 0);  // hidden: nothing painted yet
+        fresh.SetCurSel(1);
+        k.change(fresh);
+        fresh.ShowWindow(SW_SHOW);
+        desktop.Tap(60, 35);
+        EXPECT_TRUE(Pixels(open) == keptOpen) << k.name << ": open";
+        desktop.Tap(600, 300);
+        EXPECT_TRUE(Pixels(closed) == keptClosed) << k.name << ": closed";
+    }
+}
+
+// Opening a list that did not change presents the kept picture: no more pixels than the
+// window's, where a list with a new selection is drawn again (fill, rows, box, captions)
+// before it is presented.
+TEST_F(Combo, OpeningAnUnchangedListOnlyPresents) {
+    CZELComBox& c = Make(kTopBox, 3);  // three rows: no bar
+    auto open = [&] {
+        const uint64_t before = zel::gdi::pixelsWritten;
+        desktop.Tap(60, 35);
+        const uint64_t written = zel::gdi::pixelsWritten - before;
+        desktop.Tap(600, 300);
+        return written;
+    };
+    const uint64_t area = static_cast<uint64_t>(kTopBox.Width()) * static_cast<uint64_t>(kBoxH + 3 * kRowH);
+    open();
+    EXPECT_LE(open(), area) << "unchanged";
+    c.SetCurSel(2);
+    EXPECT_GT(open(), 2 * area) << "another lit row";
+    EXPECT_LE(open(), area) << "and kept";
 }
 
 // ---- the drop rule -------------------------------------------------------------------------------------

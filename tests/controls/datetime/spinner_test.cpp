@@ -3,9 +3,12 @@
 #include <CZELDate.h>
 
 #include <climits>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "gdi/raster.h"
 
 #include "spin_skin.h"
 #include "support/control_test.h"
@@ -21,6 +24,7 @@ constexpr UINT kId = 41;
 class SpinProbe : public CZELDate {
 public:
     using CZELDate::m_rcText;
+    using CZELDate::m_nValue;
     HWND add() const { return m_btnAdd.m_hWnd; }
     HWND def() const { return m_btnDef.m_hWnd; }
 };
@@ -191,6 +195,101 @@ TEST_F(Spinner, DigitsAreCentredInTheBox) {
     DownAt(t.def(), 20, 20);
     EXPECT_TRUE(WindowMatchesGolden("CZELDate", "string_pressed", t.m_hWnd));
     UpAt(t.def(), 20, 20);
+}
+
+// The spinner keeps its picture between paints. Whatever changes after a paint, by any
+// path (a step, a setter, a setter that does not repaint, a subclass writing a member), the
+// next paint shows what a spinner painting for the first time in that state shows.
+TEST_F(Spinner, KeptPictureFollowsEveryChange) {
+    skins.Solid("back2", 2, 2, RGB(30, 30, 60));
+    skins.Solid("frame2", 2, 2, RGB(250, 0, 0));
+    skins.Solid("box2", 2, 2, RGB(0, 40, 0));
+    const CString otherColours = L"add.bmp|add_f.bmp|add_d.bmp|def.bmp|def_f.bmp|def_d.bmp|back2.bmp|frame2.bmp|box2.bmp|";
+    using Step = std::function<void(SpinProbe&)>;
+    const struct {
+        const char* name;
+        bool strings;
+        Step change;
+    } cases[] = {
+        {"a step", false, [](SpinProbe& s) { s.OnBtnAdd(); }},
+        {"SetPos", false, [](SpinProbe& s) { s.SetPos(42); }},
+        {"SetCurValue", false, [](SpinProbe& s) { s.SetCurValue(9); }},
+        {"SetRang clamping", false, [](SpinProbe& s) { s.SetRang(50, 60); }},
+        {"SetTextCol", false, [](SpinProbe& s) { s.SetTextCol(RGB(200, 0, 200)); }},
+        {"other colours", false, [&](SpinProbe& s) { s.LoadSkin(Folder(skins), otherColours); }},
+        {"smaller", false, [](SpinProbe& s) { s.MoveWindow(10, 10, 50, 110, true); }},
+        {"a member written", false, [](SpinProbe& s) { s.m_nValue = 77; }},
+        {"to strings, unrepainted", false,
+         [](SpinProbe& s) {
+             s.SetVStyle(false);
+             s.InsertStr(L"late");
+         }},
+        {"a string step", true, [](SpinProbe& s) { s.OnBtnDef(); }},
+        {"InsertStr, unrepainted", true, [](SpinProbe& s) { s.InsertStr(L"four"); }},
+    };
+    auto make = [&](bool strings) -> SpinProbe& {
+        SpinProbe& s = Make(strings);
+        if (!strings) s.SetRang(0, 99);
+        desktop.RunUntilIdle();
+        return s;
+    };
+    auto picture = [&](HWND hwnd) {
+        CRect client;
+        ::GetClientRect(hwnd, &client);
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < client.bottom; ++y)
+            for (int x = 0; x < client.right; ++x) pixels.push_back(ShownAt(hwnd, x, y));
+        return pixels;
+    };
+    for (const auto& c : cases) {
+        SpinProbe& kept = make(c.strings);
+        c.change(kept);
+        kept.Invalidate(FALSE);  // a repaint from outside, whether or not the change asked for one
+        desktop.RunUntilIdle();
+        const std::vector<COLORREF> changed = picture(kept.m_hWnd);
+
+        ctl.reset();
+        ctl = std::make_unique<SpinProbe>();
+        ASSERT_TRUE(ctl->Create(L"spin", WS_CHILD, CRect(10, 10, 70, 140), &parent, kId));
+        if (c.strings) {
+            ctl->SetVStyle(false);
+            for (const wchar_t* str : {L"one", L"two", L"three"}) ctl->InsertStr(str);
+            ctl->MoveWindow(10, 10, 200, 40, true);
+        }
+        ctl->LoadSkin(Folder(skins), names);
+        if (!c.strings) {
+            ctl->MoveWindow(10, 10, 60, 130, true);
+            ctl->SetRang(0, 99);
+        }
+        c.change(*ctl);
+        ctl->ShowWindow(SW_SHOW);  // its first paint
+        desktop.RunUntilIdle();
+        EXPECT_TRUE(picture(ctl->m_hWnd) == changed) << c.name;
+        ctl.reset();
+        desktop.RunUntilIdle();
+    }
+}
+
+// A repaint that changes nothing (the screen under it repainted) presents the kept
+// picture: it writes no more than the client area, where a change fills, frames and
+// strokes the digits before presenting.
+TEST_F(Spinner, RepaintWithoutAChangeOnlyPresents) {
+    auto& s = Make();
+    s.SetRang(0, 99);
+    desktop.RunUntilIdle();
+    CRect client;
+    s.GetClientRect(&client);
+    const uint64_t area = static_cast<uint64_t>(client.Width()) * static_cast<uint64_t>(client.Height());
+    auto repaint = [&] {
+        const uint64_t before = zel::gdi::pixelsWritten;
+        s.Invalidate(FALSE);
+        desktop.RunUntilIdle();
+        return zel::gdi::pixelsWritten - before;
+    };
+    EXPECT_LE(repaint(), area) << "unchanged";
+    s.SetPos(12);
+    EXPECT_GT(repaint(), area) << "a new value is drawn";
+    EXPECT_LE(repaint(), area) << "and kept";
 }
 
 TEST_F(Spinner, ParentDestroyingItInsideTheCommand) {
