@@ -30,6 +30,11 @@ namespace zelctl {
 class SkinSet;
 }
 
+namespace zelctl::speciallists {
+class KeptRows;  // what of the kept canvas is current (ListPaint.h)
+class PieceDC;
+}
+
 class ZELCTL_API CZELPlayList : public CListData {
 public:
     CZELPlayList();
@@ -59,5 +64,8 @@ protected:
     SIZE m_szCur[3];
 
 private:
-    void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth);
+    // A row's pieces and texts: rc its background, cut at the list's bottom.
+    void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth, zelctl::speciallists::PieceDC& source);
+    // What of the kept canvas still shows the list as it is.
+    std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };
