@@ -12,6 +12,7 @@ namespace sl = zelctl::speciallists;
 
 BEGIN_MESSAGE_MAP(CZELBTList, CListData)
 ON_WM_SIZE()
+ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 CZELBTList::CZELBTList()
@@ -78,6 +79,11 @@ void CZELBTList::LoadScrollBitmap(CString strThumb, CString strThumbDown, CStrin
 void CZELBTList::OnSize(UINT nType, int cx, int cy) {
     CListData::OnSize(nType, cx, cy);
     PlaceBarAtRightEdge();
+}
+
+void CZELBTList::OnDestroy() {
+    m_kept->Release();
+    CListData::OnDestroy();
 }
 
 void CZELBTList::UpdataScrollBar() {
@@ -148,7 +154,7 @@ void CZELBTList::DrawInterface(HDC hdc) {
         std::vector<RECT> covered;
         for (const Row& row : rows) {
             const HBITMAP pieces[3] = {PieceOf(row.index, 0), PieceOf(row.index, 1), PieceOf(row.index, 2)};
-            if (sl::RowPiecesCover(row.rc, pieces, m_szPiece)) covered.push_back(row.rc);
+            if (m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, pieces, m_szPiece)) covered.push_back(row.rc);
         }
         frame.PaintFrame(covered);
         for (const Row& row : rows)
@@ -168,7 +174,7 @@ void CZELBTList::DrawRow(HDC dc, int i, const CRect& rc, bool cut, sl::PieceDC& 
     if (marked) ::SetTextColor(dc, sl::kMarkedText);
     const bool current = i == m_nCurSel;
     const HBITMAP pieces[3] = {PieceOf(i, 0), PieceOf(i, 1), PieceOf(i, 2)};
-    const bool drawn = sl::PaintRowPieces(dc, rc, pieces, m_szPiece, &source);
+    const bool drawn = m_kept->backdrops().Paint(dc, rc, m_nItemHeight, pieces, m_szPiece, source);
     const int y = rc.top;
     if (marked && drawn) {
         const HBITMAP icon = (*m_pieces)[current ? kCurIcon : kIcon];

@@ -55,6 +55,7 @@ protected:
     void DeleteAllObject();
     void PreSubclassWindow() override;
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
     enum Piece { kLeft, kMiddle, kRight, kCurLeft, kCurMiddle, kCurRight, kIcon, kCurIcon, kPieces };

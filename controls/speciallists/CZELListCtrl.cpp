@@ -132,6 +132,7 @@ void CZELListCtrl::OnSize(UINT nType, int cx, int cy) {
 
 void CZELListCtrl::OnDestroy() {
     m_nPressedColumn = -1;
+    m_kept->Release();
     CListData::OnDestroy();
 }
 

@@ -20,6 +20,7 @@ constexpr int kTimeWidth = 40;
 
 BEGIN_MESSAGE_MAP(CZELPlayList, CListData)
 ON_WM_SIZE()
+ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 CZELPlayList::CZELPlayList()
@@ -41,6 +42,11 @@ void CZELPlayList::PreSubclassWindow() {
 }
 
 void CZELPlayList::OnSize(UINT nType, int cx, int cy) { CListData::OnSize(nType, cx, cy); }
+
+void CZELPlayList::OnDestroy() {
+    m_kept->Release();
+    CListData::OnDestroy();
+}
 
 void CZELPlayList::MoveWindow(CRect rect, BOOL bRepaint) { CListData::MoveWindow(rect, bRepaint); }
 
@@ -157,7 +163,8 @@ void CZELPlayList::DrawInterface(HDC hdc) {
         const HBITMAP ordinary[3] = {(*m_pieces)[kRowLeft], (*m_pieces)[kRowMiddle], (*m_pieces)[kRowRight]};
         std::vector<RECT> covered;
         for (const Row& row : rows)
-            if (row.index != m_nCurSel && sl::RowPiecesCover(row.rc, ordinary, m_szCur)) covered.push_back(row.rc);
+            if (row.index != m_nCurSel && m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, ordinary, m_szCur))
+                covered.push_back(row.rc);
         frame.PaintFrame(covered);
         for (const Row& row : rows) {
             if (!m_kept->Draws(dc, row.reach)) continue;
@@ -186,7 +193,7 @@ void CZELPlayList::DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numbe
         }
     } else {
         const HBITMAP pieces[3] = {(*m_pieces)[kRowLeft], (*m_pieces)[kRowMiddle], (*m_pieces)[kRowRight]};
-        sl::PaintRowPieces(dc, rc, pieces, m_szCur, &source);
+        m_kept->backdrops().Paint(dc, rc, m_nItemHeight, pieces, m_szCur, source);
     }
 
     int x = m_rcList.left;

@@ -57,6 +57,7 @@ protected:
     void PreSubclassWindow() override;
 
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
     enum Piece { kRowLeft, kRowMiddle, kRowRight, kCurLeft, kCurMiddle, kCurRight, kPieces };

@@ -88,6 +88,7 @@ void CZELTelList::OnSize(UINT nType, int cx, int cy) {
 
 void CZELTelList::OnDestroy() {
     m_sets.clear();  // m_nImageCount stays: rows keep their indexes
+    m_kept->Release();
     CListData::OnDestroy();
 }
 
@@ -176,7 +177,7 @@ void CZELTelList::DrawInterface(HDC hdc) {
         // Rows whose pieces cover them hide the frame: it is not drawn under them.
         std::vector<RECT> covered;
         for (const Row& row : rows) {
-            if (!row.set) continue;
+            if (!row.set || !m_kept->Draws(dc, row.reach)) continue;
             const zelctl::SkinSet& p = row.set->pieces;
             const int base = row.index == m_nCurSel ? kCurLeft : kLeft;
             const HBITMAP pieces[3] = {p[base], p[base + 1], p[base + 2]};
@@ -201,10 +202,11 @@ void CZELTelList::DrawRow(HDC dc, int i, const CRect& rc, const CRect& numberRc,
         const zelctl::SkinSet& p = set->pieces;
         if (i == m_nCurSel) {
             const HBITMAP current[3] = {p[kCurLeft], p[kCurMiddle], p[kCurRight]};
-            if (current[0] && current[1] && current[2]) sl::PaintRowPieces(dc, rc, current, m_szPiece, &source);
+            if (current[0] && current[1] && current[2])
+                m_kept->backdrops().Paint(dc, rc, m_nItemHeight, current, m_szPiece, source);
         } else {
             const HBITMAP normal[3] = {p[kLeft], p[kMiddle], p[kRight]};
-            sl::PaintRowPieces(dc, rc, normal, m_szPiece, &source);
+            m_kept->backdrops().Paint(dc, rc, m_nItemHeight, normal, m_szPiece, source);
         }
     }
     const int y = rc.top;

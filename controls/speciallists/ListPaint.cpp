@@ -67,6 +67,9 @@ ListFrame::ListFrame(const CRect& client, HDC screen, const HBITMAP (&images)[4]
       // A canvas the store could not keep is a new one for this paint only.
       reused_(kept && store.dc() == dc()) {
     ::SetBkMode(dc(), TRANSPARENT);
+    // A new bitmap reads as zero (black), and the platform clears it before a first write
+    // that leaves part of it: writing that black whole first costs a row fill instead.
+    if (!reused_) ::PatBlt(dc(), 0, 0, width(), height(), BLACKNESS);
 }
 
 void ListFrame::PaintFrame(const std::vector<RECT>& covered) {
@@ -135,7 +138,76 @@ bool RowPiecesCover(const RECT& row, const HBITMAP (&pieces)[3], const SIZE (&si
     return capsWhole && sizes[1].cx > 0 && sh > 0 && middle.cx >= sizes[1].cx && middle.cy >= sh;
 }
 
+// ---- row backgrounds ---------------------------------------------------------------------
+
+void RowBackdrops::Release() {
+    if (original_) ::SelectObject(dc_, original_);
+    for (const Kind& kind : kinds_) ::DeleteObject(kind.picture);
+    if (dc_) ::DeleteDC(dc_);
+    kinds_.clear();
+    dc_ = nullptr;
+    original_ = nullptr;
+}
+
+HDC RowBackdrops::Picture(HDC like, const Kind& kind) {
+    if (!dc_) dc_ = ::CreateCompatibleDC(like);
+    if (!dc_) return nullptr;
+    HGDIOBJ previous = ::SelectObject(dc_, kind.picture);
+    if (!previous) return nullptr;
+    if (!original_) original_ = previous;
+    return dc_;
+}
+
+bool RowBackdrops::Paint(HDC dst, const RECT& row, int height, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3],
+                         PieceDC& source) {
+    const int width = row.right - row.left, h = row.bottom - row.top;
+    const RECT whole{0, 0, width, height};
+    // A cut row is the top of a whole one only when the middle is copied row for row
+    // (its source as tall as a whole row); each cap is copied row for row anyway.
+    const bool same = h == height || (h < height && sizes[1].cy >= height);
+    if (h <= 0 || !same || !RowPiecesCover(whole, pieces, sizes)) return PaintRowPieces(dst, row, pieces, sizes, &source);
+    auto match = [&](const Kind& k) {
+        return k.width == width && k.height == height && std::equal(k.pieces, k.pieces + 3, pieces) &&
+               std::equal(k.sizes, k.sizes + 3, sizes, [](SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; });
+    };
+    auto found = std::find_if(kinds_.begin(), kinds_.end(), match);
+    if (found == kinds_.end()) {
+        constexpr size_t kMostKinds = 4;  // ordinary and current, and a set or two more
+        if (kinds_.size() >= kMostKinds) {
+            if (original_) ::SelectObject(dc_, original_);  // the oldest may be selected
+            ::DeleteObject(kinds_.front().picture);
+            kinds_.erase(kinds_.begin());
+        }
+        Kind kind{{pieces[0], pieces[1], pieces[2]}, {sizes[0], sizes[1], sizes[2]}, width, height,
+                  ::CreateCompatibleBitmap(dst, width, height)};
+        HDC picture = kind.picture ? Picture(dst, kind) : nullptr;
+        if (!picture) {
+            if (kind.picture) ::DeleteObject(kind.picture);
+            return PaintRowPieces(dst, row, pieces, sizes, &source);
+        }
+        // Written whole first (see ListFrame): the pieces then cover it.
+        ::PatBlt(picture, 0, 0, width, height, BLACKNESS);
+        PaintRowPieces(picture, whole, pieces, sizes, &source);
+        kinds_.push_back(kind);
+        found = kinds_.end() - 1;
+    } else if (found != kinds_.end() - 1) {
+        std::rotate(found, found + 1, kinds_.end());
+        found = kinds_.end() - 1;
+    }
+    HDC picture = Picture(dst, *found);
+    if (!picture) return PaintRowPieces(dst, row, pieces, sizes, &source);
+    ::BitBlt(dst, row.left, row.top, width, h, picture, 0, 0, SRCCOPY);
+    return true;
+}
+
 // ---- the kept canvas -------------------------------------------------------------------
+
+void KeptRows::Release() {
+    known_ = false;
+    slots_.clear();
+    stale_.clear();
+    backdrops_.Release();
+}
 
 PictureKey& PictureKey::operator<<(long long value) {
     const auto bits = static_cast<unsigned long long>(value);

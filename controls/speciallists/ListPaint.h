@@ -96,6 +96,38 @@ bool PaintRowPieces(HDC dst, const RECT& row, const HBITMAP (&pieces)[3], const 
 // bitmap leaves the destination as it was). What lies under such a row is never seen.
 bool RowPiecesCover(const RECT& row, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3]);
 
+// Row backgrounds drawn once and copied: rows of one kind (the same three pieces at the
+// same sizes, width and height) look alike, so the first is drawn into a kept bitmap and
+// every row of that kind, in this paint and later ones, is a copy of it. Kept for the last
+// few kinds; the list releases them with its canvas.
+class RowBackdrops {
+public:
+    RowBackdrops() = default;
+    ~RowBackdrops() { Release(); }
+    RowBackdrops(const RowBackdrops&) = delete;
+    RowBackdrops& operator=(const RowBackdrops&) = delete;
+
+    // What PaintRowPieces draws into `row`, whose uncut height is `height` (a row cut by
+    // the list's bottom is the top of a whole one when the middle piece is as tall as a
+    // row). Rows whose pieces leave pixels of theirs unwritten (RowPiecesCover), and cut
+    // rows whose middle is stretched downwards, are drawn directly.
+    bool Paint(HDC dst, const RECT& row, int height, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3],
+               PieceDC& source);
+    void Release();
+
+private:
+    struct Kind {
+        HBITMAP pieces[3];
+        SIZE sizes[3];
+        int width, height;
+        HBITMAP picture;
+    };
+    HDC Picture(HDC like, const Kind& kind);
+    std::vector<Kind> kinds_;  // the most recently used last
+    HDC dc_ = nullptr;
+    HGDIOBJ original_ = nullptr;
+};
+
 // What a picture shows, as a sequence of values and texts appended in a fixed order and
 // compared whole: two keys are equal exactly when the same things were appended.
 class PictureKey {
@@ -132,6 +164,10 @@ public:
     bool Draws(HDC canvas, const RECT& reach) const { return ::RectVisible(canvas, &reach) != FALSE; }
     // What the paint drew is current now.
     void End();
+    // The row backgrounds kept with the canvas.
+    RowBackdrops& backdrops() { return backdrops_; }
+    // Forgets the canvas's picture and frees the kept row backgrounds (WM_DESTROY).
+    void Release();
 
 private:
     struct Slot {
@@ -146,6 +182,7 @@ private:
     RECT client_{0, 0, 0, 0};
     RECT painted_{0, 0, 0, 0};  // what this paint covers
     bool known_ = false;        // the canvas holds a paint described by layout_ and slots_
+    RowBackdrops backdrops_;
 };
 
 // How far a line of text drawn in a row of `rowHeight` may stand out above or below it where
