@@ -289,7 +289,11 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
         if (row.index == m_nCurSel) m_rcClick = row.rc;
     }
     if (m_kept->Clip(dc)) {
-        frame.PaintFrame();
+        // Rows whose pieces cover them hide the frame: it is not drawn under them.
+        std::vector<RECT> covered;
+        for (const Row& row : rows)
+            if (m_kept->Draws(dc, row.rc) && RowCovered(row.index, row.rc)) covered.push_back(row.rc);
+        frame.PaintFrame(covered);
         if (m_kept->Draws(dc, band)) PaintHeadings(frame, band);
         const HGDIOBJ oldFont =
             ::SelectObject(dc, m_fontRow->get() ? m_fontRow->get() : ::GetCurrentObject(dc, OBJ_FONT));
@@ -327,6 +331,20 @@ void CZELListCtrl::PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& ba
     }
 }
 
+int CZELListCtrl::RowBase(int i) const {
+    return i == m_nCurSel ? kCurLeft : m_ppRows[i]->nMark == 1 ? kMarkLeft : kRowLeft;
+}
+
+// Whether row i's three pieces write every pixel of `row`: each cap copied at its width
+// needs the row's height, and the middle is stretched whole over what the caps leave.
+bool CZELListCtrl::RowCovered(int i, const CRect& row) const {
+    const int base = RowBase(i);
+    const SIZE first = m_skin->Size(base), middle = m_skin->Size(base + 1), last = m_skin->Size(base + 2);
+    if (first.cx <= 0 || last.cx <= 0 || first.cy < row.Height() || last.cy < row.Height()) return false;
+    const long long between = static_cast<long long>(row.Width()) - first.cx - last.cx;
+    return between <= 0 || (middle.cx > 0 && middle.cy > 0);
+}
+
 // Row i in `row` (cut at the list's bottom), in the row font the canvas holds.
 void CZELListCtrl::PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row) {
     HDC dc = frame.dc();
@@ -335,8 +353,25 @@ void CZELListCtrl::PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& 
     const ListCell* head = m_ppRows[i];
     const int y = row.top;
     const bool current = i == m_nCurSel;
-    const int base = current ? kCurLeft : head->nMark == 1 ? kMarkLeft : kRowLeft;
-    zelctl::PaintThreePiece(frame, row, {skin[base], skin[base + 1], skin[base + 2]}, across);
+    const int base = RowBase(i);
+    const zelctl::ThreePieceSkin pieces{skin[base], skin[base + 1], skin[base + 2]};
+    if (RowCovered(i, row)) {
+        // Every row of a kind looks alike: drawn once, then copied. A cut row's middle is
+        // squeezed, so it is drawn at its place.
+        sl::PictureKey kind;
+        kind << pieces.first << pieces.middle << pieces.last;
+        m_kept->backdrops().Paint(dc, row, m_nItemHeight, kind, false, [&](HDC target, const RECT& area) {
+            if (target == dc) {
+                zelctl::PaintThreePiece(frame, area, pieces, across);
+                return;
+            }
+            zelctl::OffscreenCanvas picture(target, area.right - area.left, area.bottom - area.top);
+            zelctl::PaintThreePiece(picture, area, pieces, across);
+            ::BitBlt(target, area.left, area.top, picture.width(), picture.height(), picture.dc(), 0, 0, SRCCOPY);
+        });
+    } else {
+        zelctl::PaintThreePiece(frame, row, pieces, across);
+    }
     ::SetTextColor(dc, current ? kCurrentText : kText);
     // The texts are clipped at the row's bottom (a cut last row) and the list's right,
     // within whatever clip the canvas has (the part being repainted).

@@ -141,6 +141,9 @@ private:
     CRect HeadingHitRect() const;
     void PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& band);
     void PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row);
+    // The first of row i's three pieces in m_skin: current, marked or ordinary.
+    int RowBase(int i) const;
+    bool RowCovered(int i, const CRect& row) const;
     // What of the kept canvas still shows the list as it is.
     std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

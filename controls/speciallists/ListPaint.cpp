@@ -160,17 +160,27 @@ HDC RowBackdrops::Picture(HDC like, const Kind& kind) {
 
 bool RowBackdrops::Paint(HDC dst, const RECT& row, int height, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3],
                          PieceDC& source) {
+    const int width = row.right - row.left;
+    if (!RowPiecesCover(RECT{0, 0, width, height}, pieces, sizes)) return PaintRowPieces(dst, row, pieces, sizes, &source);
+    PictureKey kind;
+    for (int k = 0; k < 3; ++k) kind << pieces[k] << sizes[k];
+    // A cut row is the top of a whole one when the middle is copied row for row (its source
+    // as tall as a whole row); each cap is copied row for row anyway.
+    Paint(dst, row, height, kind, sizes[1].cy >= height,
+          [&](HDC picture, const RECT& whole) { PaintRowPieces(picture, whole, pieces, sizes, &source); });
+    return true;
+}
+
+void RowBackdrops::Paint(HDC dst, const RECT& row, int height, const PictureKey& kind, bool cutIsTop,
+                         const Painter& paint) {
     const int width = row.right - row.left, h = row.bottom - row.top;
-    const RECT whole{0, 0, width, height};
-    // A cut row is the top of a whole one only when the middle is copied row for row
-    // (its source as tall as a whole row); each cap is copied row for row anyway.
-    const bool same = h == height || (h < height && sizes[1].cy >= height);
-    if (h <= 0 || !same || !RowPiecesCover(whole, pieces, sizes)) return PaintRowPieces(dst, row, pieces, sizes, &source);
-    auto match = [&](const Kind& k) {
-        return k.width == width && k.height == height && std::equal(k.pieces, k.pieces + 3, pieces) &&
-               std::equal(k.sizes, k.sizes + 3, sizes, [](SIZE a, SIZE b) { return a.cx == b.cx && a.cy == b.cy; });
-    };
-    auto found = std::find_if(kinds_.begin(), kinds_.end(), match);
+    if (width <= 0 || h <= 0) return;
+    if (h > height || (h < height && !cutIsTop)) {
+        paint(dst, row);
+        return;
+    }
+    auto found = std::find_if(kinds_.begin(), kinds_.end(),
+                              [&](const Kind& k) { return k.width == width && k.height == height && k.key == kind; });
     if (found == kinds_.end()) {
         constexpr size_t kMostKinds = 4;  // ordinary and current, and a set or two more
         if (kinds_.size() >= kMostKinds) {
@@ -178,26 +188,26 @@ bool RowBackdrops::Paint(HDC dst, const RECT& row, int height, const HBITMAP (&p
             ::DeleteObject(kinds_.front().picture);
             kinds_.erase(kinds_.begin());
         }
-        Kind kind{{pieces[0], pieces[1], pieces[2]}, {sizes[0], sizes[1], sizes[2]}, width, height,
-                  ::CreateCompatibleBitmap(dst, width, height)};
-        HDC picture = kind.picture ? Picture(dst, kind) : nullptr;
+        Kind made{kind, width, height, ::CreateCompatibleBitmap(dst, width, height)};
+        HDC picture = made.picture ? Picture(dst, made) : nullptr;
         if (!picture) {
-            if (kind.picture) ::DeleteObject(kind.picture);
-            return PaintRowPieces(dst, row, pieces, sizes, &source);
+            if (made.picture) ::DeleteObject(made.picture);
+            paint(dst, row);
+            return;
         }
-        // Written whole first (see ListFrame): the pieces then cover it.
+        // Written whole first (see ListFrame): the row's picture then covers it.
         ::PatBlt(picture, 0, 0, width, height, BLACKNESS);
-        PaintRowPieces(picture, whole, pieces, sizes, &source);
-        kinds_.push_back(kind);
+        paint(picture, RECT{0, 0, width, height});
+        kinds_.push_back(std::move(made));
         found = kinds_.end() - 1;
     } else if (found != kinds_.end() - 1) {
         std::rotate(found, found + 1, kinds_.end());
         found = kinds_.end() - 1;
     }
-    HDC picture = Picture(dst, *found);
-    if (!picture) return PaintRowPieces(dst, row, pieces, sizes, &source);
-    ::BitBlt(dst, row.left, row.top, width, h, picture, 0, 0, SRCCOPY);
-    return true;
+    if (HDC picture = Picture(dst, *found))
+        ::BitBlt(dst, row.left, row.top, width, h, picture, 0, 0, SRCCOPY);
+    else
+        paint(dst, row);
 }
 
 // ---- the kept canvas -------------------------------------------------------------------

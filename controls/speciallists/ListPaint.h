@@ -8,6 +8,7 @@
 #include <afxwin.h>
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -96,6 +97,21 @@ bool PaintRowPieces(HDC dst, const RECT& row, const HBITMAP (&pieces)[3], const 
 // bitmap leaves the destination as it was). What lies under such a row is never seen.
 bool RowPiecesCover(const RECT& row, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3]);
 
+// What a picture shows, as a sequence of values and texts appended in a fixed order and
+// compared whole: two keys are equal exactly when the same things were appended.
+class PictureKey {
+public:
+    PictureKey& operator<<(long long value);
+    PictureKey& operator<<(const void* handle) { return *this << static_cast<long long>(reinterpret_cast<intptr_t>(handle)); }
+    PictureKey& operator<<(const RECT& rc) { return *this << rc.left << rc.top << rc.right << rc.bottom; }
+    PictureKey& operator<<(SIZE size) { return *this << size.cx << size.cy; }
+    PictureKey& operator<<(const CString& text);
+    bool operator==(const PictureKey& other) const { return data_ == other.data_; }
+
+private:
+    std::wstring data_;
+};
+
 // Row backgrounds drawn once and copied: rows of one kind (the same three pieces at the
 // same sizes, width and height) look alike, so the first is drawn into a kept bitmap and
 // every row of that kind, in this paint and later ones, is a copy of it. Kept for the last
@@ -113,12 +129,17 @@ public:
     // rows whose middle is stretched downwards, are drawn directly.
     bool Paint(HDC dst, const RECT& row, int height, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3],
                PieceDC& source);
+    // The same for any kind of row: `kind` names everything its picture depends on but the
+    // size, `paint` draws a whole row (0, 0, width, height) writing every pixel of it, and a
+    // cut row is the top of a whole one when `cutIsTop`; otherwise a cut row is painted
+    // directly, at its place.
+    using Painter = std::function<void(HDC dst, const RECT& row)>;
+    void Paint(HDC dst, const RECT& row, int height, const PictureKey& kind, bool cutIsTop, const Painter& paint);
     void Release();
 
 private:
     struct Kind {
-        HBITMAP pieces[3];
-        SIZE sizes[3];
+        PictureKey key;
         int width, height;
         HBITMAP picture;
     };
@@ -126,21 +147,6 @@ private:
     std::vector<Kind> kinds_;  // the most recently used last
     HDC dc_ = nullptr;
     HGDIOBJ original_ = nullptr;
-};
-
-// What a picture shows, as a sequence of values and texts appended in a fixed order and
-// compared whole: two keys are equal exactly when the same things were appended.
-class PictureKey {
-public:
-    PictureKey& operator<<(long long value);
-    PictureKey& operator<<(const void* handle) { return *this << static_cast<long long>(reinterpret_cast<intptr_t>(handle)); }
-    PictureKey& operator<<(const RECT& rc) { return *this << rc.left << rc.top << rc.right << rc.bottom; }
-    PictureKey& operator<<(SIZE size) { return *this << size.cx << size.cy; }
-    PictureKey& operator<<(const CString& text);
-    bool operator==(const PictureKey& other) const { return data_ == other.data_; }
-
-private:
-    std::wstring data_;
 };
 
 // What of a list's kept canvas still shows the list as it is. A paint describes what it
