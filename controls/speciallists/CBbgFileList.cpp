@@ -404,8 +404,9 @@ void CBbgFileList::OnPaint() {
     // written once: the background, then the rows over it.
     m_rcList = client;
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    const auto listPtr = m_canvas ? std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), listW, listH, *m_canvas)
-                                  : std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), listW, listH);
+    HDC screen = paint.GetSafeHdc();
+    const auto listPtr = m_canvas ? std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH, *m_canvas)
+                                  : std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH);
     zelctl::OffscreenCanvas& list = *listPtr;
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
@@ -420,7 +421,8 @@ void CBbgFileList::OnPaint() {
         const int first = std::max(0, ScrollPos());
         if (currentRow && m_nItemHeight > 0 && m_nCurSel >= first && m_nCurSel < GetItemCount()) {
             const long long top = static_cast<long long>(m_nCurSel - first) * m_nItemHeight;
-            if (top < listH) ::ExcludeClipRect(dc, 0, static_cast<int>(top), listW, static_cast<int>(top + m_nItemHeight));
+            if (top < listH)
+                ::ExcludeClipRect(dc, 0, static_cast<int>(top), listW, static_cast<int>(top + m_nItemHeight));
         }
         list.ScreenPiece(back, m_hWnd);
         ::RestoreDC(dc, saved);

@@ -154,7 +154,8 @@ void CZELBTList::DrawInterface(HDC hdc) {
         std::vector<RECT> covered;
         for (const Row& row : rows) {
             const HBITMAP pieces[3] = {PieceOf(row.index, 0), PieceOf(row.index, 1), PieceOf(row.index, 2)};
-            if (m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, pieces, m_szPiece)) covered.push_back(row.rc);
+            if (m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, pieces, m_szPiece))
+                covered.push_back(row.rc);
         }
         frame.PaintFrame(covered);
         for (const Row& row : rows)

@@ -67,7 +67,7 @@ private:
     // Piece k (left, middle, right) of row `row`: the current set's for the current row.
     HBITMAP PieceOf(int row, int k) const;
     // Row i's pieces, icon and name; rc its background, cut at the list's bottom.
-    void DrawRow(HDC dc, int i, const CRect& rc, bool cut, zelctl::speciallists::PieceDC& source);
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int i, const CRect& rc, bool cut, zelctl::speciallists::PieceDC& source);
     // What of the kept canvas still shows the list as it is.
     std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

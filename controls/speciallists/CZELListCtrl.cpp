@@ -268,7 +268,8 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
     int y = m_rcList.top;
     for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0 && y < m_rcList.bottom; ++i) {
         if (!m_ppRows[i]) break;
-        rows.push_back(Row{i, CRect(m_rcList.left, y, m_rcList.right, std::min<int>(y + m_nItemHeight, m_rcList.bottom))});
+        const int bottom = std::min<int>(y + m_nItemHeight, m_rcList.bottom);
+        rows.push_back(Row{i, CRect(m_rcList.left, y, m_rcList.right, bottom)});
         y += m_nItemHeight;
     }
     const CRect band = GetHeadingRect();
@@ -321,7 +322,8 @@ void CZELListCtrl::PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& ba
         const int base = down ? kHeadDownLeft : kHeadLeft;
         zelctl::PaintThreePiece(frame, cell, {skin[base], skin[base + 1], skin[base + 2]}, across);
         CString heading = c->strHeading;
-        const HGDIOBJ old = ::SelectObject(dc, m_fontHeading->get() ? m_fontHeading->get() : ::GetCurrentObject(dc, OBJ_FONT));
+        const HGDIOBJ old =
+            ::SelectObject(dc, m_fontHeading->get() ? m_fontHeading->get() : ::GetCurrentObject(dc, OBJ_FONT));
         CRect text(cell.left + kTextInset, cell.top, cell.right - kTextInset, cell.bottom);
         ForMartLeng(dc, heading, text.Width());
         ::SetTextColor(dc, kText);

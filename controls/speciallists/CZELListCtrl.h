@@ -139,8 +139,8 @@ private:
     int ColumnAtX(int x) const;
     // The band that takes heading presses: the client's width down to the headings' bottom.
     CRect HeadingHitRect() const;
-    void PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& band);
-    void PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row);
+    ZELCTL_HIDDEN void PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& band);
+    ZELCTL_HIDDEN void PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row);
     // The first of row i's three pieces in m_skin: current, marked or ordinary.
     int RowBase(int i) const;
     bool RowCovered(int i, const CRect& row) const;

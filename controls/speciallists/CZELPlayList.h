@@ -66,7 +66,8 @@ protected:
 
 private:
     // A row's pieces and texts: rc its background, cut at the list's bottom.
-    void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth, zelctl::speciallists::PieceDC& source);
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth,
+                               zelctl::speciallists::PieceDC& source);
     // What of the kept canvas still shows the list as it is.
     std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

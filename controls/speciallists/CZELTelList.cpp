@@ -184,9 +184,9 @@ void CZELTelList::DrawInterface(HDC hdc) {
             if (sl::RowPiecesCover(row.rc, pieces, m_szPiece)) covered.push_back(row.rc);
         }
         frame.PaintFrame(covered);
-        for (const Row& row : rows) {
-            if (m_kept->Draws(dc, row.reach)) DrawRow(dc, row.index, row.rc, row.numberRc, row.set, fonts, frame.pieces());
-        }
+        for (const Row& row : rows)
+            if (m_kept->Draws(dc, row.reach))
+                DrawRow(dc, row.index, row.rc, row.numberRc, row.set, fonts, frame.pieces());
     }
     m_kept->End();
     ::SelectObject(dc, oldFont);

@@ -77,8 +77,8 @@ private:
     const ImageSet* SetOfRow(int image) const;
     // Row i's pieces and texts: rc its background (cut at the list's bottom), numberRc the
     // band its number and name are written in; fonts 0 and 1 as drawn.
-    void DrawRow(HDC dc, int i, const CRect& rc, const CRect& numberRc, const ImageSet* set, const HFONT (&fonts)[2],
-                 zelctl::speciallists::PieceDC& source);
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int i, const CRect& rc, const CRect& numberRc, const ImageSet* set,
+                               const HFONT (&fonts)[2], zelctl::speciallists::PieceDC& source);
     // What of the kept canvas still shows the list as it is.
     std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

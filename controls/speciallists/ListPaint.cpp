@@ -161,7 +161,8 @@ HDC RowBackdrops::Picture(HDC like, const Kind& kind) {
 bool RowBackdrops::Paint(HDC dst, const RECT& row, int height, const HBITMAP (&pieces)[3], const SIZE (&sizes)[3],
                          PieceDC& source) {
     const int width = row.right - row.left;
-    if (!RowPiecesCover(RECT{0, 0, width, height}, pieces, sizes)) return PaintRowPieces(dst, row, pieces, sizes, &source);
+    if (!RowPiecesCover(RECT{0, 0, width, height}, pieces, sizes))
+        return PaintRowPieces(dst, row, pieces, sizes, &source);
     PictureKey kind;
     for (int k = 0; k < 3; ++k) kind << pieces[k] << sizes[k];
     // A cut row is the top of a whole one when the middle is copied row for row (its source

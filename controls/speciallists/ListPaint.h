@@ -102,7 +102,9 @@ bool RowPiecesCover(const RECT& row, const HBITMAP (&pieces)[3], const SIZE (&si
 class PictureKey {
 public:
     PictureKey& operator<<(long long value);
-    PictureKey& operator<<(const void* handle) { return *this << static_cast<long long>(reinterpret_cast<intptr_t>(handle)); }
+    PictureKey& operator<<(const void* handle) {
+        return *this << static_cast<long long>(reinterpret_cast<intptr_t>(handle));
+    }
     PictureKey& operator<<(const RECT& rc) { return *this << rc.left << rc.top << rc.right << rc.bottom; }
     PictureKey& operator<<(SIZE size) { return *this << size.cx << size.cy; }
     PictureKey& operator<<(const CString& text);

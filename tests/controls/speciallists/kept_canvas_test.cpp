@@ -124,7 +124,8 @@ TEST_F(KeptRowsTest, RowPiecesCoverOnlyWhenEveryCopiedPartLiesInsideItsBitmap) {
     for (const Case& c : cases) {
         const HBITMAP pieces[3] = {load(c.left), load(c.middle), load(c.right)};
         EXPECT_EQ(sl::RowPiecesCover(c.row, pieces, sizes), c.covers)
-            << c.left << "|" << (c.middle ? c.middle : "-") << "|" << c.right << " " << c.row.right << "x" << c.row.bottom;
+            << c.left << "|" << (c.middle ? c.middle : "-") << "|" << c.right << " " << c.row.right << "x"
+            << c.row.bottom;
         for (HBITMAP b : pieces)
             if (b) ::DeleteObject(b);
     }
@@ -217,7 +218,9 @@ protected:
         } else {
             auto& l = Attach(std::make_unique<Kept<CZELListCtrl>>());
             l.LoadBkImage(Paths({"bk0", "bk1", "bk2", "bk3"}));
-            l.LoadSkin(skins.Skin({"l", "m", "r", "cl", "cm", "cr", "l", "m", "r", "cl", "cm", "cr", "r", "m", "l"}), L"");
+            // Headings as rows; the marked row's pieces reversed.
+            l.LoadSkin(skins.Skin({"l", "m", "r", "cl", "cm", "cr", "l", "m", "r", "cl", "cm", "cr", "r", "m", "l"}),
+                       L"");
             l.InsertColumn(0, L"Name", LVCFMT_LEFT, 120);
             l.InsertColumn(1, L"Size", LVCFMT_RIGHT, 60);
         }
