@@ -405,6 +405,7 @@ void CBbgFileList::OnPaint() {
     m_rcList = client;
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
     HDC screen = paint.GetSafeHdc();
+    const bool reused = m_canvas && m_canvas->dc() && m_canvas->width() == listW && m_canvas->height() == listH;
     const auto listPtr = m_canvas ? std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH, *m_canvas)
                                   : std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH);
     zelctl::OffscreenCanvas& list = *listPtr;
@@ -416,10 +417,11 @@ void CBbgFileList::OnPaint() {
     const HBITMAP currentRow = (*m_skin)[kCurrentRow];
     if (HBITMAP back = background) {
         // The current row's bitmap is stretched over its whole band: the background is not
-        // copied under it.
+        // copied under it. A new canvas takes the background whole all the same: a first
+        // write that leaves part of a new bitmap makes the platform clear all of it first.
         const int saved = ::SaveDC(dc);
         const int first = std::max(0, ScrollPos());
-        if (currentRow && m_nItemHeight > 0 && m_nCurSel >= first && m_nCurSel < GetItemCount()) {
+        if (reused && currentRow && m_nItemHeight > 0 && m_nCurSel >= first && m_nCurSel < GetItemCount()) {
             const long long top = static_cast<long long>(m_nCurSel - first) * m_nItemHeight;
             if (top < listH)
                 ::ExcludeClipRect(dc, 0, static_cast<int>(top), listW, static_cast<int>(top + m_nItemHeight));
