@@ -176,7 +176,10 @@ void RowBackdrops::Paint(HDC dst, const RECT& row, int height, const PictureKey&
                          const Painter& paint) {
     const int width = row.right - row.left, h = row.bottom - row.top;
     if (width <= 0 || h <= 0) return;
-    if (h > height || (h < height && !cutIsTop)) {
+    // A row of more than 2^20 pixels (a skin's absurd row height) is not kept: drawn in
+    // place, only its visible part costs anything.
+    constexpr long long kMostPixels = 1 << 20;
+    if (h > height || (h < height && !cutIsTop) || static_cast<long long>(width) * height > kMostPixels) {
         paint(dst, row);
         return;
     }

@@ -158,7 +158,9 @@ TEST_F(KeptRowsTest, BackdropsCopyWhatThePiecesDraw) {
         for (int y = 0; y < 100; ++y)
             for (int x = 0; x < 90; ++x)
                 ASSERT_EQ(::GetPixel(copied.dc(), x, y), ::GetPixel(direct.dc(), x, y)) << x << "," << y;
+        const int bitmaps = zel::LiveGdiObjects().bitmaps;
         backdrops.Release();
+        EXPECT_EQ(zel::LiveGdiObjects().bitmaps, bitmaps - 1) << "one kind kept: the whole rows' picture";
         for (HBITMAP b : pieces) ::DeleteObject(b);
     }
 }
