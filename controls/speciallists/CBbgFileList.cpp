@@ -376,7 +376,7 @@ void CBbgFileList::OnLButtonDblClk(UINT, CPoint) {
 
 LRESULT CBbgFileList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ERASEBKGND) return 0;  // the paint covers everything; no flicker
-    if (message == WM_DESTROY) m_frameCanvas.reset(), m_listCanvas.reset();
+    if (message == WM_DESTROY) m_canvas.reset();
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
@@ -386,47 +386,50 @@ void CBbgFileList::OnPaint() {
     CPaintDC paint(this);
     CRect client;
     GetClientRect(&client);
-    // With a background under the whole window both canvases are covered on every paint
-    // and may be kept (the list canvas lies over the whole client, so both take the
-    // paint's clip); otherwise the rows are drawn over a new bitmap's black.
+    // With a background under the whole window the canvas is covered on every paint and
+    // may be kept; otherwise the rows are drawn over a new bitmap's black.
     const HBITMAP background = (*m_skin)[kBackground];
     CRect onScreen;
     GetWindowRect(&onScreen);
     const SIZE backSize = zelctl::BitmapSize(background);
     const bool covered = background && onScreen.left >= 0 && onScreen.top >= 0 && onScreen.right <= backSize.cx &&
                          onScreen.bottom <= backSize.cy;
-    if (covered && !m_frameCanvas) {
-        m_frameCanvas = std::make_unique<zelctl::CanvasStore>();
-        m_listCanvas = std::make_unique<zelctl::CanvasStore>();
-    } else if (!covered) {
-        m_frameCanvas.reset();
-        m_listCanvas.reset();
-    }
-    auto canvas = [&](std::unique_ptr<zelctl::CanvasStore>& store, int w, int h) {
-        return store ? std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), w, h, *store)
-                     : std::make_unique<zelctl::OffscreenCanvas>(paint.GetSafeHdc(), w, h);
-    };
-    const auto framePtr = canvas(m_frameCanvas, client.Width(), client.Height());
-    zelctl::OffscreenCanvas& frame = *framePtr;
-    ::SetBkMode(frame.dc(), TRANSPARENT);
-    // From here on the rows cover the whole client.
+    if (covered && !m_canvas)
+        m_canvas = std::make_unique<zelctl::CanvasStore>();
+    else if (!covered)
+        m_canvas.reset();
+    // From the first paint on the rows cover the whole client. The device drew them on a
+    // list surface of the list rectangle over a copy of the frame and copied that back; the
+    // list rectangle is the client itself, so one canvas holds both and every pixel is
+    // written once: the background, then the rows over it.
     m_rcList = client;
     const int listW = m_rcList.Width(), listH = m_rcList.Height();
-    const auto listPtr = canvas(m_listCanvas, listW, listH);
+    HDC screen = paint.GetSafeHdc();
+    const bool reused = m_canvas && m_canvas->dc() && m_canvas->width() == listW && m_canvas->height() == listH;
+    const auto listPtr = m_canvas ? std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH, *m_canvas)
+                                  : std::make_unique<zelctl::OffscreenCanvas>(screen, listW, listH);
     zelctl::OffscreenCanvas& list = *listPtr;
     HDC dc = list.dc();
     ::SetBkMode(dc, TRANSPARENT);
     ::SetBkColor(dc, RGB(0, 0, 0));
     zelctl::SelectGuard rowFont(dc, m_fontRow->get());
     ::SetTextColor(dc, m_clrText);
+    const HBITMAP currentRow = (*m_skin)[kCurrentRow];
     if (HBITMAP back = background) {
-        // A bitmap is selected into one DC at a time: the frame takes the piece and hands
-        // the same pixels on to the list surface (both cover the client).
-        frame.ScreenPiece(back, m_hWnd);
-        ::BitBlt(dc, 0, 0, listW, listH, frame.dc(), m_rcList.left, m_rcList.top, SRCCOPY);
+        // The current row's bitmap is stretched over its whole band: the background is not
+        // copied under it. A new canvas takes the background whole all the same: a first
+        // write that leaves part of a new bitmap makes the platform clear all of it first.
+        const int saved = ::SaveDC(dc);
+        const int first = std::max(0, ScrollPos());
+        if (reused && currentRow && m_nItemHeight > 0 && m_nCurSel >= first && m_nCurSel < GetItemCount()) {
+            const long long top = static_cast<long long>(m_nCurSel - first) * m_nItemHeight;
+            if (top < listH)
+                ::ExcludeClipRect(dc, 0, static_cast<int>(top), listW, static_cast<int>(top + m_nItemHeight));
+        }
+        list.ScreenPiece(back, m_hWnd);
+        ::RestoreDC(dc, saved);
     }
 
-    const HBITMAP currentRow = (*m_skin)[kCurrentRow];
     CRect text(0, 0, 0, 0);
     int y = 0;
     for (int i = std::max(0, ScrollPos()); i < GetItemCount() && m_nItemHeight > 0; ++i) {
@@ -459,6 +462,5 @@ void CBbgFileList::OnPaint() {
         }
         if (current && m_fontRow->get()) ::SelectObject(dc, m_fontRow->get());
     }
-    ::BitBlt(frame.dc(), m_rcList.left, m_rcList.top, listW, listH, dc, 0, 0, SRCCOPY);
-    frame.Present();
+    list.Present();
 }

@@ -147,7 +147,6 @@ private:
     // mark lists.
     void InvalidateChangedRows(int oldCurrent, const std::vector<int>& oldStates);
 
-    // The two canvases kept between paints while a background covers them; released on
-    // WM_DESTROY.
-    std::unique_ptr<zelctl::CanvasStore> m_frameCanvas, m_listCanvas;
+    // The canvas kept between paints while a background covers it; released on WM_DESTROY.
+    std::unique_ptr<zelctl::CanvasStore> m_canvas;
 };

@@ -12,9 +12,14 @@ namespace sl = zelctl::speciallists;
 
 BEGIN_MESSAGE_MAP(CZELBTList, CListData)
 ON_WM_SIZE()
+ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-CZELBTList::CZELBTList() : m_pieces(std::make_unique<zelctl::SkinSet>(kPieces)), m_szPiece{{0, 0}, {0, 0}, {0, 0}}, m_szIcon{0, 0} {
+CZELBTList::CZELBTList()
+    : m_pieces(std::make_unique<zelctl::SkinSet>(kPieces)),
+      m_szPiece{{0, 0}, {0, 0}, {0, 0}},
+      m_szIcon{0, 0},
+      m_kept(std::make_unique<sl::KeptRows>()) {
     m_nMarginX = 11;
     m_nMarginY = 6;
 }
@@ -76,6 +81,11 @@ void CZELBTList::OnSize(UINT nType, int cx, int cy) {
     PlaceBarAtRightEdge();
 }
 
+void CZELBTList::OnDestroy() {
+    m_kept->Release();
+    CListData::OnDestroy();
+}
+
 void CZELBTList::UpdataScrollBar() {
     if (!::IsWindow(m_hWnd) || !::IsWindow(m_pScrollBar->m_hWnd)) return;
     m_pScrollBar->GetClientRect(&m_rcScroll);
@@ -89,43 +99,96 @@ void CZELBTList::DrawInterface(HDC hdc) {
     const CRect& client = frame.client();
     HDC dc = frame.dc();
     m_rcList.SetRect(m_nMarginX, m_nMarginY, client.Width() - m_nMarginX, client.Height() - m_nMarginY);
-    // The numbers' column is measured as the play list measures it, and not drawn.
-    CString count;
-    count.Format(L"%d. ", m_nItemCount);
-    (void)sl::LineHeight(dc, count);
 
     const bool barShown = ::IsWindow(m_pScrollBar->m_hWnd) && m_pScrollBar->IsWindowVisible();
     const int barWidth = barShown ? ScrollBarWidth() : 0;
+    // The rows as this paint lays them out, before anything is drawn: what they show
+    // decides what of the kept canvas is drawn again.
+    struct Row {
+        int index;
+        CRect rc;     // the background, cut at the list's bottom
+        CRect reach;  // every pixel the row may draw
+        bool cut;
+    };
+    std::vector<Row> rows;
+    // A status icon taller than the row stands out above it (it is centred 2 pixels high).
+    const int iconAbove = std::max(0, 2 - (m_nItemHeight - m_szIcon.cy) / 2);
+    int overhang = -1;  // measured for the cut row, whose name is placed by its height
     int y = m_rcList.top;
     for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
-        ListCell* head = m_ppRows[i];
+        const ListCell* head = m_ppRows[i];
         if (!head) break;
-        const bool marked = head->nMark == 1;
-        if (marked) ::SetTextColor(dc, sl::kMarkedText);
         CRect rc(m_rcList.left, y, m_rcList.right - barWidth, y + m_nItemHeight);
         const bool cut = rc.bottom > m_rcList.bottom;
         if (cut) rc.bottom = m_rcList.bottom;
-        const bool current = i == m_nCurSel;
-        if (current) m_rcClick = rc;
-        const HBITMAP pieces[3] = {(*m_pieces)[current ? kCurLeft : kLeft], (*m_pieces)[current ? kCurMiddle : kMiddle],
-                                   (*m_pieces)[current ? kCurRight : kRight]};
-        const bool drawn = sl::PaintRowPieces(dc, rc, pieces, m_szPiece);
-        if (marked && drawn) {
-            const HBITMAP icon = (*m_pieces)[current ? kCurIcon : kIcon];
-            const int ix = rc.right - m_szPiece[2].cx - m_szIcon.cx;
-            const int iy = rc.top + (m_nItemHeight - m_szIcon.cy) / 2 - 2;
-            sl::StretchPart(dc, ix, iy, m_szIcon.cx, rc.bottom - iy, icon, 0, 0, m_szIcon.cx, rc.bottom - iy);
+        CRect reach(client.left, y - (head->nMark == 1 ? iconAbove : 0), client.right, y + m_nItemHeight);
+        if (cut) {
+            if (overhang < 0) overhang = sl::TextOverhang(dc, m_nItemHeight, {nullptr});
+            reach.InflateRect(0, overhang);
         }
-        CRect textRc(m_rcList.left + m_szPiece[0].cx, y, rc.right - m_szIcon.cx - m_szPiece[2].cx, y + m_nItemHeight);
-        CString name = head->strText;
-        ForMartLeng(dc, name, textRc.Width());
-        if (cut)
-            sl::DrawCutLine(dc, name, textRc.left, textRc.right, y, m_nItemHeight, m_rcList.bottom, DT_SINGLELINE);
-        else
-            ::DrawTextW(dc, name, name.GetLength(), &textRc, sl::kCentredLine);
+        rows.push_back(Row{i, rc, reach, cut});
         y += m_nItemHeight;
-        if (marked) ::SetTextColor(dc, RGB(0, 0, 0));
         if (cut) break;
     }
+
+    sl::PictureKey layout;
+    layout << client << m_rcList << m_nItemHeight << barWidth << m_szPiece[0] << m_szPiece[1] << m_szPiece[2]
+           << m_szIcon;
+    for (HBITMAP image : m_hBkBitmap) layout << image;
+    for (int k = 0; k < kPieces; ++k) layout << (*m_pieces)[k];
+    m_kept->Begin(hdc, client, !frame.reused(), std::move(layout));
+    for (const Row& row : rows) {
+        const ListCell* head = m_ppRows[row.index];
+        sl::PictureKey key;
+        key << row.index << head->strText << head->nMark << (row.index == m_nCurSel) << row.cut;
+        m_kept->Row(row.reach, std::move(key));
+        if (row.index == m_nCurSel) m_rcClick = row.rc;
+    }
+
+    if (m_kept->Clip(dc)) {
+        // The numbers' column is measured as the play list measures it, and not drawn.
+        CString count;
+        count.Format(L"%d. ", m_nItemCount);
+        (void)sl::LineHeight(dc, count);
+        // Rows whose pieces cover them hide the frame: it is not drawn under them.
+        std::vector<RECT> covered;
+        for (const Row& row : rows) {
+            const HBITMAP pieces[3] = {PieceOf(row.index, 0), PieceOf(row.index, 1), PieceOf(row.index, 2)};
+            if (m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, pieces, m_szPiece))
+                covered.push_back(row.rc);
+        }
+        frame.PaintFrame(covered);
+        for (const Row& row : rows)
+            if (m_kept->Draws(dc, row.reach)) DrawRow(dc, row.index, row.rc, row.cut, frame.pieces());
+    }
+    m_kept->End();
     frame.Present();
+}
+
+HBITMAP CZELBTList::PieceOf(int row, int k) const {
+    return (*m_pieces)[(row == m_nCurSel ? kCurLeft : kLeft) + k];
+}
+
+void CZELBTList::DrawRow(HDC dc, int i, const CRect& rc, bool cut, sl::PieceDC& source) {
+    const ListCell* head = m_ppRows[i];
+    const bool marked = head->nMark == 1;
+    if (marked) ::SetTextColor(dc, sl::kMarkedText);
+    const bool current = i == m_nCurSel;
+    const HBITMAP pieces[3] = {PieceOf(i, 0), PieceOf(i, 1), PieceOf(i, 2)};
+    const bool drawn = m_kept->backdrops().Paint(dc, rc, m_nItemHeight, pieces, m_szPiece, source);
+    const int y = rc.top;
+    if (marked && drawn) {
+        const HBITMAP icon = (*m_pieces)[current ? kCurIcon : kIcon];
+        const int ix = rc.right - m_szPiece[2].cx - m_szIcon.cx;
+        const int iy = rc.top + (m_nItemHeight - m_szIcon.cy) / 2 - 2;
+        sl::StretchPart(dc, ix, iy, m_szIcon.cx, rc.bottom - iy, icon, 0, 0, m_szIcon.cx, rc.bottom - iy, &source);
+    }
+    CRect textRc(m_rcList.left + m_szPiece[0].cx, y, rc.right - m_szIcon.cx - m_szPiece[2].cx, y + m_nItemHeight);
+    CString name = head->strText;
+    ForMartLeng(dc, name, textRc.Width());
+    if (cut)
+        sl::DrawCutLine(dc, name, textRc.left, textRc.right, y, m_nItemHeight, m_rcList.bottom, DT_SINGLELINE);
+    else
+        ::DrawTextW(dc, name, name.GetLength(), &textRc, sl::kCentredLine);
+    if (marked) ::SetTextColor(dc, RGB(0, 0, 0));
 }

@@ -26,6 +26,11 @@ namespace zelctl {
 class SkinSet;
 }
 
+namespace zelctl::speciallists {
+class KeptRows;  // what of the kept canvas is current (ListPaint.h)
+class PieceDC;
+}
+
 class ZELCTL_API CZELBTList : public CListData {
 public:
     CZELBTList();
@@ -50,6 +55,7 @@ protected:
     void DeleteAllObject();
     void PreSubclassWindow() override;
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
     enum Piece { kLeft, kMiddle, kRight, kCurLeft, kCurMiddle, kCurRight, kIcon, kCurIcon, kPieces };
@@ -58,4 +64,10 @@ protected:
     SIZE m_szIcon;
 
 private:
+    // Piece k (left, middle, right) of row `row`: the current set's for the current row.
+    HBITMAP PieceOf(int row, int k) const;
+    // Row i's pieces, icon and name; rc its background, cut at the list's bottom.
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int i, const CRect& rc, bool cut, zelctl::speciallists::PieceDC& source);
+    // What of the kept canvas still shows the list as it is.
+    std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

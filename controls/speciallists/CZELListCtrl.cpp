@@ -41,7 +41,8 @@ CZELListCtrl::CZELListCtrl()
     : m_skin(std::make_unique<zelctl::SkinSet>(kPieces)),
       m_fontRow(std::make_unique<zelctl::OwnedFont>(zelctl::CreateControlFont(kRowFontHeight))),
       m_fontHeading(std::make_unique<zelctl::OwnedFont>(zelctl::CreateControlFont(kRowFontHeight, FW_BOLD))),
-      m_nPressedColumn(-1) {}
+      m_nPressedColumn(-1),
+      m_kept(std::make_unique<sl::KeptRows>()) {}
 
 CZELListCtrl::~CZELListCtrl() = default;
 
@@ -131,6 +132,7 @@ void CZELListCtrl::OnSize(UINT nType, int cx, int cy) {
 
 void CZELListCtrl::OnDestroy() {
     m_nPressedColumn = -1;
+    m_kept->Release();
     CListData::OnDestroy();
 }
 
@@ -253,12 +255,62 @@ void CZELListCtrl::OnLButtonUp(UINT nFlags, CPoint point) {
 
 void CZELListCtrl::DrawInterface(HDC hdc) {
     sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
+    const CRect& client = frame.client();
     HDC dc = frame.dc();
 
+    // The rows as this paint lays them out, before anything is drawn: what they show
+    // decides what of the kept canvas is drawn again.
+    struct Row {
+        int index;
+        CRect rc;  // cut at the list's bottom; everything the row draws is clipped to it
+    };
+    std::vector<Row> rows;
+    int y = m_rcList.top;
+    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0 && y < m_rcList.bottom; ++i) {
+        if (!m_ppRows[i]) break;
+        const int bottom = std::min<int>(y + m_nItemHeight, m_rcList.bottom);
+        rows.push_back(Row{i, CRect(m_rcList.left, y, m_rcList.right, bottom)});
+        y += m_nItemHeight;
+    }
+    const CRect band = GetHeadingRect();
+    sl::PictureKey layout;
+    layout << client << m_rcList << band << m_nItemHeight << m_nPressedColumn << m_fontRow->get()
+           << m_fontHeading->get();
+    for (HBITMAP image : m_hBkBitmap) layout << image;
+    for (int k = 0; k < kPieces; ++k) layout << (*m_skin)[k];
+    for (const ListColumn* c = m_pColumns; c; c = c->pNext) layout << c->nWidth << c->strHeading;
+    for (int format : m_formats) layout << format;
+    m_kept->Begin(hdc, client, !frame.reused(), std::move(layout));
+    for (const Row& row : rows) {
+        const ListCell* head = m_ppRows[row.index];
+        sl::PictureKey key;
+        key << head->nMark << (row.index == m_nCurSel);
+        for (const ListCell* cell = head; cell; cell = cell->pNextCell) key << cell->strText;
+        m_kept->Row(CRect(client.left, row.rc.top, client.right, row.rc.bottom), std::move(key));
+        if (row.index == m_nCurSel) m_rcClick = row.rc;
+    }
+    if (m_kept->Clip(dc)) {
+        // Rows whose pieces cover them hide the frame: it is not drawn under them.
+        std::vector<RECT> covered;
+        for (const Row& row : rows)
+            if (m_kept->Draws(dc, row.rc) && RowCovered(row.index, row.rc)) covered.push_back(row.rc);
+        frame.PaintFrame(covered);
+        if (m_kept->Draws(dc, band)) PaintHeadings(frame, band);
+        const HGDIOBJ oldFont =
+            ::SelectObject(dc, m_fontRow->get() ? m_fontRow->get() : ::GetCurrentObject(dc, OBJ_FONT));
+        for (const Row& row : rows)
+            if (m_kept->Draws(dc, row.rc)) PaintRow(frame, row.index, row.rc);
+        ::SelectObject(dc, oldFont);
+    }
+    m_kept->End();
+    frame.Present();
+}
+
+// Headings, clipped at the rows' right edge.
+void CZELListCtrl::PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& band) {
+    HDC dc = frame.dc();
     const zelctl::ThreePieceStyle across{};
     const zelctl::SkinSet& skin = *m_skin;
-    // Headings, clipped at the rows' right edge.
-    const CRect band = GetHeadingRect();
     long long x = band.left;
     int k = 0;
     for (const ListColumn* c = m_pColumns; c && x < band.right; c = c->pNext, ++k) {
@@ -270,7 +322,8 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
         const int base = down ? kHeadDownLeft : kHeadLeft;
         zelctl::PaintThreePiece(frame, cell, {skin[base], skin[base + 1], skin[base + 2]}, across);
         CString heading = c->strHeading;
-        const HGDIOBJ old = ::SelectObject(dc, m_fontHeading->get() ? m_fontHeading->get() : ::GetCurrentObject(dc, OBJ_FONT));
+        const HGDIOBJ old =
+            ::SelectObject(dc, m_fontHeading->get() ? m_fontHeading->get() : ::GetCurrentObject(dc, OBJ_FONT));
         CRect text(cell.left + kTextInset, cell.top, cell.right - kTextInset, cell.bottom);
         ForMartLeng(dc, heading, text.Width());
         ::SetTextColor(dc, kText);
@@ -278,42 +331,69 @@ void CZELListCtrl::DrawInterface(HDC hdc) {
                     sl::kCentredLine | AlignmentOf(k < static_cast<int>(m_formats.size()) ? m_formats[k] : 0));
         ::SelectObject(dc, old);
     }
+}
 
-    // Rows.
-    const HGDIOBJ oldFont = ::SelectObject(dc, m_fontRow->get() ? m_fontRow->get() : ::GetCurrentObject(dc, OBJ_FONT));
-    int y = m_rcList.top;
-    for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0 && y < m_rcList.bottom; ++i) {
-        ListCell* head = m_ppRows[i];
-        if (!head) break;
-        CRect row(m_rcList.left, y, m_rcList.right, std::min<int>(y + m_nItemHeight, m_rcList.bottom));
-        const bool current = i == m_nCurSel;
-        const int base = current ? kCurLeft : head->nMark == 1 ? kMarkLeft : kRowLeft;
-        if (current) m_rcClick = row;
-        zelctl::PaintThreePiece(frame, row, {skin[base], skin[base + 1], skin[base + 2]}, across);
-        ::SetTextColor(dc, current ? kCurrentText : kText);
-        // The texts are clipped at the row's bottom (a cut last row) and the list's right,
-        // within whatever clip the canvas has (the part being repainted).
-        const int unclipped = ::SaveDC(dc);
-        ::IntersectClipRect(dc, row.left, row.top, row.right, row.bottom);
-        long long left = m_rcList.left;
-        int c = 0;
-        const ListColumn* column = m_pColumns;
-        for (ListCell* cell = head; cell && column && left < m_rcList.right;
-             cell = cell->pNextCell, column = column->pNext, ++c) {
-            const int width = std::max(column->nWidth, 0);
-            // A column that passes the right edge aligns and shortens within what shows.
-            const int cellRight = static_cast<int>(std::min<long long>(left + width, m_rcList.right));
-            CRect text(static_cast<int>(left) + kTextInset, y, cellRight - kTextInset, y + m_nItemHeight);
-            left += width;
-            if (cell->strText.IsEmpty() || text.Width() <= 0) continue;
-            CString s = cell->strText;
-            ForMartLeng(dc, s, text.Width());
-            ::DrawTextW(dc, s, s.GetLength(), &text,
-                        sl::kCentredLine | AlignmentOf(c < static_cast<int>(m_formats.size()) ? m_formats[c] : 0));
-        }
-        ::RestoreDC(dc, unclipped);
-        y += m_nItemHeight;
+int CZELListCtrl::RowBase(int i) const {
+    return i == m_nCurSel ? kCurLeft : m_ppRows[i]->nMark == 1 ? kMarkLeft : kRowLeft;
+}
+
+// Whether row i's three pieces write every pixel of `row`: each cap copied at its width
+// needs the row's height, and the middle is stretched whole over what the caps leave.
+bool CZELListCtrl::RowCovered(int i, const CRect& row) const {
+    const int base = RowBase(i);
+    const SIZE first = m_skin->Size(base), middle = m_skin->Size(base + 1), last = m_skin->Size(base + 2);
+    if (first.cx <= 0 || last.cx <= 0 || first.cy < row.Height() || last.cy < row.Height()) return false;
+    const long long between = static_cast<long long>(row.Width()) - first.cx - last.cx;
+    return between <= 0 || (middle.cx > 0 && middle.cy > 0);
+}
+
+// Row i in `row` (cut at the list's bottom), in the row font the canvas holds.
+void CZELListCtrl::PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row) {
+    HDC dc = frame.dc();
+    const zelctl::ThreePieceStyle across{};
+    const zelctl::SkinSet& skin = *m_skin;
+    const ListCell* head = m_ppRows[i];
+    const int y = row.top;
+    const bool current = i == m_nCurSel;
+    const int base = RowBase(i);
+    const zelctl::ThreePieceSkin pieces{skin[base], skin[base + 1], skin[base + 2]};
+    if (RowCovered(i, row)) {
+        // Every row of a kind looks alike: drawn once, then copied. A cut row's middle is
+        // squeezed, so it is drawn at its place.
+        sl::PictureKey kind;
+        kind << pieces.first << pieces.middle << pieces.last;
+        m_kept->backdrops().Paint(dc, row, m_nItemHeight, kind, false, [&](HDC target, const RECT& area) {
+            if (target == dc) {
+                zelctl::PaintThreePiece(frame, area, pieces, across);
+                return;
+            }
+            zelctl::OffscreenCanvas picture(target, area.right - area.left, area.bottom - area.top);
+            zelctl::PaintThreePiece(picture, area, pieces, across);
+            ::BitBlt(target, area.left, area.top, picture.width(), picture.height(), picture.dc(), 0, 0, SRCCOPY);
+        });
+    } else {
+        zelctl::PaintThreePiece(frame, row, pieces, across);
     }
-    ::SelectObject(dc, oldFont);
-    frame.Present();
+    ::SetTextColor(dc, current ? kCurrentText : kText);
+    // The texts are clipped at the row's bottom (a cut last row) and the list's right,
+    // within whatever clip the canvas has (the part being repainted).
+    const int unclipped = ::SaveDC(dc);
+    ::IntersectClipRect(dc, row.left, row.top, row.right, row.bottom);
+    long long left = m_rcList.left;
+    int c = 0;
+    const ListColumn* column = m_pColumns;
+    for (const ListCell* cell = head; cell && column && left < m_rcList.right;
+         cell = cell->pNextCell, column = column->pNext, ++c) {
+        const int width = std::max(column->nWidth, 0);
+        // A column that passes the right edge aligns and shortens within what shows.
+        const int cellRight = static_cast<int>(std::min<long long>(left + width, m_rcList.right));
+        CRect text(static_cast<int>(left) + kTextInset, y, cellRight - kTextInset, y + m_nItemHeight);
+        left += width;
+        if (cell->strText.IsEmpty() || text.Width() <= 0) continue;
+        CString s = cell->strText;
+        ForMartLeng(dc, s, text.Width());
+        ::DrawTextW(dc, s, s.GetLength(), &text,
+                    sl::kCentredLine | AlignmentOf(c < static_cast<int>(m_formats.size()) ? m_formats[c] : 0));
+    }
+    ::RestoreDC(dc, unclipped);
 }

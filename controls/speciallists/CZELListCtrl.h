@@ -69,7 +69,12 @@ typedef struct tagNMLISTVIEW {
 namespace zelctl {
 class SkinSet;
 class OwnedFont;
+class OffscreenCanvas;
 }  // namespace zelctl
+
+namespace zelctl::speciallists {
+class KeptRows;  // what of the kept canvas is current (ListPaint.h)
+}
 
 class ZELCTL_API CZELListCtrl : public CListData {
 public:
@@ -134,4 +139,11 @@ private:
     int ColumnAtX(int x) const;
     // The band that takes heading presses: the client's width down to the headings' bottom.
     CRect HeadingHitRect() const;
+    ZELCTL_HIDDEN void PaintHeadings(zelctl::OffscreenCanvas& frame, const CRect& band);
+    ZELCTL_HIDDEN void PaintRow(zelctl::OffscreenCanvas& frame, int i, const CRect& row);
+    // The first of row i's three pieces in m_skin: current, marked or ordinary.
+    int RowBase(int i) const;
+    bool RowCovered(int i, const CRect& row) const;
+    // What of the kept canvas still shows the list as it is.
+    std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

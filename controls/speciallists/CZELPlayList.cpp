@@ -20,9 +20,13 @@ constexpr int kTimeWidth = 40;
 
 BEGIN_MESSAGE_MAP(CZELPlayList, CListData)
 ON_WM_SIZE()
+ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-CZELPlayList::CZELPlayList() : m_pieces(std::make_unique<zelctl::SkinSet>(kPieces)), m_szCur{{0, 0}, {0, 0}, {0, 0}} {}
+CZELPlayList::CZELPlayList()
+    : m_pieces(std::make_unique<zelctl::SkinSet>(kPieces)),
+      m_szCur{{0, 0}, {0, 0}, {0, 0}},
+      m_kept(std::make_unique<sl::KeptRows>()) {}
 
 CZELPlayList::~CZELPlayList() = default;
 
@@ -38,6 +42,11 @@ void CZELPlayList::PreSubclassWindow() {
 }
 
 void CZELPlayList::OnSize(UINT nType, int cx, int cy) { CListData::OnSize(nType, cx, cy); }
+
+void CZELPlayList::OnDestroy() {
+    m_kept->Release();
+    CListData::OnDestroy();
+}
 
 void CZELPlayList::MoveWindow(CRect rect, BOOL bRepaint) { CListData::MoveWindow(rect, bRepaint); }
 
@@ -101,6 +110,7 @@ void CZELPlayList::UpdataScrollBar() {
 
 void CZELPlayList::DrawInterface(HDC hdc) {
     sl::ListFrame frame(*this, hdc, m_hBkBitmap, Canvas());
+    const CRect& client = frame.client();
     HDC dc = frame.dc();
 
     CString count;
@@ -109,40 +119,81 @@ void CZELPlayList::DrawInterface(HDC hdc) {
     ::DrawTextW(dc, count, count.GetLength(), &measure, sl::kMeasureLine);
     const int numberWidth = measure.right - measure.left;
 
+    // The rows as this paint lays them out, before anything is drawn: what they show
+    // decides what of the kept canvas is drawn again.
+    struct Row {
+        int index;
+        CRect rc;     // cut at the list's bottom
+        CRect reach;  // every pixel the row may draw
+        bool cut;
+    };
+    std::vector<Row> rows;
     int y = m_rcList.top;
     for (int i = std::max(0, ScrollPos()); i < m_nItemCount && m_nItemHeight > 0; ++i) {
-        ListCell* head = m_ppRows[i];
-        if (!head) break;
-        const bool marked = head->nMark == 1;
-        if (marked) ::SetTextColor(dc, sl::kMarkedText);
+        if (!m_ppRows[i]) break;
         CRect rc(m_rcList.left, y, m_rcList.right, y + m_nItemHeight);
         const bool cut = rc.bottom > m_rcList.bottom;
         if (cut) rc.bottom = m_rcList.bottom;
-        DrawRow(dc, i, rc, cut, numberWidth);
+        CRect reach(client.left, y, client.right, y + m_nItemHeight);
+        // A cut row's lines are placed by their measured height and may stand out of it.
+        if (cut) reach.InflateRect(0, sl::TextOverhang(dc, m_nItemHeight, {nullptr}));
+        rows.push_back(Row{i, rc, reach, cut});
         y += m_nItemHeight;
-        if (marked) ::SetTextColor(dc, RGB(0, 0, 0));
         if (cut) break;
     }
+
+    sl::PictureKey layout;
+    layout << client << m_rcList << m_nItemHeight << numberWidth << m_szCur[0] << m_szCur[1] << m_szCur[2];
+    for (HBITMAP image : m_hBkBitmap) layout << image;
+    for (int k = 0; k < kPieces; ++k) layout << (*m_pieces)[k];
+    for (const ListColumn* c = m_pColumns; c; c = c->pNext) layout << c->nWidth;
+    m_kept->Begin(hdc, client, !frame.reused(), std::move(layout));
+    const bool currentWhole = (*m_pieces)[kCurLeft] && (*m_pieces)[kCurMiddle] && (*m_pieces)[kCurRight];
+    for (const Row& row : rows) {
+        sl::PictureKey key;
+        key << row.index << m_ppRows[row.index]->nMark << (row.index == m_nCurSel) << row.cut;
+        for (const ListCell* cell = m_ppRows[row.index]; cell; cell = cell->pNextCell) key << cell->strText;
+        m_kept->Row(row.reach, std::move(key));
+        if (row.index == m_nCurSel && currentWhole) m_rcClick = row.rc;
+    }
+
+    if (m_kept->Clip(dc)) {
+        // Ordinary rows whose pieces cover them hide the frame: it is not drawn under them
+        // (the current row is keyed: the frame shows through it).
+        const HBITMAP ordinary[3] = {(*m_pieces)[kRowLeft], (*m_pieces)[kRowMiddle], (*m_pieces)[kRowRight]};
+        std::vector<RECT> covered;
+        for (const Row& row : rows)
+            if (row.index != m_nCurSel && m_kept->Draws(dc, row.reach) && sl::RowPiecesCover(row.rc, ordinary, m_szCur))
+                covered.push_back(row.rc);
+        frame.PaintFrame(covered);
+        for (const Row& row : rows) {
+            if (!m_kept->Draws(dc, row.reach)) continue;
+            const bool marked = m_ppRows[row.index]->nMark == 1;
+            if (marked) ::SetTextColor(dc, sl::kMarkedText);
+            DrawRow(dc, row.index, row.rc, row.cut, numberWidth, frame.pieces());
+            if (marked) ::SetTextColor(dc, RGB(0, 0, 0));
+        }
+    }
+    m_kept->End();
     frame.Present();
 }
 
-void CZELPlayList::DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth) {
+void CZELPlayList::DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth, sl::PieceDC& source) {
     const int h = rc.Height();
     if (row == m_nCurSel) {
         if ((*m_pieces)[kCurLeft] && (*m_pieces)[kCurMiddle] && (*m_pieces)[kCurRight]) {
-            m_rcClick = rc;
             const SIZE r = m_szCur[2], l = m_szCur[0], m = m_szCur[1];
             // The caps unscaled (cut at the row's bottom), the middle stretched between.
             sl::KeyedPart(dc, rc.right - r.cx, rc.top, r.cx, std::min<int>(h, r.cy), (*m_pieces)[kCurRight], 0, 0, r.cx,
-                          std::min<int>(h, r.cy), kCapKey);
+                          std::min<int>(h, r.cy), kCapKey, &source);
             sl::KeyedPart(dc, rc.left, rc.top, l.cx, std::min<int>(h, l.cy), (*m_pieces)[kCurLeft], 0, 0, l.cx,
-                          std::min<int>(h, l.cy), kCapKey);
+                          std::min<int>(h, l.cy), kCapKey, &source);
             sl::KeyedPart(dc, rc.left + l.cx, rc.top, rc.Width() - l.cx - r.cx, h, (*m_pieces)[kCurMiddle], 0, 0, m.cx,
-                          std::min<int>(m_nItemHeight, m.cy), kMiddleKey);
+                          std::min<int>(m_nItemHeight, m.cy), kMiddleKey, &source);
         }
     } else {
         const HBITMAP pieces[3] = {(*m_pieces)[kRowLeft], (*m_pieces)[kRowMiddle], (*m_pieces)[kRowRight]};
-        sl::PaintRowPieces(dc, rc, pieces, m_szCur);
+        m_kept->backdrops().Paint(dc, rc, m_nItemHeight, pieces, m_szCur, source);
     }
 
     int x = m_rcList.left;

@@ -30,6 +30,11 @@ namespace zelctl {
 class SkinSet;
 }
 
+namespace zelctl::speciallists {
+class KeptRows;  // what of the kept canvas is current (ListPaint.h)
+class PieceDC;
+}
+
 class ZELCTL_API CZELPlayList : public CListData {
 public:
     CZELPlayList();
@@ -52,6 +57,7 @@ protected:
     void PreSubclassWindow() override;
 
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
     enum Piece { kRowLeft, kRowMiddle, kRowRight, kCurLeft, kCurMiddle, kCurRight, kPieces };
@@ -59,5 +65,9 @@ protected:
     SIZE m_szCur[3];
 
 private:
-    void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth);
+    // A row's pieces and texts: rc its background, cut at the list's bottom.
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int row, const CRect& rc, bool cut, int numberWidth,
+                               zelctl::speciallists::PieceDC& source);
+    // What of the kept canvas still shows the list as it is.
+    std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

@@ -30,6 +30,11 @@
 #include "CListData.h"
 #include "zelctl_api.h"
 
+namespace zelctl::speciallists {
+class KeptRows;  // what of the kept canvas is current (ListPaint.h)
+class PieceDC;
+}
+
 class ZELCTL_API CZELTelList : public CListData {
 public:
     CZELTelList();
@@ -70,4 +75,10 @@ protected:
 
 private:
     const ImageSet* SetOfRow(int image) const;
+    // Row i's pieces and texts: rc its background (cut at the list's bottom), numberRc the
+    // band its number and name are written in; fonts 0 and 1 as drawn.
+    ZELCTL_HIDDEN void DrawRow(HDC dc, int i, const CRect& rc, const CRect& numberRc, const ImageSet* set,
+                               const HFONT (&fonts)[2], zelctl::speciallists::PieceDC& source);
+    // What of the kept canvas still shows the list as it is.
+    std::unique_ptr<zelctl::speciallists::KeptRows> m_kept;
 };

@@ -22,6 +22,10 @@ bool Meets(const RECT& a, const RECT& b) {
     return ::IntersectRect(&meet, &a, &b) != FALSE;
 }
 
+// Posted to the host itself after a notification (the host's own, past the screens' in
+// screens.h): the status strip is brought up to date once the burst it came in is over.
+constexpr UINT kStatusMessage = WM_APP + 16;
+
 constexpr RECT kTitleBar{0, 0, theme::kScreenWidth, theme::kTitleBarHeight};
 constexpr RECT kStatusStrip{0, theme::kStatusTop, theme::kScreenWidth, theme::kScreenHeight};
 
@@ -143,6 +147,10 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case kChangedMessage:
             if (lParam) Changed(*reinterpret_cast<const RECT*>(lParam));
             return 0;
+        case kStatusMessage:
+            statusPending_ = false;
+            StatusChanged();
+            return 0;
         case kNavigateMessage:
             // The last thing this window does: navigating destroys it.
             if (wParam < Screens().size() && navigate_) navigate_(Screens()[wParam].name);
@@ -199,7 +207,12 @@ void HostWindow::Hear(UINT message, WPARAM wParam, LPARAM lParam) {
     if ((message == WM_VSCROLL || message == WM_HSCROLL) && !n.pos && screen_)
         n.pos = screen_->ScrollPos(reinterpret_cast<HWND>(lParam));
     log_.Add(FormatNotification(n));
-    StatusChanged();
+    // A tap sends a burst (the press, then the control's notification): the strip is
+    // compared with what it shows once the burst is over, so lines that come back as they
+    // were -- the same row tapped again -- repaint nothing. Posted messages come before
+    // painting, so the strip is never painted out of date.
+    if (!statusPending_ && m_hWnd && PostMessage(kStatusMessage)) statusPending_ = true;
+    if (!statusPending_) StatusChanged();
     if (screen_) screen_->Heard(message, wParam, lParam);
 }
 

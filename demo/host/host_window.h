@@ -70,6 +70,7 @@ private:
     // notification repaints only the rows it changes.
     static constexpr size_t kStatusLines = 2;
     std::array<std::string, kStatusLines> status_{};
+    bool statusPending_ = false;  // a kStatusMessage is on its way
 };
 
 }  // namespace zel::demo

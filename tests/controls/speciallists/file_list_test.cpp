@@ -38,6 +38,7 @@ public:
 class FileListTest : public SpecialListTest {
 protected:
     std::unique_ptr<ProbeFile> list;
+    HINSTANCE module = nullptr;  // the skin's resources, from Make
 
     void TearDown() override {
         list.reset();
@@ -47,7 +48,7 @@ protected:
         skins.Pixels("screen", 800, 480, Screen);
         skins.Solid("sel", 40, kRowHeight, kSelRow);
         BarSkin();
-        HINSTANCE module = skins.Module({{101, "screen"}, {102, "sel"}, {201, "thumb"}, {202, "thumb_down"},
+        module = skins.Module({{101, "screen"}, {102, "sel"}, {201, "thumb"}, {202, "thumb_down"},
                                          {203, "track"}, {204, "up"}, {205, "down"}, {206, "down_down"},
                                          {207, "up_down"}});
         list = std::make_unique<ProbeFile>();
@@ -253,6 +254,25 @@ TEST_F(FileListTest, ATapRepaintsOnlyTheRowsItChanges) {
         EXPECT_EQ(zel::test::CaptureWindow(l.m_hWnd, 0).pixels, partial.pixels) << c.first << " then " << c.second;
         list.reset();
         parent.Take();
+    }
+}
+
+// The background lies under every row but the current one, whose bitmap covers its band;
+// without that bitmap the background shows there too. (Only the right edge is looked at:
+// the text is on the left.)
+TEST_F(FileListTest, TheCurrentRowsBitmapCoversItsBandElseTheBackgroundShows) {
+    for (bool withBitmap : {true, false}) {
+        ProbeFile& l = Make(4);
+        if (!withBitmap) l.LoadBkBitmap(101, 999, module);  // no such current-row bitmap
+        l.SetCurSel(1);
+        desktop.RunUntilIdle();
+        for (int row = 0; row < 3; ++row) {
+            POINT pt{150, l.m_rcList.top + row * kRowHeight + kRowHeight / 2};
+            l.ClientToScreen(&pt);
+            const COLORREF want = row == 1 && withBitmap ? kSelRow : Screen(pt.x, pt.y);
+            EXPECT_EQ(zel::test::ScreenPixel(pt.x, pt.y), want) << "row " << row << (withBitmap ? "" : " without bitmap");
+        }
+        list.reset();
     }
 }
 
