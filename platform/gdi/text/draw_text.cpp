@@ -385,7 +385,7 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
     Line& line = scratch.line;
     std::wstring* ellipsized = (format & DT_MODIFYSTRING) ? &scratch.ellipsized : nullptr;
     if (ellipsized) ellipsized->clear();
-    LineBreaker breaker(font, format, rect->right - rect->left, tm.tmAveCharWidth * tabStop, text,
+    LineBreaker breaker(font, format, Wrap32(int64_t{rect->right} - rect->left), tm.tmAveCharWidth * tabStop, text,
                         static_cast<size_t>(count));
     RECT box = *rect;
     int x = box.left, y = box.top, widest = 0;
@@ -397,14 +397,14 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
         lastLine = !(format & DT_NOCLIP) && y + ((format & DT_EDITCONTROL) ? 2 * lh - 1 : lh) > box.bottom;
         pos = breaker.Next(pos, lastLine, line, ellipsized);
         if (format & DT_CENTER)
-            x = (box.left + box.right - line.width) / 2;
+            x = Wrap32(int64_t{box.left} + box.right - line.width) / 2;
         else if (format & DT_RIGHT)
-            x = box.right - line.width;
+            x = Wrap32(int64_t{box.right} - line.width);
         if (format & DT_SINGLELINE) {
             if (format & DT_VCENTER)
                 y = Wrap32(int64_t{box.top} + Wrap32(int64_t{box.bottom} - box.top) / 2 - line.height / 2);
             else if (format & DT_BOTTOM)
-                y = box.bottom - line.height;
+                y = Wrap32(int64_t{box.bottom} - line.height);
         }
         if (format & DT_CALCRECT)
             widest = std::max(widest, line.width);
@@ -414,7 +414,7 @@ extern "C" int DrawTextW(HDC hdc, LPCWSTR text, int count, LPRECT rect, UINT for
     } while (pos < static_cast<size_t>(count) && !lastLine);
 
     if (format & DT_CALCRECT) {
-        rect->right = rect->left + widest;
+        rect->right = Wrap32(int64_t{rect->left} + widest);
         rect->bottom = y;
     }
     if (ellipsized && !ellipsized->empty()) {

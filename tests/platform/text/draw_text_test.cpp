@@ -76,6 +76,15 @@ TEST_F(DrawTextTest, VerticalAlignmentNeedsSingleLineAndCountsInTheResult) {
     // A rectangle at the bottom of the int range still gives the line's height.
     RECT low{0, INT_MIN, 100, INT_MIN + 40};
     EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &low, DT_SINGLELINE), 14);
+    // One across the whole int range: widths and positions wrap as Win32's 32-bit
+    // arithmetic does (a sanitizer build reports any overflow here).
+    for (UINT format : {DT_CENTER, DT_RIGHT, DT_WORDBREAK | DT_CENTER, DT_SINGLELINE | DT_BOTTOM}) {
+        RECT wide{INT_MIN + 1, INT_MIN + 1, INT_MAX, INT_MAX};
+        DrawTextW(s.dc(), L"Hello", -1, &wide, format);
+    }
+    RECT wide{INT_MAX - 10, 0, INT_MAX, 40};
+    EXPECT_EQ(DrawTextW(s.dc(), L"Hello", -1, &wide, DT_CALCRECT | DT_SINGLELINE), 14);
+    EXPECT_EQ(wide.right, static_cast<int>(static_cast<unsigned>(INT_MAX - 10) + t::Width(s.dc(), L"Hello")));
 }
 
 TEST_F(DrawTextTest, LineBreaks) {
