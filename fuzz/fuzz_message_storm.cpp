@@ -561,7 +561,7 @@ void Storm::DoRecreate(ScriptReader& in) {
 void Storm::DoArm(ScriptReader& in) {
     host_.armed.trigger = static_cast<Trigger>(in.Pick(kTriggerCount));
     host_.armed.reaction = static_cast<Reaction>(in.Pick(kReactionCount));
-    host_.armed.target = Touch(in.Pick(kControlCount));
+    host_.armed.target = in.Pick(kControlCount);  // touched when a reaction acts on it
     host_.armed.count = 1 + in.Pick(3);
     host_.armed.arg = ReadValue(in);
     host_.armed.call = in.U8();
@@ -598,7 +598,12 @@ void Storm::React(const Host::Armed& armed, UINT message, LPARAM lParam) {
     // The sender: the control in lParam for commands and scroll messages; a forwarded press
     // or release comes from the control that took the focus for it.
     HWND sender = message == WM_LBUTTONDOWN || message == WM_LBUTTONUP ? ::GetFocus() : reinterpret_cast<HWND>(lParam);
+    // What a reaction does to the sender reaches it as messages; the target may be changed
+    // through its own API.
     CWnd* target = Wnd(armed.target);
+    if (armed.reaction == kDestroyTarget || armed.reaction == kCallTarget || armed.reaction == kReskinTarget ||
+        armed.reaction == kFocusTarget)
+        Touch(armed.target);
     switch (armed.reaction) {
         case kDestroySender: ::DestroyWindow(sender); break;
         case kDestroyTarget:
