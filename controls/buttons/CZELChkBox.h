@@ -12,6 +12,7 @@
 #include "zelctl_api.h"
 
 namespace zelctl {
+class OffscreenCanvas;
 class OwnedFont;
 class SkinSet;
 }
@@ -60,5 +61,5 @@ protected:
 private:
     // Toggles and tells the parent; false when the parent destroyed the check box.
     bool Toggle();
-    void PaintCaption(HDC dc, const CRect& client);
+    void PaintCaption(zelctl::OffscreenCanvas& canvas, const CRect& client);
 };
