@@ -12,7 +12,6 @@
 #include "zelctl_api.h"
 
 namespace zelctl {
-class OffscreenCanvas;
 class OwnedFont;
 class SkinSet;
 }
@@ -61,5 +60,5 @@ protected:
 private:
     // Toggles and tells the parent; false when the parent destroyed the check box.
     bool Toggle();
-    void PaintCaption(zelctl::OffscreenCanvas& canvas, const CRect& client);
+    void PaintCaption(HDC dc, const CRect& client, CPoint toCanvas);
 };
