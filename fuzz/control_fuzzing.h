@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sanitizer/common_interface_defs.h>
+#include <sanitizer/lsan_interface.h>
 #include <unistd.h>
 #include <zel/gdi_extras.h>
 
@@ -86,6 +87,10 @@ inline void DefaultFlags(int* argc, char*** argv, std::initializer_list<const ch
 // finding with whole stacks, replay its input with ASAN_OPTIONS=malloc_context_size=30.
 inline constexpr const char* kAsanDefaults = "malloc_context_size=8";
 
+// LeakSanitizer's suppressions built into a fuzzer (__lsan_default_suppressions), so a run
+// without LSAN_OPTIONS knows them too: the ones of fuzz/lsan.supp, which says why.
+inline constexpr const char* kLsanSuppressions = "leak:libfontconfig.so\n";
+
 [[noreturn]] inline void Finding(const char* fuzzer, const std::string& what) {
     RestoreStderr();
     std::fprintf(stderr, "%s: %s\n", fuzzer, what.c_str());
@@ -104,6 +109,16 @@ inline void CheckGdiBalance(const char* fuzzer, const zel::GdiCounts& before) {
                   before.dcs, after.dcs, before.bitmaps, after.bitmaps, before.brushes, after.brushes, before.pens,
                   after.pens, before.fonts, after.fonts, before.regions, after.regions);
     Finding(fuzzer, text);
+}
+
+// LeakSanitizer's check of the whole heap, now rather than at exit: an allocation nothing
+// points to any more is a finding. For a fuzzer that turns libFuzzer's own check after
+// every input off (-detect_leaks=0) because its inputs add to caches and so never free
+// all they allocate: libFuzzer then runs each such input a second time and, a thousand
+// times at most, checks the heap after it.
+inline void CheckLeaks(const char* fuzzer) {
+    if (__lsan_do_recoverable_leak_check() != 0)
+        Finding(fuzzer, "memory leaked (LeakSanitizer's report above); replay the inputs of the run one by one");
 }
 
 // Desktop calls run the loop until idle, but give up after a fixed number of messages; a

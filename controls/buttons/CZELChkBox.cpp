@@ -96,25 +96,32 @@ void CZELChkBox::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
+    // The canvas covers what the paint can change: a box moved to 32767 pixels wide paints
+    // what shows of it.
+    zelctl::OffscreenCanvas canvas(dc, zelctl::OffscreenCanvas::PaintArea(dc, client.Width(), client.Height()));
     ::SetTextColor(canvas.dc(), m_crText);
     canvas.Stretch((*m_skin)[kBack], 0, 0, client.Width(), client.Height());
     const int boxTop = (client.Height() - m_rcBox.Height()) / 2;
     canvas.Blit((*m_skin)[m_bChecked == 1 ? kChecked : kUnchecked], 0, boxTop, m_rcBox.Width(), m_rcBox.Height());
-    PaintCaption(canvas.dc(), client);
+    const RECT origin = canvas.Local(RECT{});
+    PaintCaption(canvas.dc(), client, CPoint(origin.left, origin.top));
     canvas.Present();
 }
 
-// The caption, the hit area that follows the measured text, and the focus rectangle.
-void CZELChkBox::PaintCaption(HDC dc, const CRect& client) {
+// The caption, the hit area that follows the measured text, and the focus rectangle. All
+// are placed in client coordinates and drawn `toCanvas` from there (the canvas may start
+// inside the client area): the caption is left-aligned and centred only vertically, by
+// half its rectangle's height, so it lands on the same pixels as on a whole-client canvas.
+void CZELChkBox::PaintCaption(HDC dc, const CRect& client, CPoint toCanvas) {
     CString text;
     GetWindowText(text);
     const zelctl::SelectGuard font(dc, m_font->get());
     ::SetBkMode(dc, TRANSPARENT);
-    CRect rcText(m_rcBox.Width() + kCaptionGap, client.top + 1, client.right - 1, client.bottom - 1);
+    const CRect rcText(m_rcBox.Width() + kCaptionGap, client.top + 1, client.right - 1, client.bottom - 1);
     const CRect measured(zelctl::MeasureText(dc, text, rcText, DT_WORDBREAK));
     const int textHeight = measured.Height();
-    ::DrawTextW(dc, text, text.GetLength(), &rcText, textHeight < kWrappedCaptionHeight ? DT_SINGLELINE | DT_VCENTER : DT_WORDBREAK);
+    CRect drawn = rcText + toCanvas;
+    ::DrawTextW(dc, text, text.GetLength(), &drawn, textHeight < kWrappedCaptionHeight ? DT_SINGLELINE | DT_VCENTER : DT_WORDBREAK);
 
     // Taps count on the box's rows, from the box to just past the text; the blank rest of
     // the caption rectangle does not toggle.
@@ -124,7 +131,7 @@ void CZELChkBox::PaintCaption(HDC dc, const CRect& client) {
     // Intended: centred on the caption rectangle even when a wrapped caption is drawn from its top.
     if (::GetFocus() == m_hWnd) {
         const int top = rcText.top + (rcText.Height() - textHeight) / 2;
-        const CRect focus(measured.left - 2, top - 1, measured.right + 1, top + textHeight + 1);
+        const CRect focus = CRect(measured.left - 2, top - 1, measured.right + 1, top + textHeight + 1) + toCanvas;
         ::DrawFocusRect(dc, &focus);
     }
 }

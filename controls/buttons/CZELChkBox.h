@@ -60,5 +60,5 @@ protected:
 private:
     // Toggles and tells the parent; false when the parent destroyed the check box.
     bool Toggle();
-    void PaintCaption(HDC dc, const CRect& client);
+    void PaintCaption(HDC dc, const CRect& client, CPoint toCanvas);
 };

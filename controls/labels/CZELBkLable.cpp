@@ -40,7 +40,15 @@ void CZELBkLable::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height());
+    // The canvas covers what the paint can change, so a label moved to 32767 pixels wide
+    // paints what shows of it. A centred caption is the exception on the left: DrawText
+    // centres at (left + right - width) / 2 rounded toward zero, which moves a line by a
+    // pixel where that sum is odd and the canvas origin takes it below zero, so such a
+    // canvas starts at the client's left edge.
+    const UINT format = zelctl::WithoutModifyString(m_nFormat);
+    RECT area = zelctl::OffscreenCanvas::PaintArea(dc.GetSafeHdc(), client.Width(), client.Height());
+    if ((format & DT_CENTER) && area.left < area.right) area.left = 0;
+    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), area);
     // Where the screen bitmap does not reach (a label beyond its edge) the frame stays the
     // black of a fresh bitmap.
     if (m_hBkBitmap)
@@ -51,6 +59,6 @@ void CZELBkLable::OnPaint() {
     GetWindowText(text);
     CRect rc = client;
     rc.DeflateRect(kTextInset, 0, kTextInset, 0);
-    zelctl::DrawSkinText(canvas.dc(), text, rc, zelctl::WithoutModifyString(m_nFormat), m_crText, m_hFont);
+    zelctl::DrawSkinText(canvas.dc(), text, canvas.Local(rc), format, m_crText, m_hFont);
     canvas.Present();
 }

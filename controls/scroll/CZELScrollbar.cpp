@@ -392,7 +392,9 @@ void CZELScrollbar::OnPaint() {
     GetClientRect(&client);
     PlaceThumb();
     const zelctl::SkinSet& skin = *m_skin;
-    zelctl::OffscreenCanvas canvas(dc, client.Width(), client.Height());
+    // The canvas covers what the paint can change: a bar moved to 32767 pixels long paints
+    // what shows of it.
+    zelctl::OffscreenCanvas canvas(dc, zelctl::OffscreenCanvas::PaintArea(dc, client.Width(), client.Height()));
     // Arrows and track as one vertical frame; both arrows are as tall as the up arrow's
     // cell, as the layout assumed.
     const zelctl::ThreePieceSkin frame{skin[m_nPressedPart == kUpPart ? kUpDown : kUp], skin[kTrack],

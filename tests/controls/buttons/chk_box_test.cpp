@@ -3,12 +3,14 @@
 #include <CZELButton.h>
 #include <CZELChkBox.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <vector>
 
 #include "ControlFont.h"
+#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -255,6 +257,50 @@ TEST_F(ChkBox, GoldenStates) {
     wrapped->SetFocus();
     desktop.RunUntilIdle();
     EXPECT_GOLDEN("CZELChkBox", "wrapped_focus", zel::test::CaptureWindow(wrapped->m_hWnd, 1));
+}
+
+// A paint costs what shows of the box. Pushed past the parent's left or top edge, the box
+// shows the pixels it shows whole where both show (the skin, the box, the caption centred
+// on its rows, the focus rectangle); moved to 32767 x 1000, of which the parent shows
+// 290 x 140, a repaint writes a few layers of that, not a canvas of the window.
+TEST_F(ChkBox, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    auto box = Make(L"Mute the speaker now");
+    box->SetFocus();
+    desktop.RunUntilIdle();
+    const HWND hwnd = box->m_hWnd;
+    struct Shift {
+        int dx, dy;
+    };
+    for (const Shift shift : {Shift{-60, 0}, Shift{-61, 0}, Shift{0, -75}, Shift{-45, -73}}) {
+        // Client pixels that show at both places (the parent's client starts at y 0 of it).
+        const int fromX = -(kPlace.left + shift.dx), fromY = -(kPlace.top + shift.dy);
+        auto shown = [&] {
+            std::vector<COLORREF> pixels;
+            for (int y = std::max(0, fromY); y < kPlace.Height(); ++y)
+                for (int x = std::max(0, fromX); x < kPlace.Width(); ++x) pixels.push_back(ShownAt(hwnd, x, y));
+            return pixels;
+        };
+        box->MoveWindow(kPlace);
+        desktop.RunUntilIdle();
+        const std::vector<COLORREF> whole = shown();
+        EXPECT_NE(std::count(whole.begin(), whole.end(), kBlack), 0) << "the caption reaches the compared pixels";
+        box->MoveWindow(kPlace.left + shift.dx, kPlace.top + shift.dy, kPlace.Width(), kPlace.Height());
+        desktop.RunUntilIdle();
+        const std::vector<COLORREF> hidden = shown();
+        const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
+        EXPECT_TRUE(differ.first == whole.end())
+            << shift.dx << "," << shift.dy << ": first differing pixel " << (differ.first - whole.begin()) << ": "
+            << Hex(*differ.first) << " whole, " << Hex(*differ.second) << " hidden";
+    }
+
+    box->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
+    desktop.RunUntilIdle();
+    box->Invalidate();
+    const uint64_t before = zel::gdi::pixelsWritten;
+    desktop.RunUntilIdle();
+    const uint64_t written = zel::gdi::pixelsWritten - before;
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, 4u * 290 * 140) << "pixels written by one repaint";
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
+#include <algorithm>
 #include <climits>
 #include <memory>
+#include <vector>
 
 #include "CZELScrollbar.h"
+#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -531,6 +534,42 @@ TEST_F(ScrollbarTest, AParentMayDeleteTheBarFromItsNotification) {
     Up(20);
     EXPECT_EQ(bar, nullptr);
     EXPECT_EQ(parent.Take(), "VSCROLL(SB_THUMBTRACK,50,bar);LBUTTONUP(0,15,30)");
+}
+
+// A paint costs what shows of the bar. Pushed past the parent's top edge, the bar shows the
+// rows it shows whole (arrows, the track's bands, the thumb); 32767 rows tall, of which
+// the parent shows 90, a repaint writes a few layers of those rows, not of the window.
+TEST_F(ScrollbarTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    ProbeBar& b = MakeBar();
+    b.SetScrollPos(30, TRUE);
+    desktop.RunUntilIdle();
+    auto shown = [&](int fromY) {
+        std::vector<COLORREF> pixels;
+        for (int y = fromY; y < 40; ++y)
+            for (int x = 0; x < 12; ++x) pixels.push_back(ShownAt(b.m_hWnd, x, y));
+        return pixels;
+    };
+    for (int hidden : {13, 20}) {
+        b.MoveWindow(kX, kY, 12, 40);
+        desktop.RunUntilIdle();
+        const std::vector<COLORREF> whole = shown(hidden);
+        b.MoveWindow(kX, -hidden, 12, 40);
+        desktop.RunUntilIdle();
+        const std::vector<COLORREF> part = shown(hidden);
+        const auto differ = std::mismatch(whole.begin(), whole.end(), part.begin());
+        EXPECT_TRUE(differ.first == whole.end()) << hidden << " rows hidden: first differing pixel "
+                                                 << (differ.first - whole.begin()) << ": " << Hex(*differ.first)
+                                                 << " whole, " << Hex(*differ.second) << " half hidden";
+    }
+
+    b.MoveWindow(kX, kY, 12, 32767);
+    desktop.RunUntilIdle();
+    b.Invalidate();
+    const uint64_t before = zel::gdi::pixelsWritten;
+    desktop.RunUntilIdle();
+    const uint64_t written = zel::gdi::pixelsWritten - before;
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, 8u * 12 * 90) << "pixels written by one repaint";
 }
 
 }  // namespace
