@@ -18,6 +18,10 @@
 
 namespace {
 
+// Row pitches, intervals and margins are distances inside a window, which is at most 32767
+// pixels across; larger ones are held at that, so the row arithmetic stays inside an int.
+int PixelDistance(long long v) { return static_cast<int>(std::clamp<long long>(v, -32767, 32767)); }
+
 constexpr int kScrollBarId = 9001;
 constexpr int kInitialRows = 100;
 constexpr int kPlayColumn = 40;       // the play layout's second column
@@ -372,10 +376,11 @@ int CZELList::SetPlayStyle(int bOn) {
 
 int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
     m_bStaleAll = true;
-    m_nItemHeight = m_nItemHeight - m_nRowInterval + nRowInterval;
+    nRowInterval = PixelDistance(nRowInterval);
+    m_nItemHeight = PixelDistance(static_cast<long long>(m_nItemHeight) - m_nRowInterval + nRowInterval);
     m_nRowInterval = nRowInterval;
-    m_nMarginX = nMarginX;
-    m_nMarginY = nMarginY;
+    m_nMarginX = nMarginX = PixelDistance(nMarginX);
+    m_nMarginY = nMarginY = PixelDistance(nMarginY);
     if (::IsWindow(m_hWnd)) {
         CRect client;
         GetClientRect(&client);
@@ -389,7 +394,7 @@ int CZELList::SetInterval(int nRowInterval, int nMarginX, int nMarginY) {
 
 void CZELList::SetItemHeight(int nHeight) {
     m_bStaleAll = true;
-    m_nItemHeight = nHeight;
+    m_nItemHeight = PixelDistance(nHeight);
     UpdataScrollBar();
     Repaint();
 }

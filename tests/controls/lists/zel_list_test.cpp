@@ -421,6 +421,19 @@ TEST_F(ZelListTest, BadInputPaintsWithoutCrashing) {
         TapAt(l.m_hWnd, 40, 20);
     }
     EXPECT_EQ(l.GetItemCount(), 4);
+    // Distances past any window's size are held at 32767, so the rows' positions stay in an
+    // int (a sanitizer build reports an overflow here otherwise).
+    for (int extreme : {INT_MAX, INT_MIN}) {
+        l.SetItemHeight(extreme);
+        EXPECT_EQ(l.SetInterval(extreme, extreme, extreme), extreme > 0 ? 32767 : -32767);
+        for (int style : {0, 1, 2, 3}) {
+            l.m_nStyle = style;
+            l.Invalidate();
+            desktop.RunUntilIdle();
+            TapAt(l.m_hWnd, 40, 20);
+        }
+    }
+    EXPECT_EQ(l.GetItemHeight(), -32767);
     l.MoveWindow(10, 10, -5, -5);
     desktop.RunUntilIdle();
 }
