@@ -55,12 +55,14 @@ void CZELLable::OnPaint() {
     CRect client;
     GetClientRect(&client);
     const CRect rcText = m_rcText.IsRectEmpty() ? client : m_rcText;
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), m_kept->canvas());
-    m_kept->Backdrop(dc.GetSafeHdc(), canvas, [this](zelctl::OffscreenCanvas& c) { zelctl::PaintLabelFrame(c, *m_frame); });
     CString text;
     GetWindowText(text);
-    zelctl::DrawShrunkText(canvas.dc(), text, rcText, m_nFormat, m_crText, m_hFont, m_nFontHeight);
-    canvas.Present();
+    m_kept->Paint(
+        dc.GetSafeHdc(), client.Width(), client.Height(), (m_nFormat & DT_CENTER) != 0,
+        [&](zelctl::OffscreenCanvas& c) { zelctl::PaintLabelFrame(c, *m_frame, client); },
+        [&](zelctl::OffscreenCanvas& c) {
+            zelctl::DrawShrunkText(c.dc(), text, c.Local(rcText), m_nFormat, m_crText, m_hFont, m_nFontHeight);
+        });
 }
 
 void CZELLable::OnDestroy() {

@@ -109,11 +109,16 @@ void CZELTelLCD::OnPaint() {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
-    zelctl::OffscreenCanvas canvas(dc.GetSafeHdc(), client.Width(), client.Height(), m_kept->canvas());
+    const SIZE strip = StripSize();
+    CRect number(client.left, client.top, client.right, client.bottom - strip.cy);
+    number.DeflateRect(kNumberInset, 0, kNumberInset, 0);
+    const RECT status{strip.cx, client.bottom - strip.cy, client.right, client.bottom};
+    CString text;
+    GetWindowText(text);
     // The frame as the label draws it, and the indicators: kept, as they change only with
     // the skin and the mode.
-    m_kept->Backdrop(dc.GetSafeHdc(), canvas, [&](zelctl::OffscreenCanvas& c) {
-        zelctl::PaintLabelFrame(c, *m_frame);
+    auto backdrop = [&](zelctl::OffscreenCanvas& c) {
+        zelctl::PaintLabelFrame(c, *m_frame, client);
         if (m_nMode == 1 || m_nMode == 2) {
             const SIZE right = m_indicators->Size(kRightIndicator);
             c.Blit((*m_indicators)[kRightIndicator], client.right - right.cx, client.bottom - right.cy, right.cx,
@@ -123,18 +128,13 @@ void CZELTelLCD::OnPaint() {
             const SIZE left = m_indicators->Size(kLeftIndicator);
             c.Blit((*m_indicators)[kLeftIndicator], 0, client.Height() - left.cy, left.cx, left.cy);
         }
-    });
-
-    const SIZE strip = StripSize();
-    CRect number(client.left, client.top, client.right, client.bottom - strip.cy);
-    number.DeflateRect(kNumberInset, 0, kNumberInset, 0);
-    CString text;
-    GetWindowText(text);
-    zelctl::DrawShrunkText(canvas.dc(), text, number, kNumberFormat, m_crNumber, m_hNumberFont, m_nFontHeight);
-
-    const RECT status{strip.cx, client.bottom - strip.cy, client.right, client.bottom};
-    zelctl::DrawSkinText(canvas.dc(), m_strTime, status, kStatusFormat, m_crTime, m_hTimeFont);
-    canvas.Present();
+    };
+    m_kept->Paint(dc.GetSafeHdc(), client.Width(), client.Height(), (kNumberFormat & DT_CENTER) != 0, backdrop,
+                  [&](zelctl::OffscreenCanvas& c) {
+                      zelctl::DrawShrunkText(c.dc(), text, c.Local(number), kNumberFormat, m_crNumber, m_hNumberFont,
+                                             m_nFontHeight);
+                      zelctl::DrawSkinText(c.dc(), m_strTime, c.Local(status), kStatusFormat, m_crTime, m_hTimeFont);
+                  });
 }
 
 void CZELTelLCD::OnDestroy() {

@@ -5,8 +5,7 @@
 
 namespace zelctl {
 
-void PaintLabelFrame(OffscreenCanvas& canvas, const SkinSet& frame) {
-    const RECT client{0, 0, canvas.width(), canvas.height()};
+void PaintLabelFrame(OffscreenCanvas& canvas, const SkinSet& frame, const RECT& client) {
     const ThreePieceSkin skin{frame[kLabelLeft], frame[kLabelMiddle], frame[kLabelRight]};
     PaintThreePiece(canvas, client, skin, {Axis::Horizontal, CapFit::Stretch, MiddleFit::Tile});
 }
@@ -26,6 +25,28 @@ void LabelCanvases::Backdrop(HDC screen, OffscreenCanvas& canvas, const std::fun
         return;
     }
     ::BitBlt(canvas.dc(), 0, 0, w, h, backdrop_.dc(), 0, 0, SRCCOPY);
+}
+
+void LabelCanvases::Paint(HDC screen, int width, int height, bool centred,
+                          const std::function<void(OffscreenCanvas&)>& backdrop,
+                          const std::function<void(OffscreenCanvas&)>& text) {
+    if (width <= ::GetSystemMetrics(SM_CXSCREEN) && height <= ::GetSystemMetrics(SM_CYSCREEN)) {
+        OffscreenCanvas canvas(screen, width, height, canvas_);
+        Backdrop(screen, canvas, backdrop);
+        text(canvas);
+        canvas.Present();
+        return;
+    }
+    // Kept bitmaps of an earlier, ordinary size would only hold memory until the label
+    // shrinks back, when they are made again anyway.
+    Release();
+    RECT area = OffscreenCanvas::PaintArea(screen, width, height);
+    if (area.left >= area.right || area.top >= area.bottom) return;  // nothing of it shows
+    if (centred) area.left = 0;
+    OffscreenCanvas canvas(screen, area);
+    backdrop(canvas);
+    text(canvas);
+    canvas.Present();
 }
 
 void LabelText::Set(int height, COLORREF textColour, UINT textFormat, const CRect& textRect) {

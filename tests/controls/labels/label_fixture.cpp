@@ -73,4 +73,22 @@ std::string LabelTest::Shows(CWnd& control, const Reference& want) {
     return want.Diff(control.m_hWnd);
 }
 
+std::string LabelTest::ShowsWhereVisible(HWND window, const Reference& want) {
+    CRect shown;  // the window's client area that lies within the parent's, in client coordinates
+    ::GetWindowRect(window, &shown);
+    shown.IntersectRect(shown, CRect(0, 0, 320, 200));
+    shown.OffsetRect(-ScreenOf(window, 0, 0).x, -ScreenOf(window, 0, 0).y);
+    if (shown.IsRectEmpty()) return "nothing shows";
+    int count = 0;
+    std::string first;
+    for (int y = shown.top; y < shown.bottom; ++y)
+        for (int x = shown.left; x < shown.right; ++x) {
+            const COLORREF expected = ::GetPixel(want.dc(), x, y), got = ShownAt(window, x, y);
+            if (expected != got && count++ == 0)
+                first = "first at (" + std::to_string(x) + "," + std::to_string(y) + "): " + zel::test::Hex(got) +
+                        ", expected " + zel::test::Hex(expected);
+        }
+    return count ? std::to_string(count) + " pixels differ, " + first : std::string();
+}
+
 }  // namespace labeltest

@@ -25,6 +25,9 @@ protected:
     CString SkinPath(const std::string& name) const { return CString(skins.Path(name).c_str()); }
     // Repaints `control` and says where its pixels differ from `want` ("" when equal).
     std::string Shows(CWnd& control, const Reference& want);
+    // The same for the pixels of `window` that show within the parent, for a window too
+    // large or too far out to show whole; fails when none show.
+    std::string ShowsWhereVisible(HWND window, const Reference& want);
 };
 
 using Paint = std::function<COLORREF(int x, int y)>;

@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+#include "gdi/raster.h"
+
 #include "CZELLable.h"
 #include "label_fixture.h"
 
@@ -165,6 +167,47 @@ TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
     l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");
     l.LoadSkin(L"no bar at all", L"");
     EXPECT_EQ(Shows(*label, Reference(120, 30)), "");
+}
+
+// A label wider than the screen paints what shows of it, without keeping a picture of it
+// all: each part that shows at odd and even offsets is the whole label's, for centred and
+// right-aligned text; and moved to 32767 x 1000, its paints write a few layers of the
+// 310 x 190 pixels that show.
+TEST_F(Label, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    auto left = [](int x, int) { return RGB(200, 40 * x, 0); };
+    auto right = [](int x, int) { return RGB(0, 40 * x, 200); };
+    auto middle = [](int x, int y) { return RGB(60 * x, 60 * y, 90); };
+    skins.Pixels("left", 6, 10, left);
+    skins.Pixels("middle", 3, 3, middle);
+    skins.Pixels("right", 4, 10, right);
+    constexpr int w = 1000, h = 41;
+    CZELLable& l = Make(L"Calls waiting in the queue", RECT{0, 0, w, h});
+    l.LoadSkin(skins.Skin({"left", "middle", "right"}), L"");
+    struct Case {
+        UINT format;
+        RECT text;
+    } cases[] = {{DT_SINGLELINE | DT_VCENTER | DT_CENTER, RECT{}},
+                 {DT_CENTER | DT_WORDBREAK, RECT{300, 3, 460, 40}},
+                 {DT_SINGLELINE | DT_RIGHT | DT_BOTTOM, RECT{0, 0, 695, 37}}};
+    for (const Case& c : cases) {
+        l.SetFont(16, kWhite, c.format, CRect(c.text));
+        Reference want(w, h);
+        want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : x >= w - 4 ? right(x - w + 4, y) : middle(x % 3, y % 3); });
+        want.Text(L"Calls waiting in the queue", IsRectEmpty(&c.text) ? RECT{0, 0, w, h} : c.text, c.format, 16, kWhite);
+        for (const POINT at : {POINT{0, 0}, POINT{-341, 0}, POINT{-342, -7}, POINT{-523, 0}, POINT{-690, -6}}) {
+            l.MoveWindow(at.x, at.y, w, h);
+            l.Invalidate();
+            desktop.RunUntilIdle();
+            EXPECT_EQ(ShowsWhereVisible(l.m_hWnd, want), "") << "format " << c.format << " at " << at.x << "," << at.y;
+        }
+    }
+
+    const uint64_t before = zel::gdi::pixelsWritten;
+    l.MoveWindow(10, 10, 32767, 1000);
+    desktop.RunUntilIdle();
+    l.Invalidate();
+    desktop.RunUntilIdle();
+    EXPECT_LE(zel::gdi::pixelsWritten - before, 2u * 4 * 310 * 190) << "pixels written by two paints";
 }
 
 }  // namespace
