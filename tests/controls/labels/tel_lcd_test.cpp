@@ -7,6 +7,7 @@
 
 #include "CZELTelLCD.h"
 #include "SkinSet.h"
+#include "gdi/raster.h"
 #include "label_fixture.h"
 
 namespace {
@@ -224,6 +225,38 @@ TEST_F(TelLCDTest, DestroyReleasesFontsAndIndicatorsAndLaterCallsAreHarmless) {
     InitFiles(1);
     lcd->LoadSkin(skins.Skin({"middle"}), L"");
     EXPECT_NE((*lcd->m_frame)[0], nullptr);  // held until the destructor
+}
+
+// A display taller and wider than the screen paints what shows of it: the centred number,
+// the indicators and the status text land where a whole paint puts them, at odd and even
+// offsets; moved to 32767 x 32767, its paints write a few layers of the 190 x 190 pixels
+// that show.
+TEST_F(TelLCDTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
+    constexpr int w = 901, h = 613;
+    InitFiles(1, 40);
+    CString time = L"12:34";
+    lcd->SetszTime(time);
+    lcd->SetWindowText(L"0049 89 1234 567");
+    Reference want(w, h, kMiddle);
+    want.Fill(RECT{w - kRightSize.cx, h - kRightSize.cy, w, h}, kRightInd);
+    want.Fill(RECT{0, h - kLeftSize.cy, kLeftSize.cx, h}, kLeftInd);
+    want.Text(L"0049 89 1234 567", RECT{5, 0, w - 5, h - kLeftSize.cy}, kNumberFormat, 40, kNumber);
+    want.Text(time, RECT{kLeftSize.cx, h - kLeftSize.cy, w, h}, kStatusFormat, 14, kStatus);
+    for (const POINT at : {POINT{0, -430}, POINT{-401, -200}, POINT{-400, -201}, POINT{-720, -450}}) {
+        lcd->MoveWindow(at.x, at.y, w, h);
+        desktop.RunUntilIdle();
+        EXPECT_EQ(ShowsWhereVisible(lcd->m_hWnd, want), "") << "at " << at.x << "," << at.y;
+    }
+
+    const uint64_t before = zel::gdi::pixelsWritten;
+    lcd->MoveWindow(130, 10, 32767, 32767);
+    desktop.RunUntilIdle();
+    lcd->Invalidate();
+    desktop.RunUntilIdle();
+    const uint64_t written = zel::gdi::pixelsWritten - before;
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, 2u * 4 * 190 * 190) << "pixels written by two paints";
+    EXPECT_EQ(ShownAt(lcd->m_hWnd, 189, 189), kMiddle);
 }
 
 }  // namespace
