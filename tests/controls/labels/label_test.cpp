@@ -192,8 +192,11 @@ TEST_F(Label, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     for (const Case& c : cases) {
         l.SetFont(16, kWhite, c.format, CRect(c.text));
         Reference want(w, h);
-        want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : x >= w - 4 ? right(x - w + 4, y) : middle(x % 3, y % 3); });
-        want.Text(L"Calls waiting in the queue", IsRectEmpty(&c.text) ? RECT{0, 0, w, h} : c.text, c.format, 16, kWhite);
+        want.Pixels([&](int x, int y) {
+            return x < 6 ? left(x, y) : x >= w - 4 ? right(x - w + 4, y) : middle(x % 3, y % 3);
+        });
+        const RECT rc = IsRectEmpty(&c.text) ? RECT{0, 0, w, h} : c.text;
+        want.Text(L"Calls waiting in the queue", rc, c.format, 16, kWhite);
         for (const POINT at : {POINT{0, 0}, POINT{-341, 0}, POINT{-342, -7}, POINT{-523, 0}, POINT{-690, -6}}) {
             l.MoveWindow(at.x, at.y, w, h);
             l.Invalidate();
