@@ -137,6 +137,9 @@ int CBbgFileList::InsertItem(int nItem, CString strText, long lData) {
 
 BOOL CBbgFileList::DeleteAllItems() {
     m_items.clear();
+    // A drag held over rows that are gone marks nothing more: rows inserted while the
+    // finger is still down are not marked from an anchor that no longer exists.
+    m_bDragging = false;
     return TRUE;
 }
 

@@ -172,6 +172,16 @@ TEST_F(FileListTest, DraggingFarAboveTheListWritesNoRowBeforeTheFirst) {
     MoveTo(l.m_hWnd, 20, -100);  // row (-100 / 30) = -3
     UpAt(l.m_hWnd, 20, -100);
     EXPECT_EQ(l.Marks(), ".C.. 01");
+
+    // Emptied in the middle of a drag: the rows inserted next are not marked by it.
+    DownAt(l.m_hWnd, 20, Y(2));
+    MoveTo(l.m_hWnd, 20, Y(3));
+    EXPECT_EQ(l.Marks(), "..C. 23");
+    l.DeleteAllItems();
+    for (int i = 0; i < 4; ++i) l.InsertItem(i, L"again", 0);
+    MoveTo(l.m_hWnd, 20, Y(1));
+    UpAt(l.m_hWnd, 20, Y(1));
+    EXPECT_EQ(l.Marks(), "..C. ");
 }
 
 TEST_F(FileListTest, ASecondTapOnTheCurrentRowIsOneDoubleClick) {
