@@ -11,8 +11,9 @@
 // costs time (a string of 16 000 bars took 10 to 20 ms an input, against 0.3 ms for a
 // usual one, and such strings were a twentieth of the inputs but most of the time).
 // Mode bit 1 gives the reserved second string the same text. The mode byte's bits 2 and up
-// pick the control that loads the string: (mode >> 2) % 5 is the button, the check box,
-// the scroll bar, the slider or the combo box.
+// pick the control that loads the string: (mode >> 2) % 10 is the button, the check box,
+// the scroll bar, the slider, the combo box, the label, the list control, the play list,
+// the date spinner or the time and date spinners (Kind).
 #include <afxwin.h>
 #include <zel/debug.h>
 #include <zel/desktop.h>
@@ -26,8 +27,13 @@
 #include "CZELButton.h"
 #include "CZELChkBox.h"
 #include "CZELComBox.h"
+#include "CZELDate.h"
+#include "CZELLable.h"
+#include "CZELListCtrl.h"
+#include "CZELPlayList.h"
 #include "CZELScrollbar.h"
 #include "CZELSlider.h"
+#include "CZELTimeDate.h"
 #include "SkinList.h"
 #include "control_fuzzing.h"
 #include "skin_files.h"
@@ -125,12 +131,19 @@ int LiveWindows() {
 }
 
 // The controls that take a skin string. The mode byte picks one kind per input, which
-// loads the string twice: into a fresh control without a window (the parsing, the file
-// loads, the pieces kept) and into a fresh one with a window on the host (its layout, the
-// paint with the new pieces, the combo box's open list). Every kind on every input cost
-// five times as much, and the kinds share nothing but the splitting rule, which every
-// input checks itself; the fuzzer meets the kinds one at a time and keeps what each finds.
-enum Kind { kButton, kCheckBox, kScrollBar, kSlider, kComboBox, kKinds };
+// loads the string into a fresh control without a window (the parsing, the file loads, the
+// pieces kept) and, for the first five kinds, into a fresh one with a window on the host
+// too (its layout, the paint with the new pieces, the combo box's open list). Every kind
+// on every input cost five times as much, and the kinds share nothing but the splitting
+// rule, which every input checks itself; the fuzzer meets the kinds one at a time and
+// keeps what each finds.
+enum Kind {
+    kButton, kCheckBox, kScrollBar, kSlider, kComboBox,
+    // These load without a window only: each needs a host of its own kind around it (a
+    // dialog item to subclass, spinner children), which the message storm builds.
+    kLabel, kListCtrl, kPlayList, kDate, kTimeDate,
+    kKinds
+};
 
 // Runs the loop until idle (the paints); a loop that does not settle is a finding.
 void Settle(const char* after) {
@@ -193,6 +206,17 @@ void LoadKind(Kind kind, const CString& skin, const CString& reserved) {
                     c.ShowDropDown(TRUE);  // the open list paints rows and the bar from the same skin
                     Settle("opening the combo box's list");
                 });
+        case kLabel:
+            return CZELLable().LoadSkin(skin, reserved);
+        case kListCtrl:
+            return CZELListCtrl().LoadSkin(skin, reserved);
+        case kPlayList:
+            return CZELPlayList().LoadSkin(skin, reserved);
+        // The date spinners take a folder and a list of names in it: the string is the list.
+        case kDate:
+            return CZELDate().LoadSkin(reserved, skin);
+        case kTimeDate:
+            return CZELTimeDate().LoadSkin(reserved, skin);
         case kKinds:
             break;
     }

@@ -697,9 +697,10 @@ void ComboSeeds(Seeds& out) {
 
 void SkinStringSeeds(Seeds& out) {
     // Each string once for every control kind (the mode byte's bits 2 and up pick it).
-    const char* const kinds[] = {"button", "check_box", "scroll_bar", "slider", "combo_box"};
+    const char* const kinds[] = {"button", "check_box", "scroll_bar", "slider",  "combo_box",
+                                 "label",  "list_ctrl", "play_list",  "date",    "time_date"};
     auto write = [&](const char* name, uint8_t mode, const std::string& text) {
-        for (uint8_t kind = 0; kind < 5; ++kind) {
+        for (uint8_t kind = 0; kind < 10; ++kind) {
             Bytes bytes{static_cast<uint8_t>(mode | kind << 2)};
             bytes.insert(bytes.end(), text.begin(), text.end());
             out.Write(std::string(name) + "_in_" + kinds[kind], bytes);
