@@ -1,5 +1,5 @@
-// Feeds arbitrary skin strings to every control's LoadSkin, with and without a window, and
-// checks the splitting rule they all share: SplitSkinList gives one piece per "|", no
+// Feeds arbitrary skin strings to the LoadSkin of every control kind (one kind an input,
+// fresh, with and without a window), and checks the splitting rule they all share: SplitSkinList gives one piece per "|", no
 // piece holds a "|" or starts or ends with white space, and each piece comes from its own
 // stretch of the string.
 //
