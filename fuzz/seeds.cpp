@@ -696,27 +696,38 @@ void ComboSeeds(Seeds& out) {
 // ---- fuzz_skin_strings: a mode byte, then the string (see the fuzzer) ---------------------------
 
 void SkinStringSeeds(Seeds& out) {
+    // Each string once for every control kind (the mode byte's bits 2 and up pick it).
+    const char* const kinds[] = {"button", "check_box", "scroll_bar", "slider",  "combo_box",
+                                 "label",  "list_ctrl", "play_list",  "date",    "time_date"};
     auto write = [&](const char* name, uint8_t mode, const std::string& text) {
-        Bytes bytes{mode};
-        bytes.insert(bytes.end(), text.begin(), text.end());
-        out.Write(name, bytes);
+        for (uint8_t kind = 0; kind < 10; ++kind) {
+            Bytes bytes{static_cast<uint8_t>(mode | kind << 2)};
+            bytes.insert(bytes.end(), text.begin(), text.end());
+            out.Write(std::string(name) + "_in_" + kinds[kind], bytes);
+        }
     };
     auto file = [](uint8_t f) { return std::string{'\x01', static_cast<char>(f)}; };
-    write("scroll_bar", 0,
-          file(kBarUp) + "|" + file(kBarUpDown) + "|" + file(kBarTrack) + "|" + file(kBarThumb) + "|" +
-              file(kBarThumbDown) + "|" + file(kBarDown) + "|" + file(kBarDownDown) + "|");
+    const std::string bar = file(kBarUp) + "|" + file(kBarUpDown) + "|" + file(kBarTrack) + "|" + file(kBarThumb) +
+                            "|" + file(kBarThumbDown) + "|" + file(kBarDown) + "|" + file(kBarDownDown) + "|";
+    write("scroll_bar", 0, bar);
     write("slider", 2,
           " " + file(kSlLeft) + " |\t" + file(kSlRight) + "|" + file(kSlThumb) + "|" + file(kSlThumbUp) + "|" +
               file(kSlThumbDown) + "|" + file(kSlFill) + "|" + file(kSlChannel) + "|" + file(kSlChanLeft) + "|" +
               file(kSlChanRight) + "|");
     write("progress", 0, file(kProgBack) + "|" + file(kProgFill) + "|");
     write("check_box", 0, file(kChkOn) + "\r\n|" + file(kChkOff) + "|" + file(kChkBack));
+    write("button", 0,
+          file(kBtnNormal) + "|" + file(kBtnFocus) + "|" + file(kBtnDown) + "|" + file(kBtnDisable) + "|");
+    // The box's three pieces, its arrow up and down, a row and the chosen row, then the bar.
+    write("combo_box", 0,
+          file(kSlChanLeft) + "|" + file(kSlChannel) + "|" + file(kSlChanRight) + "|" + file(kRound) + "|" +
+              file(kRoundDown) + "|" + file(kProgBack) + "|" + file(kProgFill) + "|" + bar);
     write("odd", 0, "|| |\t\n|" + file(kMissing) + "|" + file(kMalformed) + "|" + file(kFolder) + "|x\x02\x10|");
     write("embedded_nul", 0, file(kTiny) + std::string(1, '\0') + "|" + file(kWide) + "|");
-    Bytes wide{1};
+    Bytes wide;
     for (uint32_t unit : {0x2Fu, 0x74u, 0xD800u, 0x7Cu, 0x110000u, 0xFFFFFFFFu, 0x7Cu, 0x20u, 0u, 0x7Cu})
         for (int b = 0; b < 4; ++b) wide.push_back(static_cast<uint8_t>(unit >> (8 * b)));
-    out.Write("wide", wide);
+    write("wide", 1, std::string(wide.begin(), wide.end()));
 }
 
 }  // namespace

@@ -2,15 +2,37 @@
 
 #include <aygshell.h>
 
+#include <cwchar>
+
 namespace zelctl {
 
+namespace {
+
+// The white space CString::Trim removes.
+bool IsTrimmed(WCHAR c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
+
+}  // namespace
+
+// Every control splits its skin string on each load, and a host's string may be long and
+// hold thousands of bars: the bars are found with wmemchr, the array is sized once for
+// them, and each piece is cut already trimmed, one allocation per piece.
 void SplitSkinList(const CString& skin, CStringArray& out) {
     out.RemoveAll();
-    int start = 0;
-    for (int bar = skin.Find(L'|'); bar >= 0; bar = skin.Find(L'|', start)) {
-        CString piece = skin.Mid(start, bar - start);
-        piece.Trim();
-        out.Add(piece);
+    const LPCWSTR text = skin.GetString();
+    const LPCWSTR end = text + skin.GetLength();
+    auto nextBar = [end](LPCWSTR from) { return std::wmemchr(from, L'|', static_cast<size_t>(end - from)); };
+    INT_PTR bars = 0;
+    for (LPCWSTR bar = nextBar(text); bar; bar = nextBar(bar + 1)) ++bars;
+    if (bars == 0) return;
+    out.SetSize(bars);
+    CString* slots = out.GetData();
+    INT_PTR piece = 0;
+    LPCWSTR start = text;
+    for (LPCWSTR bar = nextBar(text); bar; bar = nextBar(bar + 1)) {
+        LPCWSTR first = start, last = bar;
+        while (first < last && IsTrimmed(*first)) ++first;
+        while (last > first && IsTrimmed(last[-1])) --last;
+        slots[piece++] = CString(first, static_cast<int>(last - first));
         start = bar + 1;
     }
 }

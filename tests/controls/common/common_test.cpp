@@ -25,11 +25,13 @@
 
 namespace {
 
-std::vector<std::wstring> Split(const wchar_t* skin) {
+std::vector<std::wstring> Split(const std::wstring& skin) {
     CStringArray pieces;
-    zelctl::SplitSkinList(CString(skin), pieces);
+    pieces.Add(L"left over");  // a split replaces what the list held
+    zelctl::SplitSkinList(CString(skin.data(), static_cast<int>(skin.size())), pieces);
     std::vector<std::wstring> out;
-    for (INT_PTR i = 0; i < pieces.GetSize(); ++i) out.emplace_back(static_cast<LPCWSTR>(pieces[i]));
+    for (INT_PTR i = 0; i < pieces.GetSize(); ++i)
+        out.emplace_back(pieces[i].GetString(), static_cast<size_t>(pieces[i].GetLength()));
     return out;
 }
 
@@ -40,6 +42,32 @@ TEST(SkinList, PiecesBeforeEachBarAreTrimmedAndTheTailIsDropped) {
     EXPECT_EQ(Split(L"a.bmp"), V{});
     EXPECT_EQ(Split(L""), V{});
     EXPECT_EQ(Split(L"||x|"), (V{L"", L"", L"x"})) << "empty pieces keep their places";
+}
+
+TEST(SkinList, TrimsWhatCStringTrimsAndKeepsEverythingElse) {
+    using V = std::vector<std::wstring>;
+    const struct {
+        const char* what;
+        std::wstring skin;
+        V pieces;
+    } cases[] = {
+        {"space, tab, LF, VT, FF and CR go", L" \t\n\v\f\ra.bmp\r\f\v\n\t |", {L"a.bmp"}},
+        {"white space inside stays", L" a b.bmp |", {L"a b.bmp"}},
+        {"a piece of white space is empty", L" \t |\r\n|", {L"", L""}},
+        {"no-break and ideographic spaces are not trimmed", L"\u00A0a\u3000|", {L"\u00A0a\u3000"}},
+        {"a NUL is a character like any other", std::wstring(L"a\0b|\0|", 6), {std::wstring(L"a\0b", 3), std::wstring(1, L'\0')}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Split(c.skin), c.pieces) << c.what;
+}
+
+TEST(SkinList, ThousandsOfPiecesEachInItsPlace) {
+    std::wstring skin;
+    for (int i = 0; i < 5000; ++i) skin += std::to_wstring(i) + L" |";
+    skin += std::wstring(5000, L'x') + L"|";
+    const std::vector<std::wstring> pieces = Split(skin);
+    ASSERT_EQ(pieces.size(), 5001u);
+    for (int i = 0; i < 5000; ++i) ASSERT_EQ(pieces[static_cast<size_t>(i)], std::to_wstring(i)) << i;
+    EXPECT_EQ(pieces.back(), std::wstring(5000, L'x'));
 }
 
 class TransparentBlitTest : public zel::test::LeakChecked {};
