@@ -1,5 +1,7 @@
 #include "support/control_test.h"
 
+#include "gdi/raster.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -58,6 +60,14 @@ void ControlTest::UpAt(HWND hwnd, int x, int y) {
 void ControlTest::Press(UINT vk) {
     desktop.KeyDown(vk);
     desktop.KeyUp(vk);
+}
+
+uint64_t ControlTest::RepaintPixels(CWnd& ctl) {
+    desktop.RunUntilIdle();
+    ctl.Invalidate();
+    const uint64_t before = zel::gdi::pixelsWritten;
+    desktop.RunUntilIdle();
+    return zel::gdi::pixelsWritten - before;
 }
 
 void ControlTest::ForEachLook(CWnd& ctl, POINT at, const std::function<void(const char* look)>& look) {

@@ -22,6 +22,7 @@
 #include <afxwin.h>
 #include <zel/desktop.h>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -50,6 +51,9 @@ protected:
     // "normal" (the parent has the focus), "focus", "down" (pointer held at `at`, client
     // coordinates) and "disabled". It ends enabled, released and without the focus.
     void ForEachLook(CWnd& ctl, POINT at, const std::function<void(const char* look)>& look);
+    // The pixels the raster writes for one repaint of the whole of `ctl` (the loop settled
+    // first, so only that repaint counts).
+    uint64_t RepaintPixels(CWnd& ctl);
 
     zel::Desktop& desktop = zel::Desktop::Get();
     SkinFolder skins;

@@ -7,7 +7,6 @@
 #include <memory>
 #include <vector>
 
-#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -121,11 +120,7 @@ TEST_F(BmpTextButton, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
                                              << Hex(*differ.first) << " whole, " << Hex(*differ.second) << " half hidden";
 
     button->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
-    desktop.RunUntilIdle();
-    button->Invalidate();
-    const uint64_t before = zel::gdi::pixelsWritten;
-    desktop.RunUntilIdle();
-    const uint64_t written = zel::gdi::pixelsWritten - before;
+    const uint64_t written = RepaintPixels(*button);
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 4u * 290 * 190) << "pixels written by one repaint";
 }

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "ControlFont.h"
-#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -294,11 +293,7 @@ TEST_F(ChkBox, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     }
 
     box->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
-    desktop.RunUntilIdle();
-    box->Invalidate();
-    const uint64_t before = zel::gdi::pixelsWritten;
-    desktop.RunUntilIdle();
-    const uint64_t written = zel::gdi::pixelsWritten - before;
+    const uint64_t written = RepaintPixels(*box);
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 4u * 290 * 140) << "pixels written by one repaint";
 }

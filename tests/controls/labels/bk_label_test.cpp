@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "CZELBkLable.h"
-#include "gdi/raster.h"
 #include "label_fixture.h"
 
 namespace {
@@ -103,11 +102,7 @@ TEST_F(BkLabelTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
 
     label->SetBitmap(nullptr);  // the white fill covers the canvas
     label->MoveWindow(100, 40, 32767, 20);
-    desktop.RunUntilIdle();
-    label->Invalidate();
-    const uint64_t before = zel::gdi::pixelsWritten;
-    desktop.RunUntilIdle();
-    const uint64_t written = zel::gdi::pixelsWritten - before;
+    const uint64_t written = RepaintPixels(*label);
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 4u * 220 * 20) << "pixels written by one repaint";
 }

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "CZELScrollbar.h"
-#include "gdi/raster.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -563,11 +562,7 @@ TEST_F(ScrollbarTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     }
 
     b.MoveWindow(kX, kY, 12, 32767);
-    desktop.RunUntilIdle();
-    b.Invalidate();
-    const uint64_t before = zel::gdi::pixelsWritten;
-    desktop.RunUntilIdle();
-    const uint64_t written = zel::gdi::pixelsWritten - before;
+    const uint64_t written = RepaintPixels(b);
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 8u * 12 * 90) << "pixels written by one repaint";
 }
