@@ -119,6 +119,7 @@ void RowStore::DeleteAllRows(int& curSel) {
     }
     if (count > 0 && columnCount < 1) firstRow = nullptr;
     itemCount = 0;
+    if (curSel >= itemCount) curSel = -1;  // as DeleteRow leaves it: no row, no selection
 }
 
 bool RowStore::SetText(int row, int col, LPCTSTR text) {

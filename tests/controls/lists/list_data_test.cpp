@@ -244,6 +244,13 @@ TEST_F(ListDataTest, InsertColumnWithHeadingCutsFilledRows) {
     EXPECT_EQ(l.InsertColumn(0, L"first", 0, 10, 0), 0);
     EXPECT_EQ(l.DeleteColumn(2), 1) << "rows shorter than the column are passed over";
     EXPECT_EQ(l.GetItemCount(), 2);
+    // With every column gone the rows cannot be deleted one by one; emptying the list
+    // still frees them, and the selection goes with them.
+    l.SetCurSel(1);
+    for (int i = 0; i < 4; ++i) l.DeleteColumn(0);
+    EXPECT_EQ(l.DeleteAllItems(), 1);
+    EXPECT_EQ(l.GetItemCount(), 0);
+    EXPECT_EQ(l.GetCurSel(), -1);
 }
 
 TEST_F(ListDataTest, ScrollBarRangeAndVisibilityByRowCount) {
