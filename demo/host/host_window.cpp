@@ -55,28 +55,12 @@ HostWindow::HostWindow(NotificationLog& log, HBITMAP background, Screen* screen,
       screenName_(std::move(screenName)),
       navigate_(std::move(navigate)) {}
 
-HostWindow::~HostWindow() {
-    Destroy();
-    FreeFrame();
-}
-
-void HostWindow::FreeFrame() {
-    if (frame_) ::DeleteObject(frame_);
-    if (stale_) ::DeleteObject(stale_);
-    frame_ = nullptr;
-    stale_ = nullptr;
-}
+HostWindow::~HostWindow() { Destroy(); }
 
 // The frame's content in area (client coordinates) is out of date: drawn again at the
 // next paint, which this asks for.
 void HostWindow::Changed(const RECT& area) {
-    if (stale_) {
-        HRGN add = ::CreateRectRgnIndirect(&area);
-        if (add) {
-            ::CombineRgn(stale_, stale_, add, RGN_OR);
-            ::DeleteObject(add);
-        }
-    }
+    frame_.MarkStale(area);
     if (m_hWnd) InvalidateRect(&area, FALSE);
 }
 
@@ -127,7 +111,7 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ERASEBKGND: return 1;  // WM_PAINT covers every pixel
         case WM_PAINT: Paint(); return 0;
         case WM_DESTROY:
-            FreeFrame();
+            frame_.Free();
             return CWnd::WindowProc(message, wParam, lParam);
         case WM_COMMAND:
         case WM_NOTIFY:
@@ -230,23 +214,13 @@ void HostWindow::Paint() {
     HDC memory = CreateCompatibleDC(dc);
     // One frame for the window's life: outside the update region its old contents are
     // never shown, so it need not be made (or cleared) again for each paint.
-    BITMAP size{};
-    if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.right ||
-                   size.bmHeight != client.bottom))
-        FreeFrame();
-    const bool fresh = !frame_;
-    if (fresh) {
-        frame_ = CreateCompatibleBitmap(dc, client.right, client.bottom);
-        stale_ = ::CreateRectRgnIndirect(&client);
-    }
-    HGDIOBJ oldFrame = SelectObject(memory, frame_);
+    const bool fresh = frame_.Fit(dc, client);
+    HGDIOBJ oldFrame = SelectObject(memory, frame_.bitmap());
 
     // What is drawn: of the update region, the part whose content changed or was never
     // drawn -- all of it for a screen that does not announce its changes. The rest the
     // frame still holds (a popup closed over it, the whole screen was invalidated).
-    HRGN redraw = ::CreateRectRgn(0, 0, 0, 0);
-    const bool keeps = stale_ && (!screen_ || screen_->AnnouncesChanges());
-    if (redraw && update) ::CombineRgn(redraw, update, keeps ? stale_ : nullptr, keeps ? RGN_AND : RGN_COPY);
+    HRGN redraw = frame_.Redraw(update, !screen_ || screen_->AnnouncesChanges());
     RECT box{};
     if (redraw && ::GetRgnBox(redraw, &box) > NULLREGION) {
         SelectClipRgn(memory, redraw);
@@ -269,14 +243,12 @@ void HostWindow::Paint() {
         if (screen_) screen_->Paint(memory);
         if (Meets(box, kStatusStrip)) PaintStatus(memory);
         // Drawn now, except under the controls, where the frame was left as it was.
-        if (stale_) {
-            ::CombineRgn(stale_, stale_, redraw, RGN_DIFF);
-            if (under) {
-                ::CombineRgn(under, under, redraw, RGN_AND);
-                ::CombineRgn(stale_, stale_, under, RGN_OR);
-            }
+        frame_.Drawn(redraw);
+        if (under) {
+            ::CombineRgn(under, under, redraw, RGN_AND);
+            frame_.MarkStale(under);
+            ::DeleteObject(under);
         }
-        if (under) ::DeleteObject(under);
     }
     if (redraw) ::DeleteObject(redraw);
     if (update) ::DeleteObject(update);

@@ -14,6 +14,7 @@
 #include <functional>
 #include <string>
 
+#include "host/kept_frame.h"
 #include "host/notification.h"
 #include "host/paint_kit.h"
 #include "host/screens.h"
@@ -46,7 +47,6 @@ protected:
 
 private:
     void Paint();
-    void FreeFrame();
     HRGN ExcludeControls(HDC frame, const RECT& paint) const;
     void StatusChanged();
     void Changed(const RECT& area);
@@ -64,8 +64,7 @@ private:
     Font titleFont_{26, FW_BOLD};
     Font tabFont_{17, FW_BOLD};
     Font statusFont_{15};
-    HBITMAP frame_ = nullptr;  // the off-screen frame, kept between paints
-    HRGN stale_ = nullptr;     // what of the frame must be drawn again before it is shown
+    KeptFrame frame_;
     // What each row of the status strip shows, top to bottom (empty: nothing), so that a
     // notification repaints only the rows it changes.
     static constexpr size_t kStatusLines = 2;

@@ -30,31 +30,17 @@ ScreenDialog::ScreenDialog(UINT templateId, const SkinSource& skin) : templateId
 ScreenDialog::~ScreenDialog() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
     if (background_) ::DeleteObject(background_);
-    FreeFrame();
-}
-
-void ScreenDialog::FreeFrame() {
-    if (frame_) ::DeleteObject(frame_);
-    if (stale_) ::DeleteObject(stale_);
-    frame_ = nullptr;
-    stale_ = nullptr;
 }
 
 void ScreenDialog::OnDestroy() {
-    FreeFrame();
+    frame_.Free();
     CDialog::OnDestroy();
 }
 
-// Before the first paint there is no frame: all of it is drawn then, so nothing need be
-// noted, only invalidated.
+// The frame notes what went stale (see KeptFrame::MarkStale); the paint it asks for
+// redraws it.
 void ScreenDialog::Changed(const RECT& area) {
-    if (stale_) {
-        HRGN add = ::CreateRectRgnIndirect(&area);
-        if (add) {
-            ::CombineRgn(stale_, stale_, add, RGN_OR);
-            ::DeleteObject(add);
-        }
-    }
+    frame_.MarkStale(area);
     if (m_hWnd) InvalidateRect(&area, FALSE);
 }
 
@@ -91,23 +77,14 @@ void ScreenDialog::OnPaint() {
     if (!haveUpdate && update) ::SetRectRgn(update, paint.left, paint.top, paint.right, paint.bottom);
     CRect client;
     GetClientRect(&client);
-    BITMAP size{};
-    if (frame_ && (::GetObjectW(frame_, sizeof size, &size) != sizeof size || size.bmWidth != client.Width() ||
-                   size.bmHeight != client.Height()))
-        FreeFrame();
-    if (!frame_) {
-        frame_ = ::CreateCompatibleBitmap(dc.m_hDC, client.Width(), client.Height());
-        stale_ = ::CreateRectRgnIndirect(&client);
-    }
+    frame_.Fit(dc.m_hDC, client);
     HDC memory = ::CreateCompatibleDC(dc.m_hDC);
-    HGDIOBJ oldFrame = ::SelectObject(memory, frame_);
-    HRGN redraw = ::CreateRectRgn(0, 0, 0, 0);
-    // Without a stale region (out of regions) nothing can be trusted: all of the update.
-    if (redraw && update) ::CombineRgn(redraw, update, stale_, stale_ ? RGN_AND : RGN_COPY);
+    HGDIOBJ oldFrame = ::SelectObject(memory, frame_.bitmap());
+    HRGN redraw = frame_.Redraw(update);
     RECT box{};
     if (redraw && ::GetRgnBox(redraw, &box) > NULLREGION) {
         PaintStale(memory, redraw, client);
-        if (stale_) ::CombineRgn(stale_, stale_, redraw, RGN_DIFF);
+        frame_.Drawn(redraw);
     }
     if (redraw) ::DeleteObject(redraw);
     if (update) ::DeleteObject(update);

@@ -17,6 +17,7 @@
 
 #include <afxwin.h>
 
+#include "host/kept_frame.h"
 #include "host/screens.h"
 
 namespace zel::demo {
@@ -56,14 +57,12 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void FreeFrame();
     void PaintStale(HDC frame, HRGN redraw, const RECT& client);
 
     UINT templateId_;
     SkinSource skin_;
     HBITMAP background_ = nullptr;
-    HBITMAP frame_ = nullptr;  // the off-screen frame, the dialog's client size, kept between paints
-    HRGN stale_ = nullptr;     // what of the frame must be drawn again before it is shown
+    KeptFrame frame_;  // the dialog's client size, kept between paints
     bool built_ = false;
 };
 
