@@ -12,6 +12,15 @@
 
 namespace zel::demo {
 
+inline zel::Desktop& D() { return zel::Desktop::Get(); }
+
+// The top-level window of the screen on show (the demo's host window).
+inline HWND Host() {
+    HWND h = ::WindowFromPoint(POINT{400, 300});
+    while (HWND parent = ::GetParent(h)) h = parent;
+    return h;
+}
+
 class DemoTest : public zel::test::LeakChecked {
 protected:
     void SetUp() override {

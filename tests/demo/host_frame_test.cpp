@@ -13,14 +13,6 @@
 namespace zel::demo {
 namespace {
 
-zel::Desktop& D() { return zel::Desktop::Get(); }
-
-HWND Host() {
-    HWND h = ::WindowFromPoint(POINT{400, 300});
-    while (HWND parent = ::GetParent(h)) h = parent;
-    return h;
-}
-
 std::vector<COLORREF> Screenful() {
     std::vector<COLORREF> pixels;
     pixels.reserve(static_cast<size_t>(theme::kScreenWidth) * theme::kScreenHeight);

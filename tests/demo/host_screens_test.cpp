@@ -15,8 +15,6 @@
 namespace zel::demo {
 namespace {
 
-zel::Desktop& D() { return zel::Desktop::Get(); }
-
 POINT Centre(const RECT& r) { return POINT{(r.left + r.right) / 2, (r.top + r.bottom) / 2}; }
 
 size_t IndexOf(const char* name) {

@@ -15,14 +15,6 @@
 namespace zel::demo {
 namespace {
 
-zel::Desktop& D() { return zel::Desktop::Get(); }
-
-HWND Host() {
-    HWND h = ::WindowFromPoint(POINT{400, 20});
-    while (HWND parent = ::GetParent(h)) h = parent;
-    return h;
-}
-
 HWND Dialog() { return ::GetWindow(Host(), GW_CHILD); }
 
 std::vector<COLORREF> Screenful() {

@@ -22,6 +22,19 @@ protected:
         label.reset();
         LabelTest::TearDown();
     }
+    // Caps that vary by column only (6 and 4 wide) and a 3 x 3 middle pattern, and what a
+    // frame of them `width` wide shows at (x, y); without the right cap the middle runs to
+    // the edge.
+    void ColumnSkins() {
+        skins.Pixels("left", 6, 10, [](int x, int y) { return FramePixel(x, y, 1000); });
+        skins.Pixels("middle", 3, 3, [](int x, int y) { return FramePixel(6 + x, y, 1000); });
+        skins.Pixels("right", 4, 10, [](int x, int y) { return FramePixel(996 + x, y, 1000); });
+    }
+    static COLORREF FramePixel(int x, int y, int width, bool rightCap = true) {
+        if (x < 6) return RGB(200, 40 * x, 0);
+        if (rightCap && x >= width - 4) return RGB(0, 40 * (x - width + 4), 200);
+        return RGB(60 * (x % 3), 60 * (y % 3), 90);
+    }
     CZELLable& Make(const wchar_t* text, RECT box = kBox) {
         label = std::make_unique<CZELLable>();
         EXPECT_TRUE(label->Create(nullptr, text, WS_CHILD | WS_VISIBLE, box, &parent, 7));
@@ -34,21 +47,16 @@ protected:
 // Caps vary by column only, so stretching them to the client height keeps each column's
 // colour; the middle is a 3 x 3 pattern tiled from the frame's origin.
 TEST_F(Label, CapsStretchAndTheMiddleTilesBetweenThem) {
-    auto left = [](int x, int) { return RGB(200, 40 * x, 0); };
-    auto right = [](int x, int) { return RGB(0, 40 * x, 200); };
-    auto middle = [](int x, int y) { return RGB(60 * x, 60 * y, 90); };
-    skins.Pixels("left", 6, 10, left);
-    skins.Pixels("middle", 3, 3, middle);
-    skins.Pixels("right", 4, 10, right);
+    ColumnSkins();
     CZELLable& l = Make(L"");
     l.LoadSkin(L" " + SkinPath("left") + L" |" + SkinPath("middle") + L"|" + SkinPath("right") + L"|", L"");
     Reference want(120, 30);
-    want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : x >= 116 ? right(x - 116, y) : middle(x % 3, y % 3); });
+    want.Pixels([](int x, int y) { return FramePixel(x, y, 120); });
     EXPECT_EQ(want.Diff(label->m_hWnd), "") << "loading the pieces repaints at once";
 
     // Two pieces leave the right cap out: the middle runs to the edge.
     l.LoadSkin(skins.Skin({"left", "middle"}), L"");
-    want.Pixels([&](int x, int y) { return x < 6 ? left(x, y) : middle(x % 3, y % 3); });
+    want.Pixels([](int x, int y) { return FramePixel(x, y, 120, false); });
     EXPECT_EQ(Shows(*label, want), "");
 }
 
@@ -173,12 +181,7 @@ TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
 // right-aligned text; and moved to 32767 x 1000, its paints write a few layers of the
 // 310 x 190 pixels that show.
 TEST_F(Label, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
-    auto left = [](int x, int) { return RGB(200, 40 * x, 0); };
-    auto right = [](int x, int) { return RGB(0, 40 * x, 200); };
-    auto middle = [](int x, int y) { return RGB(60 * x, 60 * y, 90); };
-    skins.Pixels("left", 6, 10, left);
-    skins.Pixels("middle", 3, 3, middle);
-    skins.Pixels("right", 4, 10, right);
+    ColumnSkins();
     constexpr int w = 1000, h = 41;
     CZELLable& l = Make(L"Calls waiting in the queue", RECT{0, 0, w, h});
     l.LoadSkin(skins.Skin({"left", "middle", "right"}), L"");
@@ -191,9 +194,7 @@ TEST_F(Label, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     for (const Case& c : cases) {
         l.SetFont(16, kWhite, c.format, CRect(c.text));
         Reference want(w, h);
-        want.Pixels([&](int x, int y) {
-            return x < 6 ? left(x, y) : x >= w - 4 ? right(x - w + 4, y) : middle(x % 3, y % 3);
-        });
+        want.Pixels([](int x, int y) { return FramePixel(x, y, w); });
         const RECT rc = IsRectEmpty(&c.text) ? RECT{0, 0, w, h} : c.text;
         want.Text(L"Calls waiting in the queue", rc, c.format, 16, kWhite);
         for (const POINT at : {POINT{0, 0}, POINT{-341, 0}, POINT{-342, -7}, POINT{-523, 0}, POINT{-690, -6}}) {

@@ -159,20 +159,17 @@ TEST_F(TelLCDTest, NewIndicatorsAndStatusShowOverTheLastPaint) {
     InitFiles(1, 30, 3, "left2");
     CString time = L"00:07";
     lcd->SetszTime(time);
-    Reference want(kW, kH, kMiddle);
-    Indicators(want, false);
-    want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, other);
-    want.Text(L"42", RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
-    want.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
-    EXPECT_EQ(Shows(want), "");
-
+    auto shows = [&](const wchar_t* number) {
+        Reference want(kW, kH, kMiddle);
+        Indicators(want, false);
+        want.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, other);
+        want.Text(number, RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
+        want.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
+        return Shows(want);
+    };
+    EXPECT_EQ(shows(L"42"), "");
     Show(L"4");  // the shorter number leaves nothing of the longer one
-    Reference shorter(kW, kH, kMiddle);
-    Indicators(shorter, false);
-    shorter.Fill(RECT{0, kH - kLeftSize.cy, kLeftSize.cx, kH}, other);
-    shorter.Text(L"4", RECT{5, 0, kW - 5, kH - kLeftSize.cy}, kNumberFormat, 30, kNumber);
-    shorter.Text(time, RECT{kLeftSize.cx, kH - kLeftSize.cy, kW, kH}, kStatusFormat, 14, kStatus);
-    EXPECT_EQ(Shows(shorter), "");
+    EXPECT_EQ(shows(L"4"), "");
 }
 
 TEST_F(TelLCDTest, FileFormNeedsThreeFramePathsAndTwoIndicators) {
