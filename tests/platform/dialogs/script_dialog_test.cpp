@@ -169,7 +169,9 @@ TEST(ScriptDialogs, PlatformHeaderAgreesWithTheWin32Headers) {
                           {"LBS_STANDARD", static_cast<uint32_t>(LBS_STANDARD)},
                           {"CBS_DROPDOWNLIST", CBS_DROPDOWNLIST}, {"SBS_VERT", SBS_VERT},
                           {"IDCANCEL", IDCANCEL},       {"IDC_STATIC", static_cast<uint32_t>(IDC_STATIC)},
-                          {"WS_EX_CONTROLPARENT", WS_EX_CONTROLPARENT}};
+                          {"WS_EX_CONTROLPARENT", WS_EX_CONTROLPARENT},
+                          // The SDK's value: caption, system menu, sizing frame, both boxes.
+                          {"WS_OVERLAPPEDWINDOW", 0x00CF0000u}};
     for (const Name& n : names) {
         std::string rc = std::string("#include <windows.h>\nSTRINGTABLE BEGIN 1 \"x\" END\n1 DIALOG 0,0,1,1 STYLE ") +
                          n.name + " BEGIN END\n";
