@@ -1004,6 +1004,20 @@ void LayPanel(zelctl::OffscreenCanvas& canvas, HBITMAP back, const CRect& client
 
 }  // namespace
 
+template <class Row>
+void CZELList::ForEachRow(bool shown, const RECT& box, Row&& row) const {
+    const RowReach reach = Reach();
+    const int listH = m_rcList.Height();
+    const int first = ScrollPos();
+    for (int i = first; i < m_nItemCount; ++i) {
+        const int k = i - first;
+        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
+        const long long top = RowTop(k, m_rcList);
+        if (top > listH) break;
+        row(i, static_cast<int>(top), shown && RowShows(top, reach, box));
+    }
+}
+
 void CZELList::Draw1(Canvas& canvas) {
     CRect client;
     GetClientRect(&client);
@@ -1020,29 +1034,22 @@ void CZELList::Draw1(Canvas& canvas) {
         ::DeleteObject(pen);
         ::DeleteObject(brush);
     }
-    const int listH = m_rcList.Height();
     const POINT o{m_rcList.left, m_rcList.top};
     PaintPhase phase(dc);
     RECT box{};
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) canvas.Fill(m_rcList, m_clrFill);
-    const RowReach reach = Reach();
     RowBackgrounds rows(canvas);
     const SIZE sep = m_skin->Size(kSeparator);
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
     zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
-    const int first = ScrollPos();
     const int right = ColumnZeroRight();
-    for (int i = first; i < m_nItemCount; ++i) {
-        const int k = i - first;
-        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
-        const int top = k * m_nItemHeight;
-        const int bottom = (k + 1) * m_nItemHeight - sep.cy;
-        if (top > listH) break;
+    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+        const int bottom = top + m_nItemHeight - sep.cy;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        if (!shown || !RowShows(top, reach, box)) continue;
+        if (!drawn) return;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         rows.Draw(o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
@@ -1061,7 +1068,7 @@ void CZELList::Draw1(Canvas& canvas) {
             ::SelectObject(dc, m_hFonts[0]);
             ::SetTextColor(dc, m_clrText);
         }
-    }
+    });
 }
 
 void CZELList::Draw2(Canvas& canvas) {
@@ -1069,30 +1076,25 @@ void CZELList::Draw2(Canvas& canvas) {
     GetClientRect(&client);
     m_rcList = ListArea(client);
     LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
-    const int listH = m_rcList.Height();
     const POINT o{m_rcList.left, m_rcList.top};
     HDC dc = canvas.dc();
     PaintPhase phase(dc);
     RECT box{};
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) canvas.Fill(m_rcList, m_clrBack);
-    const RowReach reach = Reach();
     RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
     zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
     const int first = ScrollPos();
     const int right = ColumnZeroRight();
-    for (int i = first; i < m_nItemCount; ++i) {
-        const int k = i - first;
-        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
-        // The list area's top counts again inside the list area: rows sit that much lower.
-        const int top = (2 * m_nRowInterval) / 5 + k * m_nItemHeight + m_rcList.top - 1;
-        const int bottom = m_rcList.top + (k + 1) * m_nItemHeight;
-        if (top > listH) break;
+    // The list area's top counts again inside the list area (RowTop): rows sit that much
+    // lower, and so does the click rectangle's bottom.
+    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+        const int bottom = m_rcList.top + (i - first + 1) * m_nItemHeight;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
-        if (!shown || !RowShows(top, reach, box)) continue;
+        if (!drawn) return;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         rows.Draw(o, left, middle, rightCap, right, top);
         const SIZE l = zelctl::BitmapSize(left), r = zelctl::BitmapSize(rightCap);
@@ -1106,7 +1108,7 @@ void CZELList::Draw2(Canvas& canvas) {
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
         RowText(dc, s, At(text, o), kRowText);
-    }
+    });
 }
 
 // Style 0: the image list. The panel is the background colour around the list area, the
@@ -1119,17 +1121,15 @@ void CZELList::Draw(Canvas& canvas) {
     m_rcList = ListArea(client);
     HDC dc = canvas.dc();
     if (PaintPhase panel(dc); panel.Around(m_rcList)) canvas.Fill(client, m_clrBack);
-    const int listW = m_rcList.Width(), listH = m_rcList.Height();
+    const int listW = m_rcList.Width();
     const POINT o{m_rcList.left, m_rcList.top};
     PaintPhase phase(dc);
     RECT box{};
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) ListBackground(canvas, m_rcList, m_clrFill, (*m_skin)[kListBack]);
-    const RowReach reach = Reach();
     RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
-    const int first = ScrollPos();
     // The play layout's columns are counted from the client's width: rows stop 2 pixels
     // short of a visible bar rather than run under it.
     int limit = listW;
@@ -1140,14 +1140,10 @@ void CZELList::Draw(Canvas& canvas) {
         limit = std::min(limit, bar.left - m_rcList.left - 2);
     }
     const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
-    for (int i = first; i < m_nItemCount; ++i) {
-        const int k = i - first;
-        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
-        const int top = k * m_nItemHeight;
-        if (top > listH) break;
+    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, top + m_nItemHeight - m_nRowInterval);
-        if (!shown || !RowShows(top, reach, box)) continue;
+        if (!drawn) return;
         HBITMAP pieces[3];
         RowPieces(i, selected, pieces);
         rows.Draw(o, pieces[0], pieces[1], pieces[2], right, top);
@@ -1166,7 +1162,7 @@ void CZELList::Draw(Canvas& canvas) {
         CString s = m_ppRows[i]->strText;
         ForMartLeng(dc, s, text.Width());
         RowText(dc, s, At(text, o), kRowText);
-    }
+    });
 }
 
 // Style 3: the panel and list area of style 2 (the background colour sampled the same way),
@@ -1176,30 +1172,23 @@ void CZELList::Draw3(Canvas& canvas) {
     GetClientRect(&client);
     m_rcList = ListArea(client);
     LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
-    const int listH = m_rcList.Height();
     const POINT o{m_rcList.left, m_rcList.top};
     HDC dc = canvas.dc();
     PaintPhase phase(dc);
     RECT box{};
     const bool shown = phase.Inside(m_rcList, box);
     if (shown) ListBackground(canvas, m_rcList, m_clrBack, (*m_skin)[kListBack]);
-    const RowReach reach = Reach();
     RowBackgrounds rows(canvas);
     ::SetBkMode(dc, TRANSPARENT);
     zelctl::SelectGuard font(dc, m_hFonts[0]);
-    const int first = ScrollPos();
     const int right = ColumnZeroRight();
-    for (int i = first; i < m_nItemCount; ++i) {
-        const int k = i - first;
-        if (k > 0 && m_nItemHeight <= 0) break;  // a row pitch of nothing: one row, not them all
-        const int top = k * m_nItemHeight + (2 * m_nRowInterval) / 5;
-        if (top > listH) break;
+    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
         const bool selected = i == m_nCurSel;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);
         const int rowH = m.cy > 0 ? m.cy : m_nItemHeight - m_nRowInterval;
         if (selected) m_rcClick.SetRect(0, top, right, top + rowH);
-        if (!shown || !RowShows(top, reach, box)) continue;
+        if (!drawn) return;
         rows.Draw(o, left, middle, rightCap, right, top);
         ::SetTextColor(dc, selected ? m_clrSelText : m_clrText);
         // The number over its badge.
@@ -1226,5 +1215,5 @@ void CZELList::Draw3(Canvas& canvas) {
         RowText(dc, d, At(detail, o), kRowText);
         ::SelectObject(dc, m_hFonts[3]);
         RowText(dc, GetItemText(i, 2), At(CRect(capLeft - 18, top, capLeft + 42, top + rowH), o), kCentredText);
-    }
+    });
 }
