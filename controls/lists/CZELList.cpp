@@ -1004,8 +1004,15 @@ void LayPanel(zelctl::OffscreenCanvas& canvas, HBITMAP back, const CRect& client
 
 }  // namespace
 
-template <class Row>
-void CZELList::ForEachRow(bool shown, const RECT& box, Row&& row) const {
+template <class Fill, class Row>
+void CZELList::PaintRows(Canvas& canvas, Fill&& fill, Row&& row) {
+    HDC dc = canvas.dc();
+    PaintPhase phase(dc);
+    RECT box{};
+    const bool shown = phase.Inside(m_rcList, box);
+    if (shown) fill();
+    ::SetBkMode(dc, TRANSPARENT);
+    zelctl::SelectGuard font(dc, m_hFonts[0]);
     const RowReach reach = Reach();
     const int listH = m_rcList.Height();
     const int first = ScrollPos();
@@ -1035,17 +1042,11 @@ void CZELList::Draw1(Canvas& canvas) {
         ::DeleteObject(brush);
     }
     const POINT o{m_rcList.left, m_rcList.top};
-    PaintPhase phase(dc);
-    RECT box{};
-    const bool shown = phase.Inside(m_rcList, box);
-    if (shown) canvas.Fill(m_rcList, m_clrFill);
     RowBackgrounds rows(canvas);
     const SIZE sep = m_skin->Size(kSeparator);
-    ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
-    zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
     const int right = ColumnZeroRight();
-    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+    PaintRows(canvas, [&] { canvas.Fill(m_rcList, m_clrFill); }, [&](int i, int top, bool drawn) {
         const int bottom = top + m_nItemHeight - sep.cy;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
@@ -1078,19 +1079,13 @@ void CZELList::Draw2(Canvas& canvas) {
     LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
     const POINT o{m_rcList.left, m_rcList.top};
     HDC dc = canvas.dc();
-    PaintPhase phase(dc);
-    RECT box{};
-    const bool shown = phase.Inside(m_rcList, box);
-    if (shown) canvas.Fill(m_rcList, m_clrBack);
     RowBackgrounds rows(canvas);
-    ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, m_clrText);
-    zelctl::SelectGuard normalFont(dc, m_hFonts[0]);
     const int first = ScrollPos();
     const int right = ColumnZeroRight();
     // The list area's top counts again inside the list area (RowTop): rows sit that much
     // lower, and so does the click rectangle's bottom.
-    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+    PaintRows(canvas, [&] { canvas.Fill(m_rcList, m_clrBack); }, [&](int i, int top, bool drawn) {
         const int bottom = m_rcList.top + (i - first + 1) * m_nItemHeight;
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, bottom);
@@ -1123,13 +1118,7 @@ void CZELList::Draw(Canvas& canvas) {
     if (PaintPhase panel(dc); panel.Around(m_rcList)) canvas.Fill(client, m_clrBack);
     const int listW = m_rcList.Width();
     const POINT o{m_rcList.left, m_rcList.top};
-    PaintPhase phase(dc);
-    RECT box{};
-    const bool shown = phase.Inside(m_rcList, box);
-    if (shown) ListBackground(canvas, m_rcList, m_clrFill, (*m_skin)[kListBack]);
     RowBackgrounds rows(canvas);
-    ::SetBkMode(dc, TRANSPARENT);
-    zelctl::SelectGuard font(dc, m_hFonts[0]);
     // The play layout's columns are counted from the client's width: rows stop 2 pixels
     // short of a visible bar rather than run under it.
     int limit = listW;
@@ -1140,7 +1129,8 @@ void CZELList::Draw(Canvas& canvas) {
         limit = std::min(limit, bar.left - m_rcList.left - 2);
     }
     const int right = std::min(ColumnZeroRight() + (m_bPlayStyle ? GetColumnWidth(1) : 0), limit);
-    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+    const auto fill = [&] { ListBackground(canvas, m_rcList, m_clrFill, (*m_skin)[kListBack]); };
+    PaintRows(canvas, fill, [&](int i, int top, bool drawn) {
         const bool selected = i == m_nCurSel;
         if (selected) m_rcClick.SetRect(0, top, right, top + m_nItemHeight - m_nRowInterval);
         if (!drawn) return;
@@ -1174,15 +1164,10 @@ void CZELList::Draw3(Canvas& canvas) {
     LayPanel(canvas, (*m_skin)[kPanel], client, m_rcList, m_clrBack);
     const POINT o{m_rcList.left, m_rcList.top};
     HDC dc = canvas.dc();
-    PaintPhase phase(dc);
-    RECT box{};
-    const bool shown = phase.Inside(m_rcList, box);
-    if (shown) ListBackground(canvas, m_rcList, m_clrBack, (*m_skin)[kListBack]);
     RowBackgrounds rows(canvas);
-    ::SetBkMode(dc, TRANSPARENT);
-    zelctl::SelectGuard font(dc, m_hFonts[0]);
     const int right = ColumnZeroRight();
-    ForEachRow(shown, box, [&](int i, int top, bool drawn) {
+    const auto fill = [&] { ListBackground(canvas, m_rcList, m_clrBack, (*m_skin)[kListBack]); };
+    PaintRows(canvas, fill, [&](int i, int top, bool drawn) {
         const bool selected = i == m_nCurSel;
         const auto [left, middle, rightCap] = SkinRow(*m_skin, selected);
         const SIZE l = zelctl::BitmapSize(left), m = zelctl::BitmapSize(middle), r = zelctl::BitmapSize(rightCap);

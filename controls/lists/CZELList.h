@@ -240,12 +240,13 @@ private:
     bool RowShows(long long top, const RowReach& reach, const RECT& box) const {
         return top + reach.hi > box.top && top + reach.lo < box.bottom;
     }
-    // The rows a paint of the list area walks: from the scroll position down (only the first
-    // when the row pitch is nothing) while their tops (RowTop) lie within the list area.
-    // Calls row(i, top, drawn) for each; `drawn` tells whether the paint reaches it (`shown`:
-    // the list area is painted at all, `box`: its clip box in list-area coordinates).
-    template <class Row>
-    void ForEachRow(bool shown, const RECT& box, Row&& row) const;
+    // The list area's paint, as every style makes it: clipped to the list area, fill() when
+    // any of it is to be painted, then, with transparent text in the first font, the rows
+    // from the scroll position down (only the first when the row pitch is nothing) while
+    // their tops (RowTop) lie within the list area: row(i, top, drawn) for each, `drawn`
+    // telling whether the paint reaches it.
+    template <class Fill, class Row>
+    void PaintRows(Canvas& canvas, Fill&& fill, Row&& row);
     // Invalidates the bands of rows a and b (either may be -1), nothing for a row off the
     // list area; the rest of the list keeps its pixels.
     void InvalidateRows(int a, int b);
