@@ -1,5 +1,6 @@
 #include "kernel/rc/preprocessor.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -96,16 +97,36 @@ private:
         bool seenElse;
     };
 
-    void ProcessFile(const std::string& path, const std::string& bytes, int depth, bool directivesOnly, Where from) {
+    // Counts a file read against the load's budgets and numbers it for error messages.
+    int AddFile(const std::string& path, size_t bytes, Where from) {
         if (static_cast<int>(out_.files.size()) >= kMaxFiles)
             Fail(from, "more than " + std::to_string(kMaxFiles) + " files included");
-        totalBytes_ += bytes.size();
+        totalBytes_ += bytes;
         if (totalBytes_ > kMaxTotalBytes)
             Fail(from, "included files exceed " + std::to_string(kMaxTotalBytes >> 20) + " MiB in all");
-        int file = static_cast<int>(out_.files.size());
         out_.files.push_back(path);
+        return static_cast<int>(out_.files.size()) - 1;
+    }
+
+    // The directive's name and what follows it, of a line (trimmed, comments gone) that
+    // starts with '#'.
+    static std::pair<std::string, std::string> Split(const std::string& line) {
+        std::string body = kernel::Trim(line.substr(1));
+        size_t n = 0;
+        while (n < body.size() && IsIdentChar(body[n])) ++n;
+        return {body.substr(0, n), kernel::Trim(body.substr(n))};
+    }
+
+    void ProcessFile(const std::string& path, const std::string& bytes, int depth, bool directivesOnly, Where from) {
+        const int file = AddFile(path, bytes.size(), from);
         std::string text = StripComments(DecodeText(bytes));
 
+        // A file wholly inside `#ifndef NAME` ... `#endif` (nothing but blank lines around)
+        // reads as nothing while NAME is defined, so including it again then is skipped
+        // unread, as C preprocessors do: a framework header included from every header of
+        // a fan-out costs its lines once instead of once per inclusion.
+        std::string guard;
+        enum class Guard { None, Open, Closed, Broken } guardState = Guard::None;
         std::vector<Condition> conditions;
         std::istringstream in(text);
         std::string raw;
@@ -123,9 +144,20 @@ private:
             }
             if (!raw.empty() && raw.back() == '\r') raw.pop_back();
             std::string line = kernel::Trim(raw);
+            const bool directive = !line.empty() && line[0] == '#';
+            if (!line.empty() && guardState != Guard::Broken) {
+                const auto [name, arg] = directive ? Split(line) : std::pair<std::string, std::string>{};
+                if (guardState == Guard::None && name == "ifndef" && !FirstWord(arg).empty()) {
+                    guard = FirstWord(arg);
+                    guardState = Guard::Open;
+                } else if (guardState != Guard::Open || (conditions.size() == 1 && (name == "else" || name == "elif"))) {
+                    guardState = Guard::Broken;  // something outside, or a branch taken when NAME is defined
+                }
+            }
             bool active = conditions.empty() || conditions.back().active;
-            if (!line.empty() && line[0] == '#') {
-                Directive(line.substr(1), where, conditions, active, depth, path);
+            if (directive) {
+                Directive(line, where, conditions, active, depth, path);
+                if (guardState == Guard::Open && conditions.empty()) guardState = Guard::Closed;
             } else if (active && !directivesOnly && !line.empty()) {
                 if (out_.lines.size() >= kMaxLines)
                     Fail(where, "more than " + std::to_string(kMaxLines) + " resource lines");
@@ -133,15 +165,12 @@ private:
             }
         }
         if (!conditions.empty()) Fail(conditions.back().where, "#if without #endif");
+        if (guardState == Guard::Closed) guards_[path] = guard;
     }
 
-    void Directive(const std::string& rest, Where where, std::vector<Condition>& conditions, bool active, int depth,
+    void Directive(const std::string& line, Where where, std::vector<Condition>& conditions, bool active, int depth,
                    const std::string& path) {
-        std::string body = kernel::Trim(rest);
-        size_t n = 0;
-        while (n < body.size() && IsIdentChar(body[n])) ++n;
-        std::string name = body.substr(0, n);
-        std::string arg = kernel::Trim(body.substr(n));
+        const auto [name, arg] = Split(line);
 
         if (name == "ifdef" || name == "ifndef") {
             bool defined = out_.macros.count(FirstWord(arg)) != 0;
@@ -228,6 +257,10 @@ private:
             if (system || IsFrameworkHeader(name)) return;
             Fail(where, "cannot open include file '" + name + "'");
         }
+        if (auto g = guards_.find(found); g != guards_.end() && out_.macros.count(g->second)) {
+            AddFile(found, bytes->size(), where);  // still counts: fan-outs end at the same budget
+            return;
+        }
         size_t dot = found.rfind('.');
         std::string ext = kernel::Upper(found.substr(dot == std::string::npos ? found.size() : dot));
         ProcessFile(found, *bytes, depth + 1, ext == ".H" || ext == ".C", where);
@@ -250,6 +283,7 @@ private:
     Preprocessed out_;
     ExpressionCache cache_;
     size_t totalBytes_ = 0;
+    std::map<std::string, std::string> guards_;  // a file read whole inside #ifndef NAME: NAME
 };
 
 }  // namespace

@@ -287,6 +287,40 @@ TEST_F(ResourceScripts, IncludeFanOutsEndAtTheFileBudget) {
     EXPECT_NE(message.find(".h:"), std::string::npos) << "names the header and line: " << message;
 }
 
+TEST_F(ResourceScripts, AHeaderIncludedAgainIsSkippedOnlyWhileItsGuardHidesAllOfIt) {
+    // Each part holds one bitmap line: read twice, it is a duplicate identifier.
+    Write("guarded.rc2", "\n#ifndef G\n#define G\n1 BITMAP \"g.bmp\"\n#endif\n\n");
+    Write("otherwise.rc2", "#ifndef E\n#define E\n#else\n2 BITMAP \"e.bmp\"\n#endif\n");
+    Write("after.rc2", "#ifndef A\n#define A\n#endif\n3 BITMAP \"a.bmp\"\n");
+    struct Case {
+        const char* part;
+        const char* between;  // what the script does between the two inclusions
+        int id;               // the one bitmap read; 0: read twice, a duplicate
+    } cases[] = {
+        {"guarded.rc2", "", 1},           // hidden the second time
+        {"guarded.rc2", "#undef G\n", 0},  // the guard undone: read again
+        {"otherwise.rc2", "", 2},         // an #else branch shows while the guard holds
+        {"after.rc2", "", 0},             // a line after the #endif is read every time
+    };
+    for (const Case& c : cases) {
+        const std::string part = std::string("#include \"") + c.part + "\"\n";
+        const std::string message = ErrorOf(part + c.between + part);
+        if (c.id == 0) {
+            EXPECT_NE(message.find("duplicate BITMAP resource"), std::string::npos) << c.part << ": " << message;
+            continue;
+        }
+        std::string error;
+        auto script = zel::detail::ParseResourceScript(Write("twice.rc", part + c.between + part), &error);
+        ASSERT_TRUE(script) << c.part << ": " << error;
+        EXPECT_EQ(script->bitmapsById.size(), 1u) << c.part;
+        EXPECT_EQ(script->bitmapsById.count(c.id), 1u) << c.part;
+    }
+    // A skipped inclusion still counts against the load's file budget.
+    std::string many;
+    for (int i = 0; i < 300; ++i) many += "#include \"guarded.rc2\"\n";
+    EXPECT_NE(ErrorOf(many).find("more than 256 files included"), std::string::npos);
+}
+
 TEST_F(ResourceScripts, OnlyRegularFilesAreRead) {
     // A FIFO would block the reader for ever; a directory reads as nothing.
     std::string fifo = Dir() + "/fifo.rc";
