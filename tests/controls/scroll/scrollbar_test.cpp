@@ -100,11 +100,7 @@ TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
     // Where each cell is painted (the sentinel fence around the bar included) is the
     // golden's; where each is hit, the step and drag tests'.
     EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
-}
-
-TEST_F(ScrollbarTest, GoldenAtMax) {
-    MakeBar();
-    bar->SetScrollPos(100, TRUE);
+    b.SetScrollPos(100, TRUE);
     desktop.RunUntilIdle();
     EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "max", kFence));
 }
@@ -358,6 +354,15 @@ TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
     Up(36);
     desktop.Advance(500);
     EXPECT_EQ(parent.Take(), "-") << "the release kills the timer";
+
+    // Losing the focus kills it too.
+    Down(35);
+    desktop.Advance(150);
+    ::SetFocus(parent.m_hWnd);
+    desktop.Advance(500);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)@950;VSCROLL(SB_LINEDOWN,0,bar)@1050");
+    Up(35);
+    EXPECT_EQ(b.GetScrollPos(), 6);
 }
 
 TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
@@ -456,17 +461,6 @@ TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {
         EXPECT_EQ(parent.Take(), c.log);
         EXPECT_EQ(b.GetScrollPos(), c.pos);
     }
-}
-
-TEST_F(ScrollbarTest, LosingTheFocusStopsTheRepeat) {
-    ProbeBar& b = MakeBar();
-    Down(35);
-    desktop.Advance(150);
-    ::SetFocus(parent.m_hWnd);
-    desktop.Advance(500);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
-    Up(35);
-    EXPECT_EQ(b.GetScrollPos(), 2);
 }
 
 TEST_F(ScrollbarTest, AScrollMessageSentToTheBarOnlyRepaintsIt) {
