@@ -438,12 +438,7 @@ TEST_F(Combo, Looks) {
 
 // ---- kept pictures ---------------------------------------------------------------------------
 
-std::vector<COLORREF> Pixels(const RECT& r) {
-    std::vector<COLORREF> pixels;
-    for (int y = r.top; y < r.bottom; ++y)
-        for (int x = r.left; x < r.right; ++x) pixels.push_back(zel::test::ScreenPixel(x, y));
-    return pixels;
-}
+std::vector<COLORREF> Pixels(const RECT& r) { return zel::test::CaptureScreen(r).pixels; }
 
 // The box keeps its closed and its open picture and each row kind stretched. Whatever
 // changes while the list is closed, opening it again shows what a box opening for the first
