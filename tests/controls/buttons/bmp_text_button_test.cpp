@@ -61,8 +61,14 @@ TEST_F(BmpTextButton, SkinIsStretchedOverTheWholeButton) {
     EXPECT_EQ(ShownAt(hwnd, 20, 40), kSentinel);
 }
 
-TEST_F(BmpTextButton, ClicksAreTheButtonClasssOwn) {
-    auto button = Make(L"Play");
+TEST_F(BmpTextButton, LoadBitmapsMakesItOwnerDrawnAndClicksAreTheButtonClasssOwn) {
+    auto button = std::make_unique<CBmpTextButton>();
+    ASSERT_TRUE(button->Create(L"Play", WS_VISIBLE | BS_PUSHBUTTON, kPlace, &parent, kId));
+    parent.Name(button->m_hWnd, "btn");
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
+    button->LoadBitmaps(kNormal, kFocus, kDown, module);
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
+    desktop.RunUntilIdle();
     TapAt(button->m_hWnd, 60, 20);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
     desktop.Advance(1000);
@@ -70,14 +76,6 @@ TEST_F(BmpTextButton, ClicksAreTheButtonClasssOwn) {
     MoveTo(button->m_hWnd, 200, 20);
     UpAt(button->m_hWnd, 200, 20);
     EXPECT_EQ(parent.Take(), "-");
-}
-
-TEST_F(BmpTextButton, LoadBitmapsMakesItOwnerDrawn) {
-    auto button = std::make_unique<CBmpTextButton>();
-    ASSERT_TRUE(button->Create(L"x", WS_VISIBLE | BS_PUSHBUTTON, kPlace, &parent, kId));
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
-    button->LoadBitmaps(kNormal, kFocus, kDown, module);
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
 }
 
 TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {

@@ -132,7 +132,7 @@ TEST_F(ZelButton, ClickOnReleaseInsideAndForwardedPressAndRelease) {
     }
 }
 
-TEST_F(ZelButton, DoubleTapIsASecondClick) {
+TEST_F(ZelButton, DoubleTapIsASecondClickAndKeysClick) {
     auto button = Make();
     TapAt(button->m_hWnd, 5, 6);
     TapAt(button->m_hWnd, 5, 6);
@@ -141,6 +141,12 @@ TEST_F(ZelButton, DoubleTapIsASecondClick) {
     desktop.Advance(1000);
     TapAt(button->m_hWnd, 5, 6);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
+
+    button->SetFocus();  // Enter clicks the focused button; space is the BUTTON class's own
+    for (UINT key : {VK_RETURN, VK_SPACE}) {
+        Press(key);
+        EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << key;
+    }
 }
 
 TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
@@ -181,15 +187,6 @@ TEST_F(ZelButton, RepeatsPauseOutsideAndStopWithTheFocus) {
     desktop.Advance(500);
     UpAt(hwnd, 5, 6);
     EXPECT_EQ(parent.Take(), "LBUTTONUP(0,35,46)@1150");
-}
-
-TEST_F(ZelButton, EnterClicksTheFocusedButton) {
-    auto button = Make();
-    button->SetFocus();
-    Press(VK_RETURN);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
-    Press(VK_SPACE);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << "space is the BUTTON class's own click";
 }
 
 // The stepped outline itself shows in the goldens (the parent's sentinel in the cut

@@ -374,10 +374,8 @@ TEST_F(ZelListTest, ScrollBarByStyle) {
         EXPECT_EQ(l.GetColumnWidth(0), c.column0) << c.style << "/" << c.rows;
         list.reset();
     }
-}
-
-TEST_F(ZelListTest, ScrollToOnlyWhenRowsOverflowTheClient) {
-    ProbeZList& l = Make(1, 5);  // 5 x 24 = 120 <= 130: fits by this test
+    // ScrollTo moves only when the rows overflow the client: 5 x 24 = 120 <= 130 fits.
+    ProbeZList& l = Make(1, 5);
     l.ScrollTo(1);
     EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 0);
     l.InsertItem(5, L"six");

@@ -211,7 +211,7 @@ TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
     EXPECT_EQ(ScreenPixel(kX + 2, kY + 8), 0u) << "an unskinned slider shows its empty canvas";
 }
 
-TEST_F(SliderTest, SetChanRectCentresAClippedChannel) {
+TEST_F(SliderTest, SetChanRectCentresAClippedChannelAndMoveWindowLaysItAgain) {
     ProbeSlider& s = MakeNinePiece();
     s.SetChanRect(41, 5);
     EXPECT_EQ(s.m_rcChannel, CRect(19, 5, 60, 10)) << "margins (80 - 41) / 2 and (16 - 5) / 2, rounded down";
@@ -219,11 +219,8 @@ TEST_F(SliderTest, SetChanRectCentresAClippedChannel) {
     EXPECT_EQ(s.m_rcChannel, CRect(0, 0, 80, 16));
     s.SetChanRect(0, 0);
     EXPECT_EQ(s.m_rcChannel, CRect(40, 8, 40, 8));
-}
 
-TEST_F(SliderTest, MoveWindowReLaysTheChannel) {
-    ProbeSlider& s = MakeNinePiece();
-    s.MoveWindow(CRect(kX, kY, kX + 100, kY + 16), TRUE);  // channel 6-93
+    s.MoveWindow(CRect(kX, kY, kX + 100, kY + 16), TRUE);  // lays the channel again: 6-93
     s.SetPos(100);
     Show();
     EXPECT_EQ(ThumbLeft(), 86);
