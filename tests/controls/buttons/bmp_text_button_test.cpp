@@ -3,10 +3,9 @@
 #include <CBmpTextButton.h>
 #include <zel/resources.h>
 
-#include <algorithm>
 #include <memory>
-#include <vector>
 
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -94,20 +93,7 @@ TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {
 // shows 290 x 190, a repaint writes a few layers of that, not a canvas of the window.
 TEST_F(BmpTextButton, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     auto button = Make(L"Wide caption");
-    auto shown = [&] {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < kPlace.Height(); ++y)
-            for (int x = 60; x < kPlace.Width(); ++x) pixels.push_back(ShownAt(button->m_hWnd, x, y));
-        return pixels;
-    };
-    const std::vector<COLORREF> whole = shown();
-    EXPECT_NE(std::count(whole.begin(), whole.end(), kBlack), 0) << "the caption reaches the compared columns";
-    button->MoveWindow(kPlace.left - 60, kPlace.top, kPlace.Width(), kPlace.Height());
-    desktop.RunUntilIdle();
-    const std::vector<COLORREF> hidden = shown();
-    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
-    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin()) << ": "
-                                             << Hex(*differ.first) << " whole, " << Hex(*differ.second) << " half hidden";
+    EXPECT_TRUE(ShowsAsWhole(*button, kPlace, -60, 0, kBlack));  // 50 of its 120 columns hidden
 
     button->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
     const uint64_t written = RepaintPixels(*button);

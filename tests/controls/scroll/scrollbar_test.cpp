@@ -1,11 +1,11 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
-#include <algorithm>
 #include <climits>
 #include <memory>
 #include <vector>
 
 #include "CZELScrollbar.h"
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -536,24 +536,7 @@ TEST_F(ScrollbarTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     ProbeBar& b = MakeBar();
     b.SetScrollPos(30, TRUE);
     desktop.RunUntilIdle();
-    auto shown = [&](int fromY) {
-        std::vector<COLORREF> pixels;
-        for (int y = fromY; y < 40; ++y)
-            for (int x = 0; x < 12; ++x) pixels.push_back(ShownAt(b.m_hWnd, x, y));
-        return pixels;
-    };
-    for (int hidden : {13, 20}) {
-        b.MoveWindow(kX, kY, 12, 40);
-        desktop.RunUntilIdle();
-        const std::vector<COLORREF> whole = shown(hidden);
-        b.MoveWindow(kX, -hidden, 12, 40);
-        desktop.RunUntilIdle();
-        const std::vector<COLORREF> part = shown(hidden);
-        const auto differ = std::mismatch(whole.begin(), whole.end(), part.begin());
-        EXPECT_TRUE(differ.first == whole.end()) << hidden << " rows hidden: first differing pixel "
-                                                 << (differ.first - whole.begin()) << ": " << Hex(*differ.first)
-                                                 << " whole, " << Hex(*differ.second) << " half hidden";
-    }
+    for (int hidden : {13, 20}) EXPECT_TRUE(ShowsAsWhole(b, CRect(kX, kY, kX + 12, kY + 40), 0, -kY - hidden, kDown));
 
     b.MoveWindow(kX, kY, 12, 32767);
     const uint64_t written = RepaintPixels(b);

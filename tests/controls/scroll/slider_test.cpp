@@ -1,11 +1,11 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "CZELSlider.h"
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -117,18 +117,7 @@ TEST_F(SliderTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     ProbeSlider& s = MakeNinePiece();
     s.SetPos(50);
     Show();
-    auto shown = [&] {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < 16; ++y)
-            for (int x = 20; x < 80; ++x) pixels.push_back(ShownAt(s.m_hWnd, x, y));
-        return pixels;
-    };
-    const std::vector<COLORREF> whole = shown();
-    s.MoveWindow(kX - 30, kY, 80, 16);
-    Show();
-    const std::vector<COLORREF> hidden = shown();
-    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
-    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin());
+    EXPECT_TRUE(ShowsAsWhole(s, CRect(kX, kY, kX + 80, kY + 16), -30, 0, kThumb));
 
     s.MoveWindow(kX, kY, 32767, 16);
     const uint64_t written = RepaintPixels(s);
