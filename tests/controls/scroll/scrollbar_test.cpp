@@ -375,7 +375,9 @@ TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
     EXPECT_EQ(b.GetScrollPos(), 6);
 }
 
-TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
+// Paging repeats every 100 ms to either end, where its timer stops, or until the thumb
+// reaches the pointer.
+TEST_F(ScrollbarTest, PagingRepeatsEvery100msToTheEndOrThePointer) {
     ProbeBar& b = MakeBar();
     parent.timed = true;
     Down(31);  // the track's last row, below the thumb all the way
@@ -384,18 +386,11 @@ TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
     EXPECT_EQ(b.GetScrollPos(), 100);
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 4)) << "the page-down timer killed itself at the maximum";
     Up(31);
-}
 
-TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
-    ProbeBar& b = MakeBar();
-    b.SetScrollPos(100, TRUE);
     EXPECT_EQ(b.SetPagesize(30), 30);
-    desktop.RunUntilIdle();
-    parent.Take();
-    parent.timed = true;
     Down(8);  // the track's first row
     desktop.Advance(600);
-    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEUP,0,bar)", 0, 100, 4));
+    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEUP,0,bar)", 1000, 100, 4));
     EXPECT_EQ(b.GetScrollPos(), 0) << "100, 70, 40, 10, then the minimum";
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 3));
     Up(8);
@@ -406,7 +401,7 @@ TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
     parent.Take();
     Down(22);
     desktop.Advance(500);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@600");
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@1600");
     EXPECT_EQ(b.GetScrollPos(), 70);
     Up(22);
 }
