@@ -92,9 +92,11 @@ protected:
     }
 };
 
-TEST_F(ZelListTest, StylesSetTheirColumnSets) {
+// Each style sets its column set, and so does the play layout (style -1 below), over the
+// columns a host inserted before.
+TEST_F(ZelListTest, StylesAndThePlayLayoutSetTheirColumnSets) {
     // Column 0's width: 200 - 2 x 8 - the bar's 12.
-    struct Case { int before; int style; const char* columns; int styleAfter; } cases[] = {
+    struct Case { int before; int style; const char* columns; int after; } cases[] = {
         {0, 1, "name:172", 1},
         {0, 2, "name:172,state:0", 2},
         {0, 3, "name:172,data:0,time1:0", 3},
@@ -103,32 +105,22 @@ TEST_F(ZelListTest, StylesSetTheirColumnSets) {
         {3, 2, "c0:172,c1:50", 2},
         {2, 0, "c0:50,c1:50", 0},       // ignored
         {2, 4, "c0:50,c1:50", 0},
+        {0, -1, "name:160,Tname:40,time:0", 1},  // after: m_bPlayStyle
+        {1, -1, "c0:160,Tname:40,time:0", 1},
+        {2, -1, "c0:160,c1:40,time:0", 1},
+        {4, -1, "c0:160,c1:40,c2:0", 0},
     };
     for (const auto& c : cases) {
         ProbeZList& l = Make(0);
         for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
-        l.SetSytle(c.style);
+        if (c.style < 0) {
+            EXPECT_EQ(l.SetPlayStyle(1), 1);
+            EXPECT_EQ(l.m_nRowInterval, 0);
+        } else {
+            l.SetSytle(c.style);
+        }
         EXPECT_EQ(l.Columns(), c.columns) << c.before << " columns, style " << c.style;
-        EXPECT_EQ(l.m_nStyle, c.styleAfter);
-        list.reset();
-    }
-}
-
-TEST_F(ZelListTest, PlayLayoutColumns) {
-    struct Case { int before; const char* columns; int play; } cases[] = {
-        {0, "name:160,Tname:40,time:0", 1},
-        {1, "c0:160,Tname:40,time:0", 1},
-        {2, "c0:160,c1:40,time:0", 1},
-        {4, "c0:160,c1:40,c2:0", 0},
-    };
-    for (const auto& c : cases) {
-        ProbeZList& l = Make(0);
-        for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
-        EXPECT_EQ(l.SetPlayStyle(1), 1);
-        EXPECT_EQ(l.Columns(), c.columns) << c.before;
-        EXPECT_EQ(l.m_bPlayStyle, c.play) << c.before;
-        EXPECT_EQ(l.m_nRowInterval, 0);
-        list.reset();
+        EXPECT_EQ(c.style < 0 ? l.m_bPlayStyle : l.m_nStyle, c.after) << c.before << " columns, style " << c.style;
     }
     ProbeZList& l = Make(0);
     l.SetPlayStyle(1);
