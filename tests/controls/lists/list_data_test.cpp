@@ -322,11 +322,12 @@ TEST_F(ListDataTest, ClickThenDoubleClickInsideTheClickArea) {
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list)") << "outside the click area";
     EXPECT_EQ(l.GetCurSel(), 2);
 
-    l.clickOnSelectedRow = false;  // no click area: no double click
+    l.clickOnSelectedRow = false;  // no click area: no double click, even on the selected row
+    l.m_rcClick.SetRectEmpty();
     desktop.Advance(1000);
-    TapRow(0);
-    TapRow(0);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list);LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list)");
+    TapRow(2);
+    TapRow(2);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list);LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list)");
 }
 
 TEST_F(ListDataTest, ReleaseKeepsTheArmButTheTimerDisarmsAHeldPress) {
