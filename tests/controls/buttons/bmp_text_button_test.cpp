@@ -3,10 +3,9 @@
 #include <CBmpTextButton.h>
 #include <zel/resources.h>
 
-#include <algorithm>
 #include <memory>
-#include <vector>
 
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -61,16 +60,14 @@ TEST_F(BmpTextButton, SkinIsStretchedOverTheWholeButton) {
     EXPECT_EQ(ShownAt(hwnd, 20, 40), kSentinel);
 }
 
-TEST_F(BmpTextButton, PushedWithoutTheFocusDrawsAsNormal) {
-    auto button = Make(L"Play");
-    parent.SetFocus();
-    button->SetState(TRUE);
+TEST_F(BmpTextButton, LoadBitmapsMakesItOwnerDrawnAndClicksAreTheButtonClasssOwn) {
+    auto button = std::make_unique<CBmpTextButton>();
+    ASSERT_TRUE(button->Create(L"Play", WS_VISIBLE | BS_PUSHBUTTON, kPlace, &parent, kId));
+    parent.Name(button->m_hWnd, "btn");
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
+    button->LoadBitmaps(kNormal, kFocus, kDown, module);
+    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
     desktop.RunUntilIdle();
-    EXPECT_GOLDEN("CBmpTextButton", "normal", zel::test::CaptureWindow(button->m_hWnd, 1));
-}
-
-TEST_F(BmpTextButton, ClicksAreTheButtonClasssOwn) {
-    auto button = Make(L"Play");
     TapAt(button->m_hWnd, 60, 20);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
     desktop.Advance(1000);
@@ -78,14 +75,6 @@ TEST_F(BmpTextButton, ClicksAreTheButtonClasssOwn) {
     MoveTo(button->m_hWnd, 200, 20);
     UpAt(button->m_hWnd, 200, 20);
     EXPECT_EQ(parent.Take(), "-");
-}
-
-TEST_F(BmpTextButton, LoadBitmapsMakesItOwnerDrawn) {
-    auto button = std::make_unique<CBmpTextButton>();
-    ASSERT_TRUE(button->Create(L"x", WS_VISIBLE | BS_PUSHBUTTON, kPlace, &parent, kId));
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_PUSHBUTTON));
-    button->LoadBitmaps(kNormal, kFocus, kDown, module);
-    EXPECT_EQ(button->GetStyle() & 0x0F, static_cast<DWORD>(BS_OWNERDRAW));
 }
 
 TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {
@@ -104,20 +93,7 @@ TEST_F(BmpTextButton, FontsAreReleasedWithTheWindowOrTheObject) {
 // shows 290 x 190, a repaint writes a few layers of that, not a canvas of the window.
 TEST_F(BmpTextButton, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     auto button = Make(L"Wide caption");
-    auto shown = [&] {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < kPlace.Height(); ++y)
-            for (int x = 60; x < kPlace.Width(); ++x) pixels.push_back(ShownAt(button->m_hWnd, x, y));
-        return pixels;
-    };
-    const std::vector<COLORREF> whole = shown();
-    EXPECT_NE(std::count(whole.begin(), whole.end(), kBlack), 0) << "the caption reaches the compared columns";
-    button->MoveWindow(kPlace.left - 60, kPlace.top, kPlace.Width(), kPlace.Height());
-    desktop.RunUntilIdle();
-    const std::vector<COLORREF> hidden = shown();
-    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
-    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin()) << ": "
-                                             << Hex(*differ.first) << " whole, " << Hex(*differ.second) << " half hidden";
+    EXPECT_TRUE(ShowsAsWhole(*button, kPlace, -60, 0, kBlack));  // 50 of its 120 columns hidden
 
     button->MoveWindow(kPlace.left, kPlace.top, 32767, 1000);
     const uint64_t written = RepaintPixels(*button);
@@ -132,6 +108,10 @@ TEST_F(BmpTextButton, GoldenStates) {
     auto button = Make(L"Play");
     const HWND hwnd = button->m_hWnd;
     EXPECT_GOLDEN("CBmpTextButton", "normal", zel::test::CaptureWindow(hwnd, 1));
+    button->SetState(TRUE);  // pushed without the focus: drawn as normal
+    desktop.RunUntilIdle();
+    EXPECT_GOLDEN("CBmpTextButton", "normal", zel::test::CaptureWindow(hwnd, 1));
+    button->SetState(FALSE);
     button->SetFocus();
     desktop.RunUntilIdle();
     EXPECT_GOLDEN("CBmpTextButton", "focus", zel::test::CaptureWindow(hwnd, 1));

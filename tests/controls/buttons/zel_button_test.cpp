@@ -132,7 +132,7 @@ TEST_F(ZelButton, ClickOnReleaseInsideAndForwardedPressAndRelease) {
     }
 }
 
-TEST_F(ZelButton, DoubleTapIsASecondClick) {
+TEST_F(ZelButton, DoubleTapIsASecondClickAndKeysClick) {
     auto button = Make();
     TapAt(button->m_hWnd, 5, 6);
     TapAt(button->m_hWnd, 5, 6);
@@ -141,6 +141,12 @@ TEST_F(ZelButton, DoubleTapIsASecondClick) {
     desktop.Advance(1000);
     TapAt(button->m_hWnd, 5, 6);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn);LBUTTONUP(0,35,46)");
+
+    button->SetFocus();  // Enter clicks the focused button; space is the BUTTON class's own
+    for (UINT key : {VK_RETURN, VK_SPACE}) {
+        Press(key);
+        EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << key;
+    }
 }
 
 TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
@@ -161,7 +167,9 @@ TEST_F(ZelButton, HeldAutoClickRepeatsAt300MsThenEvery100MsAndClicksOnRelease) {
     EXPECT_EQ(parent.Take(), "-") << "the release stops the repeat";
 }
 
-TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
+// Repeats are skipped while held outside and resume inside; losing the focus stops the
+// repeat and the click of the release.
+TEST_F(ZelButton, RepeatsPauseOutsideAndStopWithTheFocus) {
     auto button = Make();
     button->SetAutoClick(true);
     const HWND hwnd = button->m_hWnd;
@@ -175,43 +183,24 @@ TEST_F(ZelButton, RepeatsAreSkippedWhileHeldOutsideAndResumeInside) {
     MoveTo(hwnd, 5, 6);
     desktop.Advance(100);
     EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)@600");
-    UpAt(hwnd, 5, 6);
-}
-
-TEST_F(ZelButton, LosingTheFocusStopsTheRepeatAndTheClick) {
-    auto button = Make();
-    button->SetAutoClick(true);
-    DownAt(button->m_hWnd, 5, 6);
-    desktop.Advance(350);
     parent.SetFocus();
     desktop.Advance(500);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,35,46);COMMAND(7,0,btn)");
-    UpAt(button->m_hWnd, 5, 6);
-    EXPECT_EQ(parent.Take(), "LBUTTONUP(0,35,46)");
-}
-
-TEST_F(ZelButton, EnterClicksTheFocusedButton) {
-    auto button = Make();
-    button->SetFocus();
-    Press(VK_RETURN);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)");
-    Press(VK_SPACE);
-    EXPECT_EQ(parent.Take(), "COMMAND(7,0,btn)") << "space is the BUTTON class's own click";
+    UpAt(hwnd, 5, 6);
+    EXPECT_EQ(parent.Take(), "LBUTTONUP(0,35,46)@1150");
 }
 
 // The stepped outline itself shows in the goldens (the parent's sentinel in the cut
-// corners); here, that the cut corners are not the button's to hit.
-TEST_F(ZelButton, The78By76ButtonHasSteppedCorners) {
+// corners); here, that the cut corners are not the button's to hit, and that other sizes
+// are rectangular.
+TEST_F(ZelButton, Only78By76IsSteppedAndResizingReshapes) {
     auto button = Make();
-    // A tap in a cut corner is the parent's own.
-    TapAt(button->m_hWnd, 0, 0);
+    TapAt(button->m_hWnd, 0, 0);  // a tap in a cut corner is the parent's own
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,10,10);LBUTTONUP(0,10,10)");
     TapAt(button->m_hWnd, 4, 0);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,34,40);COMMAND(7,0,btn);LBUTTONUP(0,34,40)");
-}
 
-TEST_F(ZelButton, OtherSizesAreRectangularAndResizingReshapes) {
-    auto button = Make(CRect(10, 10, 70, 50));
+    desktop.Advance(1000);
+    button = Make(CRect(10, 10, 70, 50));
     CRgn region;
     region.CreateRectRgn(0, 0, 0, 0);
     CRect box;
@@ -275,6 +264,11 @@ TEST_F(ZelButton, InvalidateRectAlwaysTakesTheWholeButton) {
     button->InvalidateRect(&small, FALSE);
     EXPECT_TRUE(button->GetUpdateRect(&update, FALSE));
     EXPECT_EQ(update, CRect(0, 0, 78, 76));
+
+    CZELButton windowless;  // releases its skins with the object
+    const zel::GdiCounts before = zel::LiveGdiObjects();
+    windowless.LoadBitmaps(CString(red.c_str()), CString(green.c_str()), CString(blue.c_str()), CString(grey.c_str()));
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 4);
 }
 
 TEST_F(ZelButton, SurvivesAParentThatDestroysItFromTheClick) {
@@ -310,16 +304,6 @@ TEST_F(ZelButton, BadSkinFilesDrawNothingAndAMissingParentFailsCreate) {
     EXPECT_EQ(orphan.m_hWnd, nullptr);
     orphan.InvalidateRect(nullptr, TRUE);
     orphan.LoadSkin(CString((red + "|").c_str()), CString());
-}
-
-TEST_F(ZelButton, ObjectWithoutAWindowReleasesItsSkins) {
-    zel::GdiCounts before = zel::LiveGdiObjects();
-    {
-        CZELButton button;
-        button.LoadBitmaps(CString(red.c_str()), CString(green.c_str()), CString(blue.c_str()), CString(grey.c_str()));
-        EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps + 4);
-    }
-    EXPECT_EQ(zel::LiveGdiObjects().total(), before.total());
 }
 
 // A skin with a frame and a corner mark, so that the golden shows orientation and edges.

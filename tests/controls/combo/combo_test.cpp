@@ -218,7 +218,8 @@ TEST_F(Combo, ASubclassedDialogItemGetsItsBarAndOpens) {
     EXPECT_EQ(parent.Take(), Commands({CBN_DROPDOWN}));
 }
 
-TEST_F(Combo, EmptyListOpensToNothingAndCloses) {
+// An empty list opens to nothing; one taller than the screen is cut to the room.
+TEST_F(Combo, EmptyListOpensToNothingAndATallOneIsCutToTheRoom) {
     CZELComBox& c = Make(kTopBox, 0);
     desktop.Tap(60, 35);
     EXPECT_TRUE(c.GetDroppedState());
@@ -226,6 +227,12 @@ TEST_F(Combo, EmptyListOpensToNothingAndCloses) {
     desktop.Tap(60, 35);
     EXPECT_FALSE(c.GetDroppedState());
     EXPECT_EQ(parent.Take(), Commands({CBN_DROPDOWN, CBN_SELENDCANCEL, CBN_CLOSEUP}));
+
+    CZELComBox& tall = Make(CRect(20, 200, 220, 230), 100);
+    EXPECT_EQ(tall.SetDroppedHeight(50), 50);
+    desktop.Tap(60, 215);
+    EXPECT_EQ(WindowRect(), CRect(20, 200, 220, 230 + 12 * kRowH)) << "250 pixels below hold 12 rows";
+    EXPECT_TRUE(tall.GetScrollBar()->IsWindowVisible());
 }
 
 TEST_F(Combo, NearTheBottomTheListOpensUpwardAndCloseRestoresExactly) {
@@ -368,14 +375,6 @@ TEST_F(Combo, TheScrollBarTakesItsTapsAndTheListStaysOpen) {
     EXPECT_FALSE(bar.IsWindowVisible()) << "closed, the bar hides";
 }
 
-TEST_F(Combo, AListTallerThanTheScreenIsCutToTheRoomAndScrolls) {
-    CZELComBox& c = Make(CRect(20, 200, 220, 230), 100);
-    EXPECT_EQ(c.SetDroppedHeight(50), 50);
-    desktop.Tap(60, 215);
-    EXPECT_EQ(WindowRect(), CRect(20, 200, 220, 230 + 12 * kRowH)) << "250 pixels below hold 12 rows";
-    EXPECT_TRUE(c.GetScrollBar()->IsWindowVisible());
-}
-
 // ---- a parent that destroys the box ---------------------------------------------------------------
 
 TEST_F(Combo, AParentMayDestroyTheBoxInsideItsNotifications) {
@@ -438,12 +437,7 @@ TEST_F(Combo, Looks) {
 
 // ---- kept pictures ---------------------------------------------------------------------------
 
-std::vector<COLORREF> Pixels(const RECT& r) {
-    std::vector<COLORREF> pixels;
-    for (int y = r.top; y < r.bottom; ++y)
-        for (int x = r.left; x < r.right; ++x) pixels.push_back(zel::test::ScreenPixel(x, y));
-    return pixels;
-}
+std::vector<COLORREF> Pixels(const RECT& r) { return zel::test::CaptureScreen(r).pixels; }
 
 // The box keeps its closed and its open picture and each row kind stretched. Whatever
 // changes while the list is closed, opening it again shows what a box opening for the first

@@ -35,22 +35,20 @@ std::vector<std::wstring> Split(const std::wstring& skin) {
     return out;
 }
 
+// Each piece ends at a bar, trimmed of what CString trims; the tail after the last bar is
+// dropped.
 TEST(SkinList, PiecesBeforeEachBarAreTrimmedAndTheTailIsDropped) {
-    using V = std::vector<std::wstring>;
-    EXPECT_EQ(Split(L" a.bmp |\tb.bmp|"), (V{L"a.bmp", L"b.bmp"}));
-    EXPECT_EQ(Split(L"a.bmp|b.bmp"), (V{L"a.bmp"})) << "no closing bar: the last path is not taken";
-    EXPECT_EQ(Split(L"a.bmp"), V{});
-    EXPECT_EQ(Split(L""), V{});
-    EXPECT_EQ(Split(L"||x|"), (V{L"", L"", L"x"})) << "empty pieces keep their places";
-}
-
-TEST(SkinList, TrimsWhatCStringTrimsAndKeepsEverythingElse) {
     using V = std::vector<std::wstring>;
     const struct {
         const char* what;
         std::wstring skin;
         V pieces;
     } cases[] = {
+        {"two pieces", L" a.bmp |\tb.bmp|", {L"a.bmp", L"b.bmp"}},
+        {"no closing bar: the last path is not taken", L"a.bmp|b.bmp", {L"a.bmp"}},
+        {"no bar", L"a.bmp", {}},
+        {"nothing", L"", {}},
+        {"empty pieces keep their places", L"||x|", {L"", L"", L"x"}},
         {"space, tab, LF, VT, FF and CR go", L" \t\n\v\f\ra.bmp\r\f\v\n\t |", {L"a.bmp"}},
         {"white space inside stays", L" a b.bmp |", {L"a b.bmp"}},
         {"a piece of white space is empty", L" \t |\r\n|", {L"", L""}},
@@ -133,28 +131,21 @@ TEST_F(SkinSetTest, SkinStringsFollowTheMissingPiecePolicy) {
     EXPECT_EQ(Widths(set), "1 2 ") << "the old skin stays";
 }
 
+// Every load replaces; a host that passes no array, and a piece detached, are handled; the
+// set releases what it holds (the fixture counts).
 TEST_F(SkinSetTest, EveryLoadReplacesAndTheSetReleasesWhatItHolds) {
     const CString a = Solid("a", 3, 2, RGB(9, 9, 9));
     const long before = zel::LiveGdiObjects().bitmaps;
-    {
-        zelctl::SkinSet set(3);
-        set.LoadFiles({a, L"", L"nope.bmp"});
-        EXPECT_EQ(Widths(set), "3 0 0 ");
-        set.LoadFiles({a, a}, 1);
-        set.LoadFiles({a, a, a});
-        EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 3);
-        set.Set(7, set[0] ? CreateBitmap(1, 1, 1, 1, nullptr) : nullptr);  // outside: deleted, not leaked
-        EXPECT_EQ(set[7], nullptr);
-        EXPECT_EQ(set.Size(0).cy, 2);
-    }
-    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before);
-}
-
-TEST_F(SkinSetTest, HostArraysAndDetachedPieces) {
-    const CString a = Solid("a", 3, 2, RGB(9, 9, 9));
-    const long before = zel::LiveGdiObjects().bitmaps;
     zelctl::SkinSet set(3);
+    set.LoadFiles({a, L"", L"nope.bmp"});
+    EXPECT_EQ(Widths(set), "3 0 0 ");
+    set.LoadFiles({a, a}, 1);
     set.LoadFiles({a, a, a});
+    EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 3);
+    set.Set(7, set[0] ? CreateBitmap(1, 1, 1, 1, nullptr) : nullptr);  // outside: deleted, not leaked
+    EXPECT_EQ(set[7], nullptr);
+    EXPECT_EQ(set.Size(0).cy, 2);
+
     set.LoadIds(nullptr, 2, nullptr, 1);  // a host that passes no array
     EXPECT_EQ(Widths(set), "3 0 0 ");
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 1);
@@ -165,6 +156,7 @@ TEST_F(SkinSetTest, HostArraysAndDetachedPieces) {
     set.ReleaseAll();
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before + 1) << "a detached piece is the caller's";
     EXPECT_TRUE(DeleteObject(taken));
+    set.LoadFiles({a, a, a});  // for the destructor to release
 }
 
 TEST(SkinList, PathsThroughAFixedBufferAreCut) {

@@ -142,10 +142,8 @@ TEST_F(Picker, TapSelectsTheFieldPaintedThereAndFocusLossClears) {
     desktop.RunUntilIdle();
     EXPECT_EQ(p.m_nCurField, -1);
     EXPECT_EQ(parent.Take(), "-");  // the picker tells its parent nothing
-}
 
-TEST_F(Picker, TapBeforeTheFirstPaintSelectsNothing) {
-    ctl = std::make_unique<Probe<CDataTimectrl>>();
+    ctl = std::make_unique<Probe<CDataTimectrl>>();  // before its first paint, no field
     ASSERT_TRUE(ctl->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, kPlace, &parent, kId));
     ::SendMessageW(ctl->m_hWnd, WM_LBUTTONDOWN, 0, MAKELPARAM(10, 10));
     EXPECT_EQ(ctl->m_nCurField, -1);

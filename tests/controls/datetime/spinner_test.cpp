@@ -37,10 +37,11 @@ protected:
         ctl.reset();
         ControlTest::TearDown();
     }
-    // Value style 60 x 130, or string style 200 x 40 with "one", "two", "three".
-    SpinProbe& Make(bool strings = false) {
+    // Value style 60 x 130, or string style 200 x 40 with "one", "two", "three"; hidden
+    // (`show` 0), it is not painted until shown.
+    SpinProbe& Make(bool strings = false, DWORD show = WS_VISIBLE) {
         ctl = std::make_unique<SpinProbe>();
-        EXPECT_TRUE(ctl->Create(L"spin", WS_CHILD | WS_VISIBLE, CRect(10, 10, 70, 140), &parent, kId));
+        EXPECT_TRUE(ctl->Create(L"spin", WS_CHILD | show, CRect(10, 10, 70, 140), &parent, kId));
         parent.Name(ctl->m_hWnd, "spin");
         if (strings) {
             ctl->SetVStyle(false);
@@ -227,44 +228,25 @@ TEST_F(Spinner, KeptPictureFollowsEveryChange) {
         {"a string step", true, [](SpinProbe& s) { s.OnBtnDef(); }},
         {"InsertStr, unrepainted", true, [](SpinProbe& s) { s.InsertStr(L"four"); }},
     };
-    auto make = [&](bool strings) -> SpinProbe& {
-        SpinProbe& s = Make(strings);
+    auto make = [&](bool strings, DWORD show) -> SpinProbe& {
+        SpinProbe& s = Make(strings, show);
         if (!strings) s.SetRang(0, 99);
         desktop.RunUntilIdle();
         return s;
     };
-    auto picture = [&](HWND hwnd) {
-        CRect client;
-        ::GetClientRect(hwnd, &client);
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < client.bottom; ++y)
-            for (int x = 0; x < client.right; ++x) pixels.push_back(ShownAt(hwnd, x, y));
-        return pixels;
-    };
     for (const auto& c : cases) {
-        SpinProbe& kept = make(c.strings);
+        SpinProbe& kept = make(c.strings, WS_VISIBLE);
         c.change(kept);
         kept.Invalidate(FALSE);  // a repaint from outside, whether or not the change asked for one
         desktop.RunUntilIdle();
-        const std::vector<COLORREF> changed = picture(kept.m_hWnd);
+        const std::vector<COLORREF> changed = CaptureWindow(kept.m_hWnd, 0).pixels;
 
         ctl.reset();
-        ctl = std::make_unique<SpinProbe>();
-        ASSERT_TRUE(ctl->Create(L"spin", WS_CHILD, CRect(10, 10, 70, 140), &parent, kId));
-        if (c.strings) {
-            ctl->SetVStyle(false);
-            for (const wchar_t* str : {L"one", L"two", L"three"}) ctl->InsertStr(str);
-            ctl->MoveWindow(10, 10, 200, 40, true);
-        }
-        ctl->LoadSkin(Folder(skins), names);
-        if (!c.strings) {
-            ctl->MoveWindow(10, 10, 60, 130, true);
-            ctl->SetRang(0, 99);
-        }
-        c.change(*ctl);
-        ctl->ShowWindow(SW_SHOW);  // its first paint
+        SpinProbe& fresh = make(c.strings, 0);
+        c.change(fresh);
+        fresh.ShowWindow(SW_SHOW);  // its first paint
         desktop.RunUntilIdle();
-        EXPECT_TRUE(picture(ctl->m_hWnd) == changed) << c.name;
+        EXPECT_TRUE(CaptureWindow(fresh.m_hWnd, 0).pixels == changed) << c.name;
         ctl.reset();
         desktop.RunUntilIdle();
     }

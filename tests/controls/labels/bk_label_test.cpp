@@ -43,16 +43,16 @@ TEST_F(BkLabelTest, ShowsThePieceUnderItself) {
     EXPECT_EQ(label->SetBitmap(nullptr), screen.get());
 }
 
-TEST_F(BkLabelTest, WhiteWithoutABitmapAndTextFiveIn) {
+// White without a bitmap, the text 5 pixels in; a bitmap that ends before the label leaves
+// the fresh frame's black; half-covered, half.
+TEST_F(BkLabelTest, WhiteWithoutABitmapBlackBeyondIt) {
     label->SetWindowText(L"Contacts and more");
     label->SetFont(16, RGB(0, 0, 160), DT_SINGLELINE | DT_VCENTER, CRect(30, 0, 40, 10));
-    Reference want(80, 20, RGB(255, 255, 255));
-    want.Text(L"Contacts and more", RECT{5, 0, 75, 20}, DT_SINGLELINE | DT_VCENTER, 16, RGB(0, 0, 160));
-    EXPECT_EQ(Shows(*label, want), "");
-}
+    Reference white(80, 20, RGB(255, 255, 255));
+    white.Text(L"Contacts and more", RECT{5, 0, 75, 20}, DT_SINGLELINE | DT_VCENTER, 16, RGB(0, 0, 160));
+    EXPECT_EQ(Shows(*label, white), "");
 
-// A bitmap that ends before the label leaves the fresh frame's black; half-covered, half.
-TEST_F(BkLabelTest, BitmapSmallerThanThePosition) {
+    label->SetWindowText(L"");
     labeltest::ArtBitmap small(50, 30, Screen);
     label->SetBitmap(small.get());
     EXPECT_EQ(Shows(*label, Reference(80, 20)), "");

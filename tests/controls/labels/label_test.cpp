@@ -60,12 +60,18 @@ TEST_F(Label, CapsStretchAndTheMiddleTilesBetweenThem) {
     EXPECT_EQ(Shows(*label, want), "");
 }
 
+// Without a skin (or with pieces that do not load) the frame is black under the text.
 TEST_F(Label, WithoutSkinTheFrameIsBlackUnderTheText) {
     const UINT format = DT_SINGLELINE | DT_VCENTER | DT_CENTER;
-    Make(L"Hello").SetFont(18, kWhite, format, CRect());
+    CZELLable& l = Make(L"Hello");
+    l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");
+    l.LoadSkin(L"no bar at all", L"");
+    l.SetFont(18, kWhite, format, CRect());
     Reference want(120, 30);
     want.Text(L"Hello", RECT{0, 0, 120, 30}, format, 18, kWhite);
     EXPECT_EQ(Shows(*label, want), "");
+    l.SetWindowText(L"");
+    EXPECT_EQ(Shows(*label, Reference(120, 30)), "");
 }
 
 // Each case: the font height SetFont gives, the text rectangle, and the height the text
@@ -167,13 +173,6 @@ TEST_F(Label, DestroyReleasesTheKeptCanvases) {
     label->DestroyWindow();
     EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
     EXPECT_EQ(zel::LiveGdiObjects().dcs, before.dcs);
-}
-
-TEST_F(Label, MissingFilesAndEmptyTextDrawNothing) {
-    CZELLable& l = Make(L"");
-    l.LoadBitmap(L"/nonexistent/left.bmp", L"", L"/nonexistent/right.bmp");
-    l.LoadSkin(L"no bar at all", L"");
-    EXPECT_EQ(Shows(*label, Reference(120, 30)), "");
 }
 
 // A label wider than the screen paints what shows of it, without keeping a picture of it

@@ -134,11 +134,7 @@ TEST_F(TelLCDTest, SetszTimeByMode) {
     lcd->SetszTime(time);
     EXPECT_EQ(lcd->m_strTime, L"01:00");
     // The taller strip: the left indicator's 16 rows, not the right one's 12.
-    const RECT strip = Update();
-    EXPECT_EQ(strip.left, 0);
-    EXPECT_EQ(strip.top, kH - kLeftSize.cy);
-    EXPECT_EQ(strip.right, kW);
-    EXPECT_EQ(strip.bottom, kH);
+    EXPECT_EQ(CRect(Update()), CRect(0, kH - kLeftSize.cy, kW, kH));
 
     InitFiles(2);
     desktop.RunUntilIdle();

@@ -180,6 +180,9 @@ TEST_F(ListDataTest, SelectionAfterDeletes) {
         EXPECT_EQ(l.Chain(), l.Texts());
         list.reset();
     }
+    ProbeList& l = Make(1, 3);
+    EXPECT_EQ(l.SetCurSel(2), 2);
+    for (long bad : {3L, -1L, 100000L}) EXPECT_EQ(l.SetCurSel(bad), 2) << bad << ": out of range keeps the old";
 }
 
 TEST_F(ListDataTest, RowIndexGrowsAndKeepsItsSpareSlot) {
@@ -300,6 +303,9 @@ TEST_F(ListDataTest, ScrollToOnlyWhenRowsDoNotFit) {
         l.ScrollTo(c.to);
         EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), c.pos) << c.to;
     }
+    l.ScrollTo(4);
+    TapRow(2);
+    EXPECT_EQ(l.GetCurSel(), 6) << "rows are hit from the bar's position";
 }
 
 TEST_F(ListDataTest, ClickThenDoubleClickInsideTheClickArea) {
@@ -315,6 +321,13 @@ TEST_F(ListDataTest, ClickThenDoubleClickInsideTheClickArea) {
     TapRow(2);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list)") << "outside the click area";
     EXPECT_EQ(l.GetCurSel(), 2);
+
+    l.clickOnSelectedRow = false;  // no click area: no double click, even on the selected row
+    l.m_rcClick.SetRectEmpty();
+    desktop.Advance(1000);
+    TapRow(2);
+    TapRow(2);
+    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list);LBUTTONDOWN(1,30,73);NOTIFY(77,NM_CLICK,list)");
 }
 
 TEST_F(ListDataTest, ReleaseKeepsTheArmButTheTimerDisarmsAHeldPress) {
@@ -328,14 +341,6 @@ TEST_F(ListDataTest, ReleaseKeepsTheArmButTheTimerDisarmsAHeldPress) {
     desktop.Advance(500);
     EXPECT_EQ(l.m_bClickArmed, 0) << "the timer ran out while held";
     UpAt(l.m_hWnd, 20, 15);
-    TapRow(0);
-    EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list);LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list)");
-}
-
-TEST_F(ListDataTest, NoDoubleClickWithoutAClickArea) {
-    ProbeList& l = Make(1, 3);
-    l.clickOnSelectedRow = false;
-    TapRow(0);
     TapRow(0);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list);LBUTTONDOWN(1,30,25);NOTIFY(77,NM_CLICK,list)");
 }
@@ -359,20 +364,6 @@ TEST_F(ListDataTest, PressBelowTheLastRowOrOnTheBar) {
     TapAt(l.m_hWnd, 115, 0);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,125,10)") << "the bar's strip is not a row";
     EXPECT_EQ(l.m_bClickArmed, 0);
-}
-
-TEST_F(ListDataTest, ScrolledRowsAreHitFromTheBarPosition) {
-    ProbeList& l = Make(1, 9);
-    l.LoadScrollBitmap(BarSkin(), L"");
-    l.ScrollTo(4);
-    TapRow(2);
-    EXPECT_EQ(l.GetCurSel(), 6);
-}
-
-TEST_F(ListDataTest, SetCurSelKeepsTheOldSelectionOutOfRange) {
-    ProbeList& l = Make(1, 3);
-    EXPECT_EQ(l.SetCurSel(2), 2);
-    for (long bad : {3L, -1L, 100000L}) EXPECT_EQ(l.SetCurSel(bad), 2) << bad;
 }
 
 TEST_F(ListDataTest, ParentDestroyingTheListInsideItsNotifications) {

@@ -92,9 +92,11 @@ protected:
     }
 };
 
-TEST_F(ZelListTest, StylesSetTheirColumnSets) {
+// Each style sets its column set, and so does the play layout (style -1 below), over the
+// columns a host inserted before.
+TEST_F(ZelListTest, StylesAndThePlayLayoutSetTheirColumnSets) {
     // Column 0's width: 200 - 2 x 8 - the bar's 12.
-    struct Case { int before; int style; const char* columns; int styleAfter; } cases[] = {
+    struct Case { int before; int style; const char* columns; int after; } cases[] = {
         {0, 1, "name:172", 1},
         {0, 2, "name:172,state:0", 2},
         {0, 3, "name:172,data:0,time1:0", 3},
@@ -103,32 +105,22 @@ TEST_F(ZelListTest, StylesSetTheirColumnSets) {
         {3, 2, "c0:172,c1:50", 2},
         {2, 0, "c0:50,c1:50", 0},       // ignored
         {2, 4, "c0:50,c1:50", 0},
+        {0, -1, "name:160,Tname:40,time:0", 1},  // after: m_bPlayStyle
+        {1, -1, "c0:160,Tname:40,time:0", 1},
+        {2, -1, "c0:160,c1:40,time:0", 1},
+        {4, -1, "c0:160,c1:40,c2:0", 0},
     };
     for (const auto& c : cases) {
         ProbeZList& l = Make(0);
         for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
-        l.SetSytle(c.style);
+        if (c.style < 0) {
+            EXPECT_EQ(l.SetPlayStyle(1), 1);
+            EXPECT_EQ(l.m_nRowInterval, 0);
+        } else {
+            l.SetSytle(c.style);
+        }
         EXPECT_EQ(l.Columns(), c.columns) << c.before << " columns, style " << c.style;
-        EXPECT_EQ(l.m_nStyle, c.styleAfter);
-        list.reset();
-    }
-}
-
-TEST_F(ZelListTest, PlayLayoutColumns) {
-    struct Case { int before; const char* columns; int play; } cases[] = {
-        {0, "name:160,Tname:40,time:0", 1},
-        {1, "c0:160,Tname:40,time:0", 1},
-        {2, "c0:160,c1:40,time:0", 1},
-        {4, "c0:160,c1:40,c2:0", 0},
-    };
-    for (const auto& c : cases) {
-        ProbeZList& l = Make(0);
-        for (int i = 0; i < c.before; ++i) l.InsertColumn(i, CString(("c" + std::to_string(i)).c_str()), 0, 50, i);
-        EXPECT_EQ(l.SetPlayStyle(1), 1);
-        EXPECT_EQ(l.Columns(), c.columns) << c.before;
-        EXPECT_EQ(l.m_bPlayStyle, c.play) << c.before;
-        EXPECT_EQ(l.m_nRowInterval, 0);
-        list.reset();
+        EXPECT_EQ(c.style < 0 ? l.m_bPlayStyle : l.m_nStyle, c.after) << c.before << " columns, style " << c.style;
     }
     ProbeZList& l = Make(0);
     l.SetPlayStyle(1);
@@ -201,6 +193,10 @@ TEST_F(ZelListTest, ClickThenDoubleClick) {
     TapAt(l.m_hWnd, 40, y);
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,50," + std::to_string(y + 10) + ");NOTIFY(55,NM_CLICK,list)");
     EXPECT_EQ(l.GetCurSel(), 1);
+    desktop.RunUntilIdle();
+    // The click area is the selected row as drawn, in list-area coordinates: row 1 from 24 to
+    // 48 less the separator's 2, column 0 wide.
+    EXPECT_EQ(l.m_rcClick, CRect(0, 24, 184, 46));
     TapAt(l.m_hWnd, 40, y);
     EXPECT_EQ(parent.Take(), "NOTIFY(55,NM_DBLCLK,list)") << "the class's own double click";
     desktop.Advance(1000);
@@ -208,15 +204,6 @@ TEST_F(ZelListTest, ClickThenDoubleClick) {
     desktop.Advance(600);
     EXPECT_EQ(l.m_bClickArmed, 0) << "timer 1 disarms";
     EXPECT_EQ(parent.Take(), "LBUTTONDOWN(1,50," + std::to_string(y + 10) + ");NOTIFY(55,NM_CLICK,list)");
-}
-
-TEST_F(ZelListTest, ClickAreaIsTheSelectedRowAsDrawn) {
-    ProbeZList& l = Make(1, 3);
-    TapAt(l.m_hWnd, 40, l.m_rcList.top + 24 + 5);
-    desktop.RunUntilIdle();
-    // List-area coordinates: row 1 from 24 to 48 less the separator's 2, column 0 wide.
-    EXPECT_TRUE(l.m_rcClick == CRect(0, 24, 184, 46)) << l.m_rcClick.left << "," << l.m_rcClick.top << ","
-                                                      << l.m_rcClick.right << "," << l.m_rcClick.bottom;
 }
 
 // A press repaints the bands of the rows left and taken, nothing between them, per style's
@@ -379,10 +366,8 @@ TEST_F(ZelListTest, ScrollBarByStyle) {
         EXPECT_EQ(l.GetColumnWidth(0), c.column0) << c.style << "/" << c.rows;
         list.reset();
     }
-}
-
-TEST_F(ZelListTest, ScrollToOnlyWhenRowsOverflowTheClient) {
-    ProbeZList& l = Make(1, 5);  // 5 x 24 = 120 <= 130: fits by this test
+    // ScrollTo moves only when the rows overflow the client: 5 x 24 = 120 <= 130 fits.
+    ProbeZList& l = Make(1, 5);
     l.ScrollTo(1);
     EXPECT_EQ(l.m_pScrollBar->GetScrollPos(), 0);
     l.InsertItem(5, L"six");
@@ -472,17 +457,13 @@ protected:
 
 TEST_F(ZelListGolden, Style1) {
     ProbeZList& l = Make(1);
+    Shoot(l, "style1_empty");
     l.SetItemHeight(26);  // 120 pixels of list area: the fifth row is cut at its bottom
     for (const wchar_t* n :
          {L"Alpha", L"Bravo with a name far too long to fit the row", L"Charlie", L"Delta", L"Echo", L"Foxtrot"})
         l.InsertItem(l.GetItemCount(), n);
     l.SetCurSel(2);
     Shoot(l, "style1");
-}
-
-TEST_F(ZelListGolden, Style1Empty) {
-    ProbeZList& l = Make(1);
-    Shoot(l, "style1_empty");
 }
 
 TEST_F(ZelListGolden, Style2) {

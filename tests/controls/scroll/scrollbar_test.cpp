@@ -1,11 +1,11 @@
 // CZELScrollbar: layout from its skin, the range/page/line/position rules, the steps and
 // their notifications, repeats, drags, keys and painting.
-#include <algorithm>
 #include <climits>
 #include <memory>
 #include <vector>
 
 #include "CZELScrollbar.h"
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -100,11 +100,7 @@ TEST_F(ScrollbarTest, SkinSizesTheBarAndLaysTheCellsOutFromTheTopDown) {
     // Where each cell is painted (the sentinel fence around the bar included) is the
     // golden's; where each is hit, the step and drag tests'.
     EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "min", kFence));
-}
-
-TEST_F(ScrollbarTest, GoldenAtMax) {
-    MakeBar();
-    bar->SetScrollPos(100, TRUE);
+    b.SetScrollPos(100, TRUE);
     desktop.RunUntilIdle();
     EXPECT_TRUE(ScreenMatchesGolden("CZELScrollbar", "max", kFence));
 }
@@ -278,7 +274,9 @@ TEST_F(ScrollbarTest, ScrollInfoTakesRangeAndPageAsGivenAndClampsThePosition) {
     EXPECT_EQ(parent.Take(), "-") << "scroll info is silent";
 }
 
-TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
+// SetScrollPos from the host notifies the parent; a scroll message sent to the bar only
+// repaints it.
+TEST_F(ScrollbarTest, SetScrollPosNotifiesAndAScrollMessageOnlyRepaints) {
     ProbeBar& b = MakeBar();
     b.SetScrollPos(40, TRUE);
     b.SetScrollPos(500, FALSE);
@@ -286,6 +284,14 @@ TEST_F(ScrollbarTest, SetScrollPosFromTheHostNotifiesTheParent) {
     EXPECT_EQ(parent.Take(),
               "VSCROLL(SB_THUMBPOSITION,40,bar);VSCROLL(SB_THUMBPOSITION,100,bar);"
               "VSCROLL(SB_THUMBPOSITION,100,bar)");
+    EXPECT_EQ(b.GetScrollPos(), 100);
+
+    desktop.RunUntilIdle();
+    ::SendMessageW(b.m_hWnd, WM_VSCROLL, MAKEWPARAM(SB_LINEUP, 0), 0);
+    RECT update;
+    EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE));
+    desktop.RunUntilIdle();
+    EXPECT_EQ(parent.Take(), "-");
     EXPECT_EQ(b.GetScrollPos(), 100);
 }
 
@@ -358,9 +364,20 @@ TEST_F(ScrollbarTest, ArrowRepeatsEvery100msWhileThePointerIsOnIt) {
     Up(36);
     desktop.Advance(500);
     EXPECT_EQ(parent.Take(), "-") << "the release kills the timer";
+
+    // Losing the focus kills it too.
+    Down(35);
+    desktop.Advance(150);
+    ::SetFocus(parent.m_hWnd);
+    desktop.Advance(500);
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar)@950;VSCROLL(SB_LINEDOWN,0,bar)@1050");
+    Up(35);
+    EXPECT_EQ(b.GetScrollPos(), 6);
 }
 
-TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
+// Paging repeats every 100 ms to either end, where its timer stops, or until the thumb
+// reaches the pointer.
+TEST_F(ScrollbarTest, PagingRepeatsEvery100msToTheEndOrThePointer) {
     ProbeBar& b = MakeBar();
     parent.timed = true;
     Down(31);  // the track's last row, below the thumb all the way
@@ -369,18 +386,11 @@ TEST_F(ScrollbarTest, PagingRepeatsEvery100msUntilTheMaximumThenTheTimerStops) {
     EXPECT_EQ(b.GetScrollPos(), 100);
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 4)) << "the page-down timer killed itself at the maximum";
     Up(31);
-}
 
-TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
-    ProbeBar& b = MakeBar();
-    b.SetScrollPos(100, TRUE);
     EXPECT_EQ(b.SetPagesize(30), 30);
-    desktop.RunUntilIdle();
-    parent.Take();
-    parent.timed = true;
     Down(8);  // the track's first row
     desktop.Advance(600);
-    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEUP,0,bar)", 0, 100, 4));
+    EXPECT_EQ(parent.Take(), Repeats("VSCROLL(SB_PAGEUP,0,bar)", 1000, 100, 4));
     EXPECT_EQ(b.GetScrollPos(), 0) << "100, 70, 40, 10, then the minimum";
     EXPECT_FALSE(::KillTimer(b.m_hWnd, 3));
     Up(8);
@@ -391,7 +401,7 @@ TEST_F(ScrollbarTest, PagingTowardTheMinimumStopsThereAndAtThePointer) {
     parent.Take();
     Down(22);
     desktop.Advance(500);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@600");
+    EXPECT_EQ(parent.Take(), "VSCROLL(SB_PAGEUP,0,bar)@1600");
     EXPECT_EQ(b.GetScrollPos(), 70);
     Up(22);
 }
@@ -458,27 +468,6 @@ TEST_F(ScrollbarTest, KeysStepByLineAndPageAlongTheBar) {
     }
 }
 
-TEST_F(ScrollbarTest, LosingTheFocusStopsTheRepeat) {
-    ProbeBar& b = MakeBar();
-    Down(35);
-    desktop.Advance(150);
-    ::SetFocus(parent.m_hWnd);
-    desktop.Advance(500);
-    EXPECT_EQ(parent.Take(), "VSCROLL(SB_LINEDOWN,0,bar);VSCROLL(SB_LINEDOWN,0,bar)");
-    Up(35);
-    EXPECT_EQ(b.GetScrollPos(), 2);
-}
-
-TEST_F(ScrollbarTest, AScrollMessageSentToTheBarOnlyRepaintsIt) {
-    ProbeBar& b = MakeBar();
-    ::SendMessageW(b.m_hWnd, WM_VSCROLL, MAKEWPARAM(SB_LINEDOWN, 0), 0);
-    RECT update;
-    EXPECT_TRUE(::GetUpdateRect(b.m_hWnd, &update, FALSE));
-    desktop.RunUntilIdle();
-    EXPECT_EQ(parent.Take(), "-");
-    EXPECT_EQ(b.GetScrollPos(), 0);
-}
-
 // ---- bad skins and lifetime --------------------------------------------------------------------
 
 TEST_F(ScrollbarTest, MissingPiecesLoadNothingAndPaintAroundTheGaps) {
@@ -542,24 +531,7 @@ TEST_F(ScrollbarTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     ProbeBar& b = MakeBar();
     b.SetScrollPos(30, TRUE);
     desktop.RunUntilIdle();
-    auto shown = [&](int fromY) {
-        std::vector<COLORREF> pixels;
-        for (int y = fromY; y < 40; ++y)
-            for (int x = 0; x < 12; ++x) pixels.push_back(ShownAt(b.m_hWnd, x, y));
-        return pixels;
-    };
-    for (int hidden : {13, 20}) {
-        b.MoveWindow(kX, kY, 12, 40);
-        desktop.RunUntilIdle();
-        const std::vector<COLORREF> whole = shown(hidden);
-        b.MoveWindow(kX, -hidden, 12, 40);
-        desktop.RunUntilIdle();
-        const std::vector<COLORREF> part = shown(hidden);
-        const auto differ = std::mismatch(whole.begin(), whole.end(), part.begin());
-        EXPECT_TRUE(differ.first == whole.end()) << hidden << " rows hidden: first differing pixel "
-                                                 << (differ.first - whole.begin()) << ": " << Hex(*differ.first)
-                                                 << " whole, " << Hex(*differ.second) << " half hidden";
-    }
+    for (int hidden : {13, 20}) EXPECT_TRUE(ShowsAsWhole(b, CRect(kX, kY, kX + 12, kY + 40), 0, -kY - hidden, kDown));
 
     b.MoveWindow(kX, kY, 12, 32767);
     const uint64_t written = RepaintPixels(b);

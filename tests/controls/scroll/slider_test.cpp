@@ -1,12 +1,11 @@
 // CZELSlider: its skins and layout, the range and step rules with their notifications,
 // paging, dragging, move style, vertical mode, thumb states, keys and painting.
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "CZELSlider.h"
-#include "gdi/raster.h"
+#include "controls/shown_part.h"
 #include "support/control_test.h"
 #include "support/golden.h"
 
@@ -73,10 +72,10 @@ protected:
         return skins.Skin({"lcap", "rcap", "thumb", "thumb_up", "thumb_down", "fill", "channel", "lpiece", "rpiece"});
     }
 
-    ProbeSlider& MakeSlider(int width, int height, const CString& skin) {
+    // Hidden (`show` 0), it is not painted until shown.
+    ProbeSlider& MakeSlider(int width, int height, const CString& skin, DWORD show = WS_VISIBLE) {
         slider = std::make_unique<ProbeSlider>();
-        EXPECT_TRUE(
-            slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + width, kY + height), &parent, 77));
+        EXPECT_TRUE(slider->Create(nullptr, L"", WS_CHILD | show, CRect(kX, kY, kX + width, kY + height), &parent, 77));
         parent.Name(slider->m_hWnd, "slider");
         if (!skin.IsEmpty()) slider->LoadSkin(skin, L"");
         desktop.RunUntilIdle();
@@ -118,25 +117,10 @@ TEST_F(SliderTest, PaintCostsWhatShowsAndShowsWhatAWholePaintWould) {
     ProbeSlider& s = MakeNinePiece();
     s.SetPos(50);
     Show();
-    auto shown = [&] {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < 16; ++y)
-            for (int x = 20; x < 80; ++x) pixels.push_back(ShownAt(s.m_hWnd, x, y));
-        return pixels;
-    };
-    const std::vector<COLORREF> whole = shown();
-    s.MoveWindow(kX - 30, kY, 80, 16);
-    Show();
-    const std::vector<COLORREF> hidden = shown();
-    const auto differ = std::mismatch(whole.begin(), whole.end(), hidden.begin());
-    EXPECT_TRUE(differ.first == whole.end()) << "first differing pixel " << (differ.first - whole.begin());
+    EXPECT_TRUE(ShowsAsWhole(s, CRect(kX, kY, kX + 80, kY + 16), -30, 0, kThumb));
 
     s.MoveWindow(kX, kY, 32767, 16);
-    Show();
-    s.Invalidate();
-    const uint64_t before = zel::gdi::pixelsWritten;
-    Show();
-    const uint64_t written = zel::gdi::pixelsWritten - before;
+    const uint64_t written = RepaintPixels(s);
     EXPECT_GT(written, 0u);
     EXPECT_LE(written, 8u * 110 * 16) << "pixels written by one repaint";
 }
@@ -168,12 +152,7 @@ TEST_F(SliderTest, KeptPicturesFollowEveryChangeOfSkinLayoutAndStyle) {
          [](ProbeSlider& s) { s.SetvStyle(true); }},
         {"position", nothing, [](ProbeSlider& s) { s.SetPos(90); }},
     };
-    auto picture = [&] {
-        std::vector<COLORREF> pixels;
-        for (int y = kY - 1; y < kY + 17; ++y)
-            for (int x = kX - 1; x < kX + 101; ++x) pixels.push_back(ScreenPixel(x, y));
-        return pixels;
-    };
+    auto picture = [] { return CaptureScreen(CRect(kX - 1, kY - 1, kX + 101, kY + 17)).pixels; };
     for (const auto& c : cases) {
         ProbeSlider& kept = MakeNinePiece();
         c.before(kept);
@@ -185,12 +164,11 @@ TEST_F(SliderTest, KeptPicturesFollowEveryChangeOfSkinLayoutAndStyle) {
         slider.reset();
         Show();
 
-        slider = std::make_unique<ProbeSlider>();
-        ASSERT_TRUE(slider->Create(nullptr, L"", WS_CHILD | WS_VISIBLE, CRect(kX, kY, kX + 80, kY + 30), &parent, 77));
-        slider->LoadSkin(NinePieces(), L"");
-        c.before(*slider);
-        slider->SetPos(50);
-        c.after(*slider);
+        ProbeSlider& fresh = MakeSlider(80, 30, NinePieces(), 0);
+        c.before(fresh);
+        fresh.SetPos(50);
+        c.after(fresh);
+        fresh.ShowWindow(SW_SHOW);
         Show();  // the first paint
         EXPECT_TRUE(picture() == changed) << c.name;
         slider.reset();
@@ -222,7 +200,7 @@ TEST_F(SliderTest, ResourceSkinMatchesThePathSkin) {
     EXPECT_EQ(ScreenPixel(kX + 2, kY + 8), 0u) << "an unskinned slider shows its empty canvas";
 }
 
-TEST_F(SliderTest, SetChanRectCentresAClippedChannel) {
+TEST_F(SliderTest, SetChanRectCentresAClippedChannelAndMoveWindowLaysItAgain) {
     ProbeSlider& s = MakeNinePiece();
     s.SetChanRect(41, 5);
     EXPECT_EQ(s.m_rcChannel, CRect(19, 5, 60, 10)) << "margins (80 - 41) / 2 and (16 - 5) / 2, rounded down";
@@ -230,11 +208,8 @@ TEST_F(SliderTest, SetChanRectCentresAClippedChannel) {
     EXPECT_EQ(s.m_rcChannel, CRect(0, 0, 80, 16));
     s.SetChanRect(0, 0);
     EXPECT_EQ(s.m_rcChannel, CRect(40, 8, 40, 8));
-}
 
-TEST_F(SliderTest, MoveWindowReLaysTheChannel) {
-    ProbeSlider& s = MakeNinePiece();
-    s.MoveWindow(CRect(kX, kY, kX + 100, kY + 16), TRUE);  // channel 6-93
+    s.MoveWindow(CRect(kX, kY, kX + 100, kY + 16), TRUE);  // lays the channel again: 6-93
     s.SetPos(100);
     Show();
     EXPECT_EQ(ThumbLeft(), 86);
@@ -351,7 +326,7 @@ TEST_F(SliderTest, RepeatStopsWhileThePointerIsAwayAndOnFocusLoss) {
 }
 
 TEST_F(SliderTest, DragBeyondEitherEndGivesTheLimits) {
-    ProbeSlider& s = MakeNinePiece();
+    MakeNinePiece();
     desktop.PointerDown(kX + 10, kY + 8);  // on the thumb at 0 (x 6-13)
     EXPECT_EQ(ThumbLeft(kThumbPressed), 6);
     EXPECT_TRUE(ScreenMatchesGolden("CZELSlider", "pressed", kFence));

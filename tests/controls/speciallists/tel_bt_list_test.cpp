@@ -228,17 +228,14 @@ TEST_F(TelBtTest, SkinArraysStopOnlyWhenCurrentAndIconsAreBothShort) {
 }
 
 // Where a marked row's icon goes (raised two pixels above centre, the current icon on the
-// current row) is the goldens'; the current row takes the second click.
-TEST_F(TelBtTest, CurrentDeviceRowIsTheClickArea) {
-    ProbeBT& l = MakeBT(3);
+// current row) is the goldens'; the current row takes the second click. The bar is the
+// telephone list's, and prints its maximum.
+TEST_F(TelBtTest, CurrentDeviceRowIsTheClickAreaAndTheBarIsTheTelephoneLists) {
+    ProbeBT& l = MakeBT(2);
     l.SetSelectionMark(1);
     l.SetCurSel(0);
     Repaint(l);
     EXPECT_EQ(l.m_rcClick, CRect(11, RowTop(0), 189 - kBarWidth, RowTop(1))) << "the rows stop at the bar's strip";
-}
-
-TEST_F(TelBtTest, DeviceBarFollowsTheTelephoneListAndPrintsItsMaximum) {
-    ProbeBT& l = MakeBT(2);
     DebugLines();
     l.UpdataScrollBar();
     EXPECT_EQ(l.Bar(), "0..100@0 shown disabled");
