@@ -433,6 +433,7 @@ void CZELComBox::ContentChanged() {
     if (m_bDropped)
         LayOutOpen();
     else {
+        ScrollTo(m_nTopRow);  // a list box's top index stays among its items, shown or not
         LayOutBox(0, m_rcClosed.Width());
         Invalidate();
     }
