@@ -1,6 +1,8 @@
 // The skinned combo box in the message storm: contents and selection changed under it
 // with wild indices, the list opened and closed by call, tap, key and focus, and the
 // promises of its two states checked after every step.
+#include <algorithm>
+
 #include "CZELComBox.h"
 #include "storm_family.h"
 
@@ -16,7 +18,7 @@ public:
     }
     bool TopRowValid() const {
         const int top = GetTopIndex();
-        return top >= 0 && top <= GetCount();
+        return top >= 0 && top <= std::max(0, GetCount() - 1);  // among the items, as a list box's
     }
     // Closed, the window is the box again: closing put it back exactly where it stood when
     // the list opened (whatever the host did to it meanwhile), and the box fills the window.
@@ -132,7 +134,7 @@ StormControl ComboControl() {
     };
     c.invariants = {
         Promise<Combo>("the selection is neither CB_ERR nor an item", &Combo::SelectionValid),
-        Promise<Combo>("the first visible row left 0..count", &Combo::TopRowValid),
+        Promise<Combo>("the first visible row left the items", &Combo::TopRowValid),
         Promise<Combo>("closed, the window is not the box where the list opened from", &Combo::ClosedWindowIsTheBox),
         Promise<Combo>("closed, the scroll bar shows", &Combo::ClosedBarHidden),
         Promise<Combo>("closed, the box holds the capture", &Combo::ClosedHoldsNoCapture),
