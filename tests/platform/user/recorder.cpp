@@ -62,7 +62,6 @@ Recorder::Recorder() {
 void Recorder::Start(std::initializer_list<UINT> messages) {
     recorded_ = messages;
     log_.clear();
-    names_.clear();
     pending_.clear();
     hook = nullptr;
     eraseResult = 1;
@@ -157,12 +156,14 @@ LRESULT CALLBACK Recorder::Proc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
 void DesktopTest::SetUp() {
     zel::Desktop::Get().Reset();
     rec.Start({});
+    rec.Forget();
     LeakChecked::SetUp();
 }
 
 void DesktopTest::TearDown() {
     zel::Desktop::Get().Reset();
     rec.Start({});
+    rec.Forget();
     LeakChecked::TearDown();
 }
 
