@@ -1,5 +1,6 @@
 // A memory DC with a bitmap of its own selected, for pixel tests: 32-bpp (compatible with
-// the screen) or 1-bpp. Everything is released on destruction.
+// the screen) or 1-bpp; and a memory DC holding someone else's bitmap for a scope. Both
+// release what they made on destruction.
 #pragma once
 
 #include <windows.h>
@@ -33,6 +34,22 @@ protected:
     HDC dc_;
     HBITMAP bmp_;
     HGDIOBJ oldBmp_;
+};
+
+class BitmapDC {
+public:
+    explicit BitmapDC(HBITMAP bitmap) : dc_(CreateCompatibleDC(nullptr)), old_(SelectObject(dc_, bitmap)) {}
+    ~BitmapDC() {
+        SelectObject(dc_, old_);
+        DeleteDC(dc_);
+    }
+    BitmapDC(const BitmapDC&) = delete;
+    BitmapDC& operator=(const BitmapDC&) = delete;
+    operator HDC() const { return dc_; }
+
+private:
+    HDC dc_;
+    HGDIOBJ old_;
 };
 
 }  // namespace zel::test
