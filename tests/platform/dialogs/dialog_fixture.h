@@ -14,27 +14,25 @@
 #include <string>
 #include <vector>
 
-#include "support/leak_check.h"
+#include "platform/mfc/window_fixture.h"
 #include "support/platform_scratch.h"
 
 namespace dialog_test {
 
 namespace fs = std::filesystem;
 
-class DialogTest : public zel::test::LeakChecked {
+// The window tests' fixture (a reset desktop; no window, temporary wrapper or GDI object
+// left behind), plus no idle hook and the loaded modules freed.
+class DialogTest : public mfc_test::WindowTest {
 protected:
     void SetUp() override {
-        zel::Desktop::Get().Reset();
-        AfxUnlockTempMaps(TRUE);
         zel::SetModalIdleHook(nullptr);
-        zel::test::LeakChecked::SetUp();
+        WindowTest::SetUp();
     }
     void TearDown() override {
         zel::SetModalIdleHook(nullptr);
         for (HINSTANCE m : modules_) zel::FreeResourceModule(m);
-        zel::Desktop::Get().Reset();
-        AfxUnlockTempMaps(TRUE);
-        zel::test::LeakChecked::TearDown();
+        WindowTest::TearDown();
     }
 
     std::string Write(const std::string& name, const std::string& text) { return scratch_.Write(name, text); }
@@ -45,7 +43,6 @@ protected:
         if (m) modules_.push_back(m);
         return m;
     }
-    static zel::Desktop& Desk() { return zel::Desktop::Get(); }
 
 private:
     zel::test::ScratchFolder scratch_;
