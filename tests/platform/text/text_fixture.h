@@ -89,26 +89,20 @@ public:
     }
     COLORREF Pixel(int x, int y) const { return GetPixel(dc_, x, y); }
 
-    // Bounding box (exclusive right/bottom) of pixels for which pred(colour) holds;
-    // all zero when none.
-    template <class Pred>
-    RECT BoxWhere(Pred pred) const {
+    // Bounding box (exclusive right/bottom) of the pixels other than `background`; all
+    // zero when none.
+    RECT InkBox(COLORREF background) const {
         RECT r{0, 0, 0, 0};
         bool any = false;
         for (int y = 0; y < h_; ++y)
             for (int x = 0; x < w_; ++x)
-                if (pred(Pixel(x, y))) {
-                    if (!any) r = RECT{x, y, x + 1, y + 1};
-                    r.left = std::min<LONG>(r.left, x);
-                    r.top = std::min<LONG>(r.top, y);
-                    r.right = std::max<LONG>(r.right, x + 1);
-                    r.bottom = std::max<LONG>(r.bottom, y + 1);
+                if (Pixel(x, y) != background) {
+                    r = any ? RECT{std::min<LONG>(r.left, x), std::min<LONG>(r.top, y), std::max<LONG>(r.right, x + 1),
+                                   std::max<LONG>(r.bottom, y + 1)}
+                            : RECT{x, y, x + 1, y + 1};
                     any = true;
                 }
         return r;
-    }
-    RECT InkBox(COLORREF background) const {
-        return BoxWhere([background](COLORREF c) { return c != background; });
     }
     int Count(COLORREF c) const {
         int n = 0;
