@@ -87,29 +87,6 @@ public:
         FillRect(dc_, &r, b);
         DeleteObject(b);
     }
-    COLORREF Pixel(int x, int y) const { return GetPixel(dc_, x, y); }
-
-    // Bounding box (exclusive right/bottom) of the pixels other than `background`; all
-    // zero when none.
-    RECT InkBox(COLORREF background) const {
-        RECT r{0, 0, 0, 0};
-        bool any = false;
-        for (int y = 0; y < h_; ++y)
-            for (int x = 0; x < w_; ++x)
-                if (Pixel(x, y) != background) {
-                    r = any ? RECT{std::min<LONG>(r.left, x), std::min<LONG>(r.top, y), std::max<LONG>(r.right, x + 1),
-                                   std::max<LONG>(r.bottom, y + 1)}
-                            : RECT{x, y, x + 1, y + 1};
-                    any = true;
-                }
-        return r;
-    }
-    int Count(COLORREF c) const {
-        int n = 0;
-        for (int y = 0; y < h_; ++y)
-            for (int x = 0; x < w_; ++x) n += Pixel(x, y) == c;
-        return n;
-    }
     // Every pixel as a string of '#' (== ink) and '.', for comparing two drawings.
     std::string Picture(COLORREF ink) const {
         std::string s;
