@@ -190,184 +190,99 @@ public:
     Storm& Move(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerMove, c, fx, fy); }
     Storm& Up(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kPointerUp, c, fx, fy); }
     Storm& Tap(uint8_t c, uint8_t fx = 128, uint8_t fy = 128) { return Point(kTap, c, fx, fy); }
-    Storm& TapAnywhere(int16_t x, int16_t y) {
-        w_.Op(kTap).U8(kAnywhere).U16(static_cast<uint16_t>(x)).U16(static_cast<uint16_t>(y));
-        return *this;
-    }
-    Storm& Key(uint8_t keyIndex, uint8_t flags = 1) {
-        w_.Op(kKey).U8(keyIndex).U8(flags);
-        return *this;
-    }
-    Storm& Paint() {
-        w_.Op(kPaint);
-        return *this;
-    }
-    Storm& Wait(uint16_t ms) {
-        w_.Op(kAdvance).U16(ms);
-        return *this;
-    }
-    Storm& Focus(uint8_t c) {
-        w_.Op(kFocus).U8(c);
-        return *this;
-    }
+    Storm& TapAnywhere(int16_t x, int16_t y) { return Emit(kTap).B(kAnywhere).W(uint16_t(x)).W(uint16_t(y)); }
+    Storm& Key(uint8_t keyIndex, uint8_t flags = 1) { return Emit(kKey).B(keyIndex).B(flags); }
+    Storm& Paint() { return Emit(kPaint); }
+    Storm& Wait(uint16_t ms) { return Emit(kAdvance).W(ms); }
+    Storm& Focus(uint8_t c) { return Emit(kFocus).B(c); }
     // kCall: a control's own call, its arguments written after it.
-    Storm& Call(uint8_t c, uint8_t call) {
-        w_.Op(kCall).U8(c).U8(call);
-        return *this;
-    }
-    Storm& ScrollRange(int64_t lo, int64_t hi) { return Call(kScrollBar, kBarRange).Value(lo).Value(hi); }
-    Storm& ScrollPos(int64_t pos) {
-        Call(kScrollBar, kBarPos).Value(pos).w_.U8(1);
-        return *this;
-    }
+    Storm& Call(uint8_t c, uint8_t call) { return Emit(kCall).B(c).B(call); }
+    Storm& ScrollRange(int64_t lo, int64_t hi) { return Call(kScrollBar, kBarRange).V(lo).V(hi); }
+    Storm& ScrollPos(int64_t pos) { return Call(kScrollBar, kBarPos).V(pos).B(1); }
     Storm& ScrollInfo(bool track, int64_t lo, int64_t hi, int64_t page, int64_t pos) {
-        Call(kScrollBar, kBarInfo).w_.U8(track);
-        Value(lo).Value(hi).Value(page).Value(pos).Value(pos);
-        w_.U8(1).U8(1);
-        return *this;
+        return Call(kScrollBar, kBarInfo).B(track).V(lo).V(hi).V(page).V(pos).V(pos).B(1).B(1);
     }
-    Storm& ScrollPage(int64_t page) { return Call(kScrollBar, kBarPage).Value(page); }
-    Storm& ScrollLine(int64_t line) { return Call(kScrollBar, kBarLine).Value(line); }
+    Storm& ScrollPage(int64_t page) { return Call(kScrollBar, kBarPage).V(page); }
+    Storm& ScrollLine(int64_t line) { return Call(kScrollBar, kBarLine).V(line); }
     // Sliders 0, 1, 2: the horizontal, the vertical and the progress one.
-    Storm& SliderRange(uint8_t slider, int64_t lo, int64_t hi) {
-        SliderCall(slider, kSliderRange).Value(lo).Value(hi).w_.U8(1);
-        return *this;
-    }
     Storm& SliderCall(uint8_t slider, uint8_t what) { return Call(static_cast<uint8_t>(kSlider + slider), what); }
-    Storm& SliderValue(uint8_t slider, uint8_t what, int64_t v) {
-        SliderCall(slider, what);
-        return Value(v);
-    }
-    Storm& SliderFlag(uint8_t slider, uint8_t what, bool on) {
-        SliderCall(slider, what);
-        w_.U8(on);
-        return *this;
-    }
-    Storm& SliderChannel(uint8_t slider, int64_t cx, int64_t cy) {
-        SliderCall(slider, 10);
-        return Value(cx).Value(cy);
-    }
+    Storm& SliderRange(uint8_t slider, int64_t lo, int64_t hi) { return SliderCall(slider, kSliderRange).V(lo).V(hi).B(1); }
+    Storm& SliderValue(uint8_t slider, uint8_t what, int64_t v) { return SliderCall(slider, what).V(v); }
+    Storm& SliderFlag(uint8_t slider, uint8_t what, bool on) { return SliderCall(slider, what).B(on); }
+    Storm& SliderChannel(uint8_t slider, int64_t cx, int64_t cy) { return SliderCall(slider, 10).V(cx).V(cy); }
     Storm& Skin(uint8_t c, std::initializer_list<int> files, bool closed = true) {
-        w_.Op(kLoadSkin).U8(c);
+        Emit(kLoadSkin).B(c);
         bool first = true;
         for (int f : files) {
-            if (!first) w_.U8(kTokenBar);
-            w_.U8(kTokenFile).U8(static_cast<uint8_t>(f));
+            if (!first) B(kTokenBar);
+            B(kTokenFile).B(static_cast<uint8_t>(f));
             first = false;
         }
-        if (closed) w_.U8(kTokenBar);
-        w_.U8(kTokenEnd).U8(0);
-        return *this;
+        if (closed) B(kTokenBar);
+        return B(kTokenEnd).B(0);
     }
     Storm& OddSkin(uint8_t c, const std::string& text) {
-        w_.Op(kLoadSkin).U8(c).U8(kTokenSpace).U8(kTokenText).Text(text).U8(kTokenBar).U8(kTokenLong).U8(8);
-        w_.U8(kTokenBar).U8(kTokenWide).U8(2).I32(0xD800).I32(-1).U8(kTokenBar).U8(kTokenEnd).U8(1);
-        return *this;
+        Emit(kLoadSkin).B(c).B(kTokenSpace).B(kTokenText).T(text).B(kTokenBar).B(kTokenLong).B(8).B(kTokenBar);
+        return B(kTokenWide).B(2).I(0xD800).I(-1).B(kTokenBar).B(kTokenEnd).B(1);
     }
     // A resource-skin call: module 2 (a forged handle) takes one more byte before the
     // identifiers.
     Storm& Resource(uint8_t c, uint8_t call, uint8_t module, std::initializer_list<uint8_t> ids) {
-        Call(c, call).w_.U8(module);
-        for (uint8_t id : ids) w_.U8(id);
+        Call(c, call).B(module);
+        for (uint8_t id : ids) B(id);
         return *this;
     }
-    Storm& Enable(uint8_t c, bool on) {
-        w_.Op(kEnable).U8(c).U8(on);
-        return *this;
-    }
-    Storm& Show(uint8_t c, uint8_t cmd) {
-        w_.Op(kShow).U8(c).U8(cmd);
-        return *this;
-    }
+    Storm& Enable(uint8_t c, bool on) { return Emit(kEnable).B(c).B(on); }
+    Storm& Show(uint8_t c, uint8_t cmd) { return Emit(kShow).B(c).B(cmd); }
     Storm& MoveTo(uint8_t c, int32_t x, int32_t y, int32_t w, int32_t h) {
-        w_.Op(kMove).U8(c);
-        for (int32_t v : {x, y, w, h}) w_.U8(kRawValue).I32(v);
-        w_.U8(1).U8(0);
-        return *this;
+        return Emit(kMove).B(c).H(x).H(y).H(w).H(h).B(1).B(0);
     }
     Storm& Font(bool check, int32_t height, int32_t active) {
-        if (check) {
-            Call(kCheckBox, kCheckFont);
-            w_.U8(kRawValue).I32(height).Text("Courier").I32(0x0000FF);
-        } else {
-            Call(kTextButton, kTextFont);
-            w_.U8(kRawValue).I32(height).U8(kRawValue).I32(active).I32(0).I32(0xFF0000);
-        }
-        return *this;
+        if (check) return Call(kCheckBox, kCheckFont).H(height).T("Courier").I(0x0000FF);
+        return Call(kTextButton, kTextFont).H(height).H(active).I(0).I(0xFF0000);
     }
-    Storm& Destroy(uint8_t c) {
-        w_.Op(kDestroy).U8(c);
-        return *this;
-    }
-    Storm& Recreate(uint8_t c) {
-        w_.Op(kRecreate).U8(c).U8(0);
-        return *this;
-    }
+    Storm& Destroy(uint8_t c) { return Emit(kDestroy).B(c); }
+    Storm& Recreate(uint8_t c) { return Emit(kRecreate).B(c).B(0); }
     // `call` and `input` (the call's argument bytes) serve kCallTarget.
     Storm& Arm(Trigger t, Reaction r, uint8_t target, uint8_t count = 1, int64_t arg = 0, uint8_t call = 0,
                const std::string& input = {}) {
-        w_.Op(kArm).U8(t).U8(r).U8(target).U8(count - 1);
-        Value(arg).w_.U8(call).Text(input);
-        return *this;
+        return Emit(kArm).B(t).B(r).B(target).B(count - 1).V(arg).B(call).T(input);
     }
     Storm& Caption(uint8_t c, const std::string& text, uint8_t widen = 0) {
-        w_.Op(kText).U8(c).Text(text).U8(widen ? 1 : 0);
-        if (widen) w_.U8(widen);
-        return *this;
+        Emit(kText).B(c).T(text).B(widen ? 1 : 0);
+        return widen ? B(widen) : *this;
     }
     Storm& Raw(uint8_t c, int16_t x, int16_t y, uint8_t what, uint8_t arg = 0) {
-        w_.Op(kRawMessage).U8(c).U16(static_cast<uint16_t>(x)).U16(static_cast<uint16_t>(y)).U8(what).U8(arg);
-        return *this;
+        return Emit(kRawMessage).B(c).W(uint16_t(x)).W(uint16_t(y)).B(what).B(arg);
     }
-    Storm& Check(int64_t value, bool autoClick) {
-        Call(kCheckBox, kCheckSet).Value(value).w_.U8(autoClick);
-        return *this;
-    }
+    Storm& Check(int64_t value, bool autoClick) { return Call(kCheckBox, kCheckSet).V(value).B(autoClick); }
     // A call's arguments, one by one: an extreme value, a byte, a 16-bit word, a 32-bit
-    // word, a text.
-    Storm& V(int64_t v) { return Value(v); }
-    Storm& B(uint8_t v) {
-        w_.U8(v);
-        return *this;
-    }
-    Storm& W(uint16_t v) {
-        w_.U16(v);
-        return *this;
-    }
-    Storm& I(int32_t v) {
-        w_.I32(v);
-        return *this;
-    }
-    Storm& T(const std::string& text) {
-        w_.Text(text);
-        return *this;
-    }
+    // word, a text, a raw 32-bit value (a font height, a coordinate).
+    Storm& V(int64_t v) { return B(kRawValue).Put(&ScriptWriter::I64, v); }
+    Storm& B(uint8_t v) { return Put(&ScriptWriter::U8, v); }
+    Storm& W(uint16_t v) { return Put(&ScriptWriter::U16, v); }
+    Storm& I(int32_t v) { return Put(&ScriptWriter::I32, v); }
+    Storm& T(const std::string& text) { return Put(&ScriptWriter::Text, text); }
+    Storm& H(int32_t v) { return B(kRawValue).I(v); }
     // SYSTEMTIME's eight fields in order (year, month, day of week, day, hour, minute,
     // second, milliseconds).
     Storm& Time(std::initializer_list<uint16_t> fields) {
-        for (uint16_t f : fields) w_.U16(f);
-        return *this;
-    }
-    // A font height, raw.
-    Storm& H(int32_t height) {
-        w_.U8(kRawValue).I32(height);
+        for (uint16_t f : fields) W(f);
         return *this;
     }
     // A plain skin string of generated files, each followed by "|" (for calls that read one).
     Storm& SkinText(std::initializer_list<int> files) {
-        for (int f : files) w_.U8(kTokenFile).U8(static_cast<uint8_t>(f)).U8(kTokenBar);
-        w_.U8(kTokenEnd);
-        return *this;
+        for (int f : files) B(kTokenFile).B(static_cast<uint8_t>(f)).B(kTokenBar);
+        return B(kTokenEnd);
     }
     const std::vector<uint8_t>& Bytes() const { return w_.Bytes(); }
 
 private:
-    Storm& Point(Op op, uint8_t c, uint8_t fx, uint8_t fy) {
-        w_.Op(op).At(c, fx, fy);
-        return *this;
-    }
-    Storm& Value(int64_t v) {
-        w_.U8(kRawValue).I64(v);
+    Storm& Emit(uint8_t op) { return B(op); }
+    Storm& Point(Op op, uint8_t c, uint8_t fx, uint8_t fy) { return Emit(op).Put(&ScriptWriter::At, c, fx, fy); }
+    template <class F, class... A>
+    Storm& Put(F write, const A&... args) {
+        (w_.*write)(args...);
         return *this;
     }
     ScriptWriter w_;
@@ -392,7 +307,7 @@ void ComboSeeds(Seeds& out);
 // side: on the 70-pixel scroll bar, 45 is its up arrow, 100 the thumb at the top of the
 // track, 170 the page-down area and 215 the down arrow.
 void StormSeeds(Seeds& out) {
-    auto write = [&](const char* name, const Storm& s) { out.Write(name, Bytes(s.Bytes().begin(), s.Bytes().end())); };
+    auto write = [&](const char* name, const Storm& s) { out.Write(name, s.Bytes()); };
     Storm taps;
     for (uint8_t c = 0; c < kControlCount; ++c) taps.Tap(c).Wait(50).Tap(c, 10, 10).Tap(c, 245, 245);
     taps.TapAnywhere(-5, -5).TapAnywhere(30000, 200).Wait(600);
@@ -528,9 +443,7 @@ void StormSeeds(Seeds& out) {
 // The date and time controls. On the 110-pixel picker the year's digits start 4 pixels
 // in, so 20/255 of its width (with the margin) is the year, 110 the month and 170 the day.
 void DateTimeSeeds(Seeds& out) {
-    auto write = [&](const std::string& name, const Storm& s) {
-        out.Write("datetime_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
-    };
+    auto write = [&](const std::string& name, const Storm& s) { out.Write("datetime_" + name, s.Bytes()); };
     Storm keys;
     keys.Call(kPicker, kPickerSetTime).Time({2024, 2, 0, 29, 10, 30, 59, 0}).B(0).B(1).Wait(20);
     keys.Tap(kPicker, 20, 128).Focus(kPicker).Key(kUp).Key(kDown, 3).Key(kRight).Key(kUp).Key(kDown).Key(kRight)
@@ -595,9 +508,7 @@ void DateTimeSeeds(Seeds& out) {
 enum : int32_t { kDtCenter = 0x1, kDtRight = 0x2, kDtVCenter = 0x4, kDtBottom = 0x8, kDtWordBreak = 0x10, kDtSingleLine = 0x20 };
 
 void LabelSeeds(Seeds& out) {
-    auto write = [&](const std::string& name, const Storm& s) {
-        out.Write("labels_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
-    };
+    auto write = [&](const std::string& name, const Storm& s) { out.Write("labels_" + name, s.Bytes()); };
     auto font = [](Storm& s, uint8_t c, uint8_t call, int32_t height, int32_t format, int32_t l, int32_t t, int32_t r,
                    int32_t b) {
         s.Call(c, call).H(height).I(0x00FF00).I(format);
@@ -659,9 +570,7 @@ void LabelSeeds(Seeds& out) {
 
 // The combo box, 160 x 24 with seven items; its list of five 24-pixel rows opens below.
 void ComboSeeds(Seeds& out) {
-    auto write = [&](const std::string& name, const Storm& s) {
-        out.Write("combo_" + name, Bytes(s.Bytes().begin(), s.Bytes().end()));
-    };
+    auto write = [&](const std::string& name, const Storm& s) { out.Write("combo_" + name, s.Bytes()); };
     Storm contents;
     contents.Call(kCombo, kComboSetCurSel).B(3 + 6).Call(kCombo, kComboDelete).V(6).Call(kCombo, kComboDelete).V(-1)
         .Call(kCombo, kComboInsert).V(-1).B(3).T("last").Call(kCombo, kComboInsert).V(100).B(1)
@@ -707,21 +616,21 @@ void SkinStringSeeds(Seeds& out) {
         }
     };
     auto file = [](uint8_t f) { return std::string{'\x01', static_cast<char>(f)}; };
-    const std::string bar = file(kBarUp) + "|" + file(kBarUpDown) + "|" + file(kBarTrack) + "|" + file(kBarThumb) +
-                            "|" + file(kBarThumbDown) + "|" + file(kBarDown) + "|" + file(kBarDownDown) + "|";
+    auto files = [&](std::initializer_list<uint8_t> list) {  // each followed by "|"
+        std::string text;
+        for (uint8_t f : list) text += file(f) + "|";
+        return text;
+    };
+    const std::string bar = files({kBarUp, kBarUpDown, kBarTrack, kBarThumb, kBarThumbDown, kBarDown, kBarDownDown});
     write("scroll_bar", 0, bar);
     write("slider", 2,
-          " " + file(kSlLeft) + " |\t" + file(kSlRight) + "|" + file(kSlThumb) + "|" + file(kSlThumbUp) + "|" +
-              file(kSlThumbDown) + "|" + file(kSlFill) + "|" + file(kSlChannel) + "|" + file(kSlChanLeft) + "|" +
-              file(kSlChanRight) + "|");
-    write("progress", 0, file(kProgBack) + "|" + file(kProgFill) + "|");
+          " " + file(kSlLeft) + " |\t" +
+              files({kSlRight, kSlThumb, kSlThumbUp, kSlThumbDown, kSlFill, kSlChannel, kSlChanLeft, kSlChanRight}));
+    write("progress", 0, files({kProgBack, kProgFill}));
     write("check_box", 0, file(kChkOn) + "\r\n|" + file(kChkOff) + "|" + file(kChkBack));
-    write("button", 0,
-          file(kBtnNormal) + "|" + file(kBtnFocus) + "|" + file(kBtnDown) + "|" + file(kBtnDisable) + "|");
+    write("button", 0, files({kBtnNormal, kBtnFocus, kBtnDown, kBtnDisable}));
     // The box's three pieces, its arrow up and down, a row and the chosen row, then the bar.
-    write("combo_box", 0,
-          file(kSlChanLeft) + "|" + file(kSlChannel) + "|" + file(kSlChanRight) + "|" + file(kRound) + "|" +
-              file(kRoundDown) + "|" + file(kProgBack) + "|" + file(kProgFill) + "|" + bar);
+    write("combo_box", 0, files({kSlChanLeft, kSlChannel, kSlChanRight, kRound, kRoundDown, kProgBack, kProgFill}) + bar);
     write("odd", 0, "|| |\t\n|" + file(kMissing) + "|" + file(kMalformed) + "|" + file(kFolder) + "|x\x02\x10|");
     write("embedded_nul", 0, file(kTiny) + std::string(1, '\0') + "|" + file(kWide) + "|");
     Bytes wide;

@@ -9,28 +9,13 @@
 #include <cstring>
 #include <filesystem>
 
+#include "support/memory_surface.h"
+
 namespace zel::test {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-// A memory DC holding a bitmap, released on every path.
-class BitmapDC {
-public:
-    explicit BitmapDC(HBITMAP bitmap) : dc_(CreateCompatibleDC(nullptr)), old_(SelectObject(dc_, bitmap)) {}
-    ~BitmapDC() {
-        SelectObject(dc_, old_);
-        DeleteDC(dc_);
-    }
-    BitmapDC(const BitmapDC&) = delete;
-    BitmapDC& operator=(const BitmapDC&) = delete;
-    operator HDC() const { return dc_; }
-
-private:
-    HDC dc_;
-    HGDIOBJ old_;
-};
 
 bool UpdateRequested() {
     const char* v = std::getenv("ZEL_UPDATE_GOLDENS");

@@ -1,8 +1,6 @@
 // CDialog: a dialog class from a script, its message map, data exchange and DoModal.
 #include "dialog_fixture.h"
 
-#include <functional>
-
 namespace {
 
 using dialog_test::DialogTest;
@@ -159,23 +157,10 @@ TEST_F(CDialogs, ModelessDialogRoutesItsMessageMapAndBindsItsControls) {
 }
 
 TEST_F(CDialogs, DoModalReturnsTheEndDialogValueAfterATourOfTaps) {
-    static std::vector<std::function<void(HWND)>> steps;
-    static size_t next;
-    next = 0;
-    auto tap = [](HWND dlg, int id) {
-        RECT r;
-        ::GetWindowRect(::GetDlgItem(dlg, id), &r);
-        zel::Desktop::Get().Tap((r.left + r.right) / 2, (r.top + r.bottom) / 2);
-    };
-    steps = {
-        [tap](HWND dlg) { tap(dlg, 201); },
-        [tap](HWND dlg) { tap(dlg, 202); },  // unchecks Loop
-        [tap](HWND dlg) { tap(dlg, IDOK); },
-    };
-    zel::SetModalIdleHook([](HWND dlg) {
-        if (next >= steps.size()) return false;
-        steps[next++](dlg);
-        return true;
+    dialog_test::ModalTour::Start({
+        [](HWND dlg) { dialog_test::TapItem(dlg, 201); },
+        [](HWND dlg) { dialog_test::TapItem(dlg, 202); },  // unchecks Loop
+        [](HWND dlg) { dialog_test::TapItem(dlg, IDOK); },
     });
     CPlayerDlg dlg;
     EXPECT_EQ(dlg.DoModal(), IDOK);
@@ -186,13 +171,7 @@ TEST_F(CDialogs, DoModalReturnsTheEndDialogValueAfterATourOfTaps) {
 }
 
 TEST_F(CDialogs, EscapeAndNothingToDoCancel) {
-    zel::SetModalIdleHook([](HWND) {
-        static bool pressed;
-        if (pressed) return false;
-        pressed = true;
-        zel::Desktop::Get().KeyDown(VK_ESCAPE);
-        return true;
-    });
+    dialog_test::ModalTour::Start({[](HWND) { zel::Desktop::Get().KeyDown(VK_ESCAPE); }});
     CPlayerDlg dlg;
     EXPECT_EQ(dlg.DoModal(), IDCANCEL);
     EXPECT_EQ(Events(), (std::vector<std::string>{"init", "cancel"}));

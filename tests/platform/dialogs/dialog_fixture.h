@@ -10,30 +10,29 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
-#include "support/leak_check.h"
+#include "platform/mfc/window_fixture.h"
 #include "support/platform_scratch.h"
 
 namespace dialog_test {
 
 namespace fs = std::filesystem;
 
-class DialogTest : public zel::test::LeakChecked {
+// The window tests' fixture (a reset desktop; no window, temporary wrapper or GDI object
+// left behind), plus no idle hook and the loaded modules freed.
+class DialogTest : public mfc_test::WindowTest {
 protected:
     void SetUp() override {
-        zel::Desktop::Get().Reset();
-        AfxUnlockTempMaps(TRUE);
         zel::SetModalIdleHook(nullptr);
-        zel::test::LeakChecked::SetUp();
+        WindowTest::SetUp();
     }
     void TearDown() override {
         zel::SetModalIdleHook(nullptr);
         for (HINSTANCE m : modules_) zel::FreeResourceModule(m);
-        zel::Desktop::Get().Reset();
-        AfxUnlockTempMaps(TRUE);
-        zel::test::LeakChecked::TearDown();
+        WindowTest::TearDown();
     }
 
     std::string Write(const std::string& name, const std::string& text) { return scratch_.Write(name, text); }
@@ -44,7 +43,6 @@ protected:
         if (m) modules_.push_back(m);
         return m;
     }
-    static zel::Desktop& Desk() { return zel::Desktop::Get(); }
 
 private:
     zel::test::ScratchFolder scratch_;
@@ -81,6 +79,34 @@ inline RECT ChildRect(HWND child) {
     GetWindowRect(child, &r);
     MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&r), 2);
     return r;
+}
+
+// A modal loop's user: each idle of the loop plays the next step (a tap, a key), and once
+// none is left the loop has nothing to wait for. Whether the owner stayed enabled at every
+// step is kept. Steps live in a static, as the idle hook is a plain function.
+struct ModalTour {
+    std::vector<std::function<void(HWND dlg)>> steps;
+    size_t next = 0;
+    bool ownerEnabledDuring = false;
+
+    static ModalTour& Start(std::vector<std::function<void(HWND)>> steps) {
+        static ModalTour tour;
+        tour = ModalTour{std::move(steps)};
+        zel::SetModalIdleHook([](HWND dlg) {
+            if (tour.next >= tour.steps.size()) return false;
+            tour.ownerEnabledDuring = tour.ownerEnabledDuring || IsWindowEnabled(GetWindow(dlg, GW_OWNER));
+            tour.steps[tour.next++](dlg);
+            return true;
+        });
+        return tour;
+    }
+};
+
+// Taps the middle of a dialog's item.
+inline void TapItem(HWND dlg, int id) {
+    RECT r;
+    GetWindowRect(GetDlgItem(dlg, id), &r);
+    zel::Desktop::Get().Tap((r.left + r.right) / 2, (r.top + r.bottom) / 2);
 }
 
 inline std::string ClassOf(HWND hwnd) {

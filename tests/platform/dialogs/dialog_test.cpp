@@ -2,8 +2,6 @@
 // keyboard navigation, modal loops and the dialog item helpers.
 #include "dialog_fixture.h"
 
-#include <functional>
-
 #include "kernel/dialog_template.h"
 #include "support/platform_rects.h"
 
@@ -13,7 +11,9 @@ using dialog_test::ChildRect;
 using dialog_test::ClassOf;
 using dialog_test::DialogTest;
 using dialog_test::ExpectedBaseUnits;
+using dialog_test::ModalTour;
 using dialog_test::Pixels;
+using dialog_test::TapItem;
 using zel::test::RectText;
 
 const char kScript[] =
@@ -234,45 +234,17 @@ TEST_F(Dialogs, EnterIsTheDefaultButtonAndEscapeIsCancel) {
     DestroyWindow(dlg);
 }
 
-// A modal dialog with its own loop: the idle hook plays the user's taps and keys.
-struct Tour {
-    std::vector<std::function<void(HWND)>> steps;
-    size_t next = 0;
-    bool ownerEnabledDuring = true;
-};
-Tour& TheTour() {
-    static Tour tour;
-    return tour;
-}
-
-bool PlayNextStep(HWND dlg) {
-    Tour& t = TheTour();
-    if (t.next >= t.steps.size()) return false;
-    t.ownerEnabledDuring = t.ownerEnabledDuring && IsWindowEnabled(GetWindow(dlg, GW_OWNER));
-    t.steps[t.next++](dlg);
-    return true;
-}
-
-void TapCentre(HWND hwnd) {
-    RECT r;
-    GetWindowRect(hwnd, &r);
-    zel::Desktop::Get().Tap((r.left + r.right) / 2, (r.top + r.bottom) / 2);
-}
-
 TEST_F(Dialogs, DialogBoxReturnsTheEndDialogValueAfterATourOfTaps) {
-    TheTour() = Tour{};
-    TheTour().ownerEnabledDuring = false;
-    TheTour().steps = {
-        [](HWND dlg) { TapCentre(GetDlgItem(dlg, 21)); },
-        [](HWND dlg) { TapCentre(GetDlgItem(dlg, 30)); },  // disabled: nothing
+    ModalTour& tour = ModalTour::Start({
+        [](HWND dlg) { TapItem(dlg, 21); },
+        [](HWND dlg) { TapItem(dlg, 30); },  // disabled: nothing
         [](HWND) { zel::Desktop::Get().KeyDown(VK_TAB); },
-        [](HWND dlg) { TapCentre(GetDlgItem(dlg, IDOK)); },
-    };
-    zel::SetModalIdleHook(PlayNextStep);
+        [](HWND dlg) { TapItem(dlg, IDOK); },
+    });
     INT_PTR result = DialogBoxParamW(module_, MAKEINTRESOURCEW(100), owner_, RecordingDlgProc, 5);
     EXPECT_EQ(result, 1000);
-    EXPECT_EQ(TheTour().next, 4u) << "the dialog ended at the last tap";
-    EXPECT_FALSE(TheTour().ownerEnabledDuring) << "the owner is disabled while the dialog runs";
+    EXPECT_EQ(tour.next, 4u) << "the dialog ended at the last tap";
+    EXPECT_FALSE(tour.ownerEnabledDuring) << "the owner is disabled while the dialog runs";
     EXPECT_TRUE(IsWindowEnabled(owner_));
     EXPECT_EQ(Log().events, (std::vector<std::string>{"INITDIALOG(10)", "COMMAND(21,0)", "COMMAND(1,0)"}));
     EXPECT_EQ(zel::test::LiveWindows(), 1) << "only the owner is left";

@@ -1,5 +1,6 @@
-// Dialog templates and string tables in resource scripts: what each statement produces,
-// the memory form, and the one-line errors of broken templates.
+// Dialog templates and string tables in resource scripts: what each statement produces and
+// the memory form. Their one-line errors are with the other broken scripts
+// (mfc/resource_script_test.cpp).
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -219,39 +220,6 @@ TEST(ScriptDialogs, MemoryFormRoundTripsBothTemplateKinds) {
     std::vector<uint64_t> ex = zel::detail::EncodeDialogTemplate(Script().dialogsById.at(101));
     EXPECT_EQ(reinterpret_cast<const WORD*>(ex.data())[0], 1);
     EXPECT_EQ(reinterpret_cast<const WORD*>(ex.data())[1], 0xFFFF);
-}
-
-TEST(ScriptDialogs, BrokenTemplatesNameTheLineAndWhatWasExpected) {
-    struct Case {
-        const char* rc;
-        const char* where;
-        const char* what;
-    };
-    const Case cases[] = {
-        {"1 DIALOG 0,0,10\nBEGIN\nEND\n", ":2:", "expected ',' after the dialog's width"},
-        {"1 DIALOG 0,0,10,10\nSTYLE WS_BOGUS\nBEGIN\nEND\n", ":2:", "STYLE: undefined name 'WS_BOGUS'"},
-        {"1 DIALOG 0,0,10,10\nBEGIN\n  LTEXT \"a\" 1,0,0,1,1\nEND\n", ":3:", "expected ',' after the control's text"},
-        {"1 DIALOG 0,0,10,10\nBEGIN\n  SPINNER 1,0,0,1,1\nEND\n", ":3:", "unknown control statement 'SPINNER'"},
-        {"1 DIALOG 0,0,10,10\nBEGIN\n  CONTROL \"a\",1,5,0,0,0,1,1\nEND\n", ":3:", "expected the control's class"},
-        {"1 DIALOG 0,0,10,10\nFONT 8\nBEGIN\nEND\n", ":3:", "expected ',' after the font's point size"},
-        {"1 DIALOG 0,0,10,10\nCAPTION Title\nBEGIN\nEND\n", ":2:", "expected the caption in quotes"},
-        {"1 DIALOG 0,0,10,10\nBEGIN\n  PUSHBUTTON \"a\",1,0,0,1,1\n", ":2:", "1 DIALOG: BEGIN without END"},
-        {"1 DIALOG 0,0,1,1\nBEGIN\nEND\n1 DIALOGEX 0,0,1,1\nBEGIN\nEND\n", ":4:", "duplicate DIALOG resource 1"},
-        {"STRINGTABLE\nBEGIN\n 1 \"a\"\n 1 \"b\"\nEND\n", ":4:", "duplicate string identifier 1"},
-        {"STRINGTABLE\nBEGIN\n 1 2\nEND\n", ":3:", "expected the string in quotes"},
-        {"STRINGTABLE\nBEGIN\n 1 \"a\"\n", ":2:", "STRINGTABLE: BEGIN without END"},
-        {"STRINGTABLE\n", ":1:", "STRINGTABLE: missing BEGIN"},
-        {"1 DIALOG 0,0,10,10\nSTYLE ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((1\nBEGIN\nEND\n",
-         ":2:", "STYLE: expression nested too deeply"},
-    };
-    for (const Case& c : cases) {
-        std::string error;
-        EXPECT_FALSE(Parse(c.rc, &error)) << c.rc;
-        EXPECT_NE(error.find("app.rc"), std::string::npos) << c.rc << " -> " << error;
-        EXPECT_NE(error.find(c.where), std::string::npos) << c.rc << " -> " << error;
-        EXPECT_NE(error.find(c.what), std::string::npos) << c.rc << " -> " << error;
-        EXPECT_EQ(error.find('\n'), std::string::npos) << error;
-    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "support/leak_check.h"
+#include "support/memory_surface.h"
 
 namespace {
 
@@ -163,11 +164,8 @@ TEST_F(Objects, ColourBitmapBitsAreWholeRowsOfBgrx) {
 }
 
 TEST_F(Objects, PixelsOutsideTheSurfaceOrTheClip) {
-    HDC screen = GetDC(nullptr);
-    HDC dc = CreateCompatibleDC(screen);
-    HBITMAP bmp = CreateCompatibleBitmap(screen, 4, 3);
-    ReleaseDC(nullptr, screen);
-    HGDIOBJ old = SelectObject(dc, bmp);
+    zel::test::MemorySurface colour(4, 3, false), mono(1, 1, true);
+    HDC dc = colour.dc();
     EXPECT_EQ(GetPixel(dc, -1, 0), CLR_INVALID);
     EXPECT_EQ(GetPixel(dc, 4, 0), CLR_INVALID);
     EXPECT_EQ(SetPixel(dc, 4, 0, RGB(1, 2, 3)), RGB(1, 2, 3)) << "the colour is reported even when clipped";
@@ -179,26 +177,16 @@ TEST_F(Objects, PixelsOutsideTheSurfaceOrTheClip) {
     // A COLORREF top byte of 1 picks from the default palette (13 is red; out of range, 0).
     EXPECT_EQ(SetPixel(dc, 2, 2, 0x0100000D), RGB(255, 0, 0));
     EXPECT_EQ(SetPixel(dc, 2, 2, 0x01ABCDEF), RGB(0, 0, 0));
-    SelectObject(dc, old);
-    DeleteObject(bmp);
     // On monochrome, SetPixel takes the nearer of black and white (pens do not).
-    HBITMAP m = CreateBitmap(1, 1, 1, 1, nullptr);
-    old = SelectObject(dc, m);
-    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(128, 128, 128)), RGB(255, 255, 255));
-    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(127, 127, 127)), RGB(0, 0, 0));
-    EXPECT_EQ(SetPixel(dc, 0, 0, RGB(255, 0, 255)), RGB(255, 255, 255));
-    SelectObject(dc, old);
-    DeleteObject(m);
-    DeleteDC(dc);
+    EXPECT_EQ(SetPixel(mono.dc(), 0, 0, RGB(128, 128, 128)), RGB(255, 255, 255));
+    EXPECT_EQ(SetPixel(mono.dc(), 0, 0, RGB(127, 127, 127)), RGB(0, 0, 0));
+    EXPECT_EQ(SetPixel(mono.dc(), 0, 0, RGB(255, 0, 255)), RGB(255, 255, 255));
 }
 
 // RectVisible looks at the clip's rectangles, not their box.
 TEST_F(Objects, RectVisibleTestsTheClipRectanglesThemselves) {
-    HDC screen = GetDC(nullptr);
-    HDC dc = CreateCompatibleDC(screen);
-    HBITMAP bmp = CreateCompatibleBitmap(screen, 100, 100);
-    ReleaseDC(nullptr, screen);
-    HGDIOBJ old = SelectObject(dc, bmp);
+    zel::test::MemorySurface surface(100, 100, false);
+    HDC dc = surface.dc();
     HRGN strips = CreateRectRgn(0, 0, 100, 10);
     HRGN bottom = CreateRectRgn(0, 90, 100, 100);
     CombineRgn(strips, strips, bottom, RGN_OR);
@@ -219,11 +207,8 @@ TEST_F(Objects, RectVisibleTestsTheClipRectanglesThemselves) {
     EXPECT_FALSE(RectVisible(nullptr, &cases[1].r));
     SelectClipRgn(dc, nullptr);
     EXPECT_TRUE(RectVisible(dc, &cases[0].r)) << "without a clip: the surface";
-    SelectObject(dc, old);
     DeleteObject(bottom);
     DeleteObject(strips);
-    DeleteObject(bmp);
-    DeleteDC(dc);
 }
 
 }  // namespace

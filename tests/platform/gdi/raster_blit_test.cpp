@@ -6,7 +6,6 @@
 
 #include <zel/gdi_extras.h>
 
-#include "gdi/raster.h"
 #include "raster_canvas.h"
 #include "support/leak_check.h"
 
@@ -225,22 +224,6 @@ TEST_F(Blit, SolidBrushesDitherOnMonochrome) {
         for (int y = 0; y < 8; ++y)
             for (int x = 0; x < 8; ++x) ASSERT_EQ(bits[y * 16 + x], bits[(y + 8) * 16 + x + 8]);
     }
-}
-
-// Colours without a brush (pens, text) on a monochrome DC: black and white are exact, the
-// background colour takes its nearest pixel and every other colour the opposite one.
-TEST_F(Blit, PenColoursOnMonochromeFollowTheBackground) {
-    Canvas m(1, 1, true);
-    zel::gdi::DC* dc = zel::gdi::LookupDC(m.dc());
-    ASSERT_NE(dc, nullptr);
-    using zel::gdi::MonoPixelFor;
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(255, 255, 255)), 1u);
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(0, 0, 0)), 0u);
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(200, 200, 200)), 0u) << "default white background: others are black";
-    SetBkColor(m.dc(), RGB(255, 0, 0));
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(255, 0, 0)), 0u) << "red is nearer black";
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(0, 0, 255)), 1u);
-    EXPECT_EQ(MonoPixelFor(*dc, RGB(0, 0, 0)), 0u);
 }
 
 // Pattern brushes through the ROP kernels: mono patterns take the target DC's text (0) and

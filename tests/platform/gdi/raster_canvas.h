@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "support/memory_surface.h"
+#include "support/sentinel.h"
 
 #include <cstdio>
 #include <string>
@@ -12,9 +13,6 @@
 #include "gdi/objects.h"
 
 namespace zel::test {
-
-// Fence colour around every target area: anything drawn outside shows up.
-constexpr uint32_t kSentinel = 0x00AAAAAA;
 
 class Canvas : public MemorySurface {
 public:

@@ -1,6 +1,5 @@
 // Rectangle, RoundRect, Ellipse, DrawFocusRect, FrameRect and InvertRect: bounds, pens,
 // brushes and mix modes, pixel by pixel inside a sentinel fence.
-#include <algorithm>
 #include <climits>
 
 #include "shape_canvas.h"
@@ -13,13 +12,6 @@ using Shapes = LeakChecked;
 
 const COLORREF kRed = RGB(255, 0, 0);
 HBRUSH Blue() { return CreateSolidBrush(RGB(0, 0, 255)); }
-
-RECT Bounds(const Ink& ink) {
-    RECT r{INT_MAX, INT_MAX, INT_MIN, INT_MIN};
-    for (auto [x, y] : ink) r = RECT{std::min<LONG>(r.left, x), std::min<LONG>(r.top, y),
-                                     std::max<LONG>(r.right, x + 1), std::max<LONG>(r.bottom, y + 1)};
-    return r;
-}
 
 TEST_F(Shapes, RectanglePenOutlineAndBrushInterior) {
     const struct {
@@ -59,7 +51,7 @@ TEST_F(Shapes, WidePenOutlines) {
             ShapeCanvas f(14, 13);
             Selected s(f.dc(), Pen(kRed, width, PS_INSIDEFRAME), Blue());
             ellipse ? Ellipse(f.dc(), 2, 1, 12, 11) : Rectangle(f.dc(), 2, 1, 12, 11);
-            const RECT ink = Bounds(f.Pixels()), box{2, 1, 12, 11};
+            const RECT ink = f.InkBox(kSentinel), box{2, 1, 12, 11};
             EXPECT_TRUE(EqualRect(&ink, &box)) << "width " << width << "\n" << f.Picture();
         }
     }
@@ -77,7 +69,7 @@ TEST_F(Shapes, EllipseIsInscribedAndSymmetric) {
         ShapeCanvas c(17, 16);
         Selected s(c.dc(), Pen(kRed), Blue());
         Ellipse(c.dc(), box.left, box.top, box.right, box.bottom);
-        const RECT ink = Bounds(c.Pixels());
+        const RECT ink = c.InkBox(kSentinel);
         EXPECT_TRUE(EqualRect(&ink, &box)) << c.Picture();
         for (int y = box.top; y < box.bottom; ++y)
             for (int x = box.left; x < box.right; ++x) {

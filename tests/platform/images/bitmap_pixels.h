@@ -1,12 +1,46 @@
-// Reading a bitmap back through the public API, and an owner for loaded bitmaps.
+// Reading a bitmap back through the public API, an owner for loaded bitmaps, and the
+// decoder's answers checked against expected pixels or an expected refusal.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
+#include <string>
 #include <vector>
 
+#include "gdi/image_codec.h"
+
 namespace zel::test {
+
+inline detail::DecodedImage Decode(const std::vector<uint8_t>& file) {
+    return detail::DecodeImage(file.data(), file.size());
+}
+
+// Decoded to 32 bpp with exactly `want` (0x00RRGGBB, top row first).
+inline ::testing::AssertionResult SamePixels(const detail::DecodedImage& got,
+                                             const std::vector<std::vector<uint32_t>>& want) {
+    if (!got.ok()) return ::testing::AssertionFailure() << "decoding failed: " << got.error;
+    const auto& px = got.pixels;
+    int h = static_cast<int>(want.size()), w = static_cast<int>(want[0].size());
+    if (px.bpp != 32 || px.width != w || px.height != h)
+        return ::testing::AssertionFailure() << "got " << px.width << "x" << px.height << "x" << px.bpp << ", want "
+                                             << w << "x" << h << "x32";
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x)
+            if (px.row(y)[x] != want[y][x])
+                return ::testing::AssertionFailure() << "pixel (" << x << "," << y << ") is " << std::hex
+                                                     << px.row(y)[x] << ", want " << want[y][x];
+    return ::testing::AssertionSuccess();
+}
+
+// Refused with `reason` in its error, no pixels, and no bitmap from the loader.
+inline void ExpectRefused(const std::vector<uint8_t>& file, const char* reason) {
+    detail::DecodedImage d = Decode(file);
+    EXPECT_NE(d.error.find(reason), std::string::npos) << "error: " << d.error;
+    EXPECT_TRUE(d.pixels.pixels.empty());
+    EXPECT_EQ(detail::LoadImageFromMemory(file.data(), file.size(), nullptr), nullptr);
+}
 
 struct BitmapPixels {
     int width = 0, height = 0, bpp = 0;

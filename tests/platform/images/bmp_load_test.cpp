@@ -3,18 +3,18 @@
 #include <climits>
 #include <string>
 
-#include "gdi/image_codec.h"
+#include "platform/images/bitmap_pixels.h"
 #include "platform/images/image_builders.h"
 #include "support/leak_check.h"
 
 namespace {
 
-using zel::detail::DecodeImage;
-using zel::detail::LoadImageFromMemory;
 using zel::test::BmpParts;
 using zel::test::BuildBmp;
 using zel::test::Bytes;
+using zel::test::Decode;
 using zel::test::PackDibRows;
+using zel::test::SamePixels;
 using Rows = std::vector<std::vector<uint32_t>>;
 
 using BmpLoad = zel::test::LeakChecked;
@@ -32,23 +32,6 @@ Rows Lookup(const std::vector<uint32_t>& palette, const Rows& indices) {
         for (auto& v : row) v = v < palette.size() ? palette[v] : 0;
     return out;
 }
-
-::testing::AssertionResult SamePixels(const zel::detail::DecodedImage& got, const Rows& want) {
-    if (!got.ok()) return ::testing::AssertionFailure() << "decoding failed: " << got.error;
-    const auto& px = got.pixels;
-    int h = static_cast<int>(want.size()), w = static_cast<int>(want[0].size());
-    if (px.bpp != 32 || px.width != w || px.height != h)
-        return ::testing::AssertionFailure() << "got " << px.width << "x" << px.height << "x" << px.bpp << ", want "
-                                             << w << "x" << h << "x32";
-    for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x)
-            if (px.row(y)[x] != want[y][x])
-                return ::testing::AssertionFailure() << "pixel (" << x << "," << y << ") is " << std::hex
-                                                     << px.row(y)[x] << ", want " << want[y][x];
-    return ::testing::AssertionSuccess();
-}
-
-zel::detail::DecodedImage Decode(const Bytes& file) { return DecodeImage(file.data(), file.size()); }
 
 struct Variant {
     std::string name;
@@ -305,10 +288,7 @@ std::vector<Broken> BrokenFiles() {
 TEST_F(BmpLoad, RejectsMalformedFilesWithAReasonAndNoBitmap) {
     for (const Broken& b : BrokenFiles()) {
         SCOPED_TRACE(b.name);
-        zel::detail::DecodedImage d = Decode(b.file);
-        EXPECT_NE(d.error.find(b.reason), std::string::npos) << "error: " << d.error;
-        EXPECT_TRUE(d.pixels.pixels.empty());
-        EXPECT_EQ(LoadImageFromMemory(b.file.data(), b.file.size(), nullptr), nullptr);
+        zel::test::ExpectRefused(b.file, b.reason);
     }
 }
 

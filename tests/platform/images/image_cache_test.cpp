@@ -13,6 +13,7 @@
 
 #include "gdi/image_cache.h"
 #include "support/leak_check.h"
+#include "support/memory_surface.h"
 #include "support/platform_scratch.h"
 
 namespace {
@@ -45,21 +46,8 @@ protected:
         const std::wstring wide(path_.begin(), path_.end());
         return SHLoadDIBitmap(wide.c_str());
     }
-    static COLORREF Pixel(HBITMAP b, int x, int y) {
-        HDC dc = CreateCompatibleDC(nullptr);
-        HGDIOBJ old = SelectObject(dc, b);
-        COLORREF c = GetPixel(dc, x, y);
-        SelectObject(dc, old);
-        DeleteDC(dc);
-        return c;
-    }
-    static void Paint(HBITMAP b, int x, int y, COLORREF c) {
-        HDC dc = CreateCompatibleDC(nullptr);
-        HGDIOBJ old = SelectObject(dc, b);
-        SetPixel(dc, x, y, c);
-        SelectObject(dc, old);
-        DeleteDC(dc);
-    }
+    static COLORREF Pixel(HBITMAP b, int x, int y) { return GetPixel(zel::test::BitmapDC(b), x, y); }
+    static void Paint(HBITMAP b, int x, int y, COLORREF c) { SetPixel(zel::test::BitmapDC(b), x, y, c); }
     zel::test::ScratchFolder scratch_;
     const fs::path& dir_ = scratch_.dir();
     const std::string path_ = scratch_.Path("skin.bmp");

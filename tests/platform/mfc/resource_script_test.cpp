@@ -1,5 +1,5 @@
-// Resource scripts: what a real script looks like, what breaks one, and the module
-// handles built from them.
+// Resource scripts: what a real script looks like, what breaks one (templates and string
+// tables included), and the module handles built from them.
 #include <gtest/gtest.h>
 #include <windows.h>
 #include <zel/resources.h>
@@ -175,6 +175,22 @@ TEST_F(ResourceScripts, BrokenScriptsNameTheFileAndLine) {
         {"0x BITMAP \"a.bmp\"\n", ":1:", "bad number '0x'"},
         {"IDB_A CUSTOM 5\n", ":1:", "IDB_A CUSTOM: expected a file name or a BEGIN block"},
         {"#define SELF SELF\nSELF BITMAP \"a.bmp\"\n", ":2:", "nested too deeply"},
+        // Dialog templates and string tables.
+        {"1 DIALOG 0,0,10\nBEGIN\nEND\n", ":2:", "expected ',' after the dialog's width"},
+        {"1 DIALOG 0,0,10,10\nSTYLE WS_BOGUS\nBEGIN\nEND\n", ":2:", "STYLE: undefined name 'WS_BOGUS'"},
+        {"1 DIALOG 0,0,10,10\nBEGIN\n  LTEXT \"a\" 1,0,0,1,1\nEND\n", ":3:", "expected ',' after the control's text"},
+        {"1 DIALOG 0,0,10,10\nBEGIN\n  SPINNER 1,0,0,1,1\nEND\n", ":3:", "unknown control statement 'SPINNER'"},
+        {"1 DIALOG 0,0,10,10\nBEGIN\n  CONTROL \"a\",1,5,0,0,0,1,1\nEND\n", ":3:", "expected the control's class"},
+        {"1 DIALOG 0,0,10,10\nFONT 8\nBEGIN\nEND\n", ":3:", "expected ',' after the font's point size"},
+        {"1 DIALOG 0,0,10,10\nCAPTION Title\nBEGIN\nEND\n", ":2:", "expected the caption in quotes"},
+        {"1 DIALOG 0,0,10,10\nBEGIN\n  PUSHBUTTON \"a\",1,0,0,1,1\n", ":2:", "1 DIALOG: BEGIN without END"},
+        {"1 DIALOG 0,0,1,1\nBEGIN\nEND\n1 DIALOGEX 0,0,1,1\nBEGIN\nEND\n", ":4:", "duplicate DIALOG resource 1"},
+        {"STRINGTABLE\nBEGIN\n 1 \"a\"\n 1 \"b\"\nEND\n", ":4:", "duplicate string identifier 1"},
+        {"STRINGTABLE\nBEGIN\n 1 2\nEND\n", ":3:", "expected the string in quotes"},
+        {"STRINGTABLE\nBEGIN\n 1 \"a\"\n", ":2:", "STRINGTABLE: BEGIN without END"},
+        {"STRINGTABLE\n", ":1:", "STRINGTABLE: missing BEGIN"},
+        {"1 DIALOG 0,0,10,10\nSTYLE ((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((((1\nBEGIN\nEND\n",
+         ":2:", "STYLE: expression nested too deeply"},
     };
     for (const Case& c : cases) {
         std::string error = ErrorOf(c.rc);

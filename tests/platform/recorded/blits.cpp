@@ -6,86 +6,57 @@ namespace {
 
 using recorded::Facts;
 
-// A 32-bpp surface; Pixels() prints it as rows of "bbggrr" joined by '/', runs as *n.
-class Surface {
-public:
-    Surface(int w, int h) : w_(w), h_(h) {
-        HDC screen = GetDC(nullptr);
-        dc_ = CreateCompatibleDC(screen);
-        bmp_ = CreateCompatibleBitmap(screen, w, h);
-        ReleaseDC(nullptr, screen);
-        old_ = SelectObject(dc_, bmp_);
-    }
-    ~Surface() {
-        SelectObject(dc_, old_);
-        DeleteObject(bmp_);
-        DeleteDC(dc_);
-    }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
-    HDC dc() const { return dc_; }
-    void Fill(COLORREF c) {
-        RECT r = {0, 0, w_, h_};
-        HBRUSH b = CreateSolidBrush(c);
-        FillRect(dc_, &r, b);
-        DeleteObject(b);
-    }
-    // Every pixel its own colour.
-    void Gradient() {
-        for (int y = 0; y < h_; ++y)
-            for (int x = 0; x < w_; ++x) SetPixel(dc_, x, y, RGB(16 + x * 24, 8 + y * 24, 128));
-    }
-    std::string Pixels() const {
-        std::string out;
-        for (int y = 0; y < h_; ++y) {
-            if (y) out += '/';
-            COLORREF last = 0xFFFFFFFF;
-            int run = 0;
-            auto flush = [&] {
-                if (!run) return;
-                char b[24];
-                std::snprintf(b, sizeof b, "%s%06lx", out.empty() || out.back() == '/' ? "" : ",",
-                              static_cast<unsigned long>(last));
-                out += b;
-                if (run > 1) out += "*" + std::to_string(run);
-            };
-            for (int x = 0; x < w_; ++x) {
-                COLORREF c = GetPixel(dc_, x, y) & 0xFFFFFF;
-                if (c == last) {
-                    ++run;
-                    continue;
-                }
-                flush();
-                last = c;
-                run = 1;
+using recorded::TextSurface;  // white, its font unused
+
+// Every pixel its own colour.
+void Gradient(HDC dc, int w, int h) {
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) SetPixel(dc, x, y, RGB(16 + x * 24, 8 + y * 24, 128));
+}
+
+// Rows of "bbggrr" joined by '/', runs as *n.
+std::string Pixels(HDC dc, int w, int h) {
+    std::string out;
+    for (int y = 0; y < h; ++y) {
+        if (y) out += '/';
+        COLORREF last = 0xFFFFFFFF;
+        int run = 0;
+        auto flush = [&] {
+            if (!run) return;
+            char b[24];
+            std::snprintf(b, sizeof b, "%s%06lx", out.empty() || out.back() == '/' ? "" : ",",
+                          static_cast<unsigned long>(last));
+            out += b;
+            if (run > 1) out += "*" + std::to_string(run);
+        };
+        for (int x = 0; x < w; ++x) {
+            COLORREF c = GetPixel(dc, x, y) & 0xFFFFFF;
+            if (c == last) {
+                ++run;
+                continue;
             }
             flush();
+            last = c;
+            run = 1;
         }
-        return out;
+        flush();
     }
-
-private:
-    int w_, h_;
-    HDC dc_;
-    HBITMAP bmp_;
-    HGDIOBJ old_;
-};
+    return out;
+}
 
 void Blit(Facts& facts, int dx, int dy, int w, int h, int sx, int sy) {
-    Surface src(6, 5), dst(10, 8);
-    src.Gradient();
-    dst.Fill(RGB(255, 255, 255));
+    TextSurface src(6, 5, 14), dst(10, 8, 14);
+    Gradient(src.dc(), 6, 5);
     facts.Add("ret", BitBlt(dst.dc(), dx, dy, w, h, src.dc(), sx, sy, SRCCOPY));
-    facts.Add("px", dst.Pixels());
+    facts.Add("px", Pixels(dst.dc(), 10, 8));
 }
 
 void Stretch(Facts& facts, int dx, int dy, int dw, int dh, int sx, int sy, int sw, int sh) {
-    Surface src(6, 5), dst(12, 10);
-    src.Gradient();
-    dst.Fill(RGB(255, 255, 255));
+    TextSurface src(6, 5, 14), dst(12, 10, 14);
+    Gradient(src.dc(), 6, 5);
     SetStretchBltMode(dst.dc(), COLORONCOLOR);
     facts.Add("ret", StretchBlt(dst.dc(), dx, dy, dw, dh, src.dc(), sx, sy, sw, sh, SRCCOPY));
-    facts.Add("px", dst.Pixels());
+    facts.Add("px", Pixels(dst.dc(), 12, 10));
 }
 
 }  // namespace
@@ -119,13 +90,12 @@ RECORDED_CASE(blits, bitblt_negative_one) { Blit(facts, 4, 2, -1, -1, 2, 2); }
 RECORDED_CASE(blits, stretch_sign_combinations) {
     for (int bits = 0; bits < 16; ++bits) {
         const int dw = bits & 8 ? -2 : 2, dh = bits & 4 ? -2 : 2, sw = bits & 2 ? -2 : 2, sh = bits & 1 ? -2 : 2;
-        Surface src(3, 3), dst(3, 3);
-        src.Gradient();
-        dst.Fill(RGB(255, 255, 255));
+        TextSurface src(3, 3, 14), dst(3, 3, 14);
+        Gradient(src.dc(), 3, 3);
         SetStretchBltMode(dst.dc(), COLORONCOLOR);
         StretchBlt(dst.dc(), 1, 1, dw, dh, src.dc(), 1, 1, sw, sh, SRCCOPY);
         facts.Add(std::to_string(dw) + "," + std::to_string(dh) + "," + std::to_string(sw) + "," + std::to_string(sh),
-                  dst.Pixels());
+                  Pixels(dst.dc(), 3, 3));
     }
 }
 

@@ -79,12 +79,14 @@ inline std::string Run(const Case& c) {
 }
 
 // A 32-bpp memory surface compatible with the screen, filled white, with a font of the
-// "Tahoma" face selected (height as LOGFONT's lfHeight) and black text on a transparent
-// background. Everything it creates it releases.
+// "Tahoma" face selected (height, weight, quality, average width, italic, underline and
+// strike-out as the LOGFONT fields) and black text on a transparent background.
+// Everything it creates it releases.
 class TextSurface {
 public:
     TextSurface(int width, int height, LONG fontHeight, LONG weight = FW_NORMAL,
-                BYTE quality = NONANTIALIASED_QUALITY)
+                BYTE quality = NONANTIALIASED_QUALITY, LONG fontWidth = 0, BYTE italic = 0, BYTE underline = 0,
+                BYTE strikeOut = 0)
         : width_(width), height_(height) {
         HDC screen = GetDC(nullptr);
         dc_ = CreateCompatibleDC(screen);
@@ -94,7 +96,11 @@ public:
         LOGFONTW lf;
         std::memset(&lf, 0, sizeof lf);
         lf.lfHeight = fontHeight;
+        lf.lfWidth = fontWidth;
         lf.lfWeight = weight;
+        lf.lfItalic = italic;
+        lf.lfUnderline = underline;
+        lf.lfStrikeOut = strikeOut;
         lf.lfCharSet = DEFAULT_CHARSET;
         lf.lfQuality = quality;
         const char* face = "Tahoma";
@@ -123,14 +129,15 @@ public:
         DeleteObject(white);
     }
     // "l,t,r,b" of the non-white pixels ("empty" when none) and an FNV-1a hash of all
-    // pixels, as "bbox/hash".
-    std::string Ink() const {
+    // pixels, as "bbox/hash"; the hash takes each pixel's first `channels` bytes (blue,
+    // green, red).
+    std::string Ink(int channels = 3) const {
         RECT box = {width_, height_, -1, -1};
         uint32_t hash = 2166136261u;
         for (int y = 0; y < height_; ++y)
             for (int x = 0; x < width_; ++x) {
                 COLORREF c = GetPixel(dc_, x, y) & 0xFFFFFF;
-                for (int k = 0; k < 3; ++k) {
+                for (int k = 0; k < channels; ++k) {
                     hash ^= (c >> (8 * k)) & 0xFF;
                     hash *= 16777619u;
                 }

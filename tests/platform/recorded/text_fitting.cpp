@@ -46,13 +46,16 @@ RECORDED_CASE(text_fitting, entry_end_ellipsis_90) {
 }
 RECORDED_CASE(text_fitting, digits_single_line) { Fit(facts, "0123456789 12:45", 400, DT_SINGLELINE); }
 
-#define SMOOTH_CASE(h) \
-    RECORDED_CASE(text_fitting, smoothed_##h) { Smoothed(facts, h); }
-SMOOTH_CASE(12)
-SMOOTH_CASE(16)
-SMOOTH_CASE(20)
-SMOOTH_CASE(24)
-SMOOTH_CASE(28)
-SMOOTH_CASE(32)
-SMOOTH_CASE(36)
-SMOOTH_CASE(40)
+namespace {
+
+// Smoothed text at every fourth height from 12 to 40.
+struct Row {
+    const char* name;
+    LONG height;
+};
+const Row kSmoothed[] = {{"smoothed_12", 12}, {"smoothed_16", 16}, {"smoothed_20", 20}, {"smoothed_24", 24},
+                         {"smoothed_28", 28}, {"smoothed_32", 32}, {"smoothed_36", 36}, {"smoothed_40", 40}};
+void SmoothedRow(Facts& facts, const Row& row) { Smoothed(facts, row.height); }
+const std::vector<recorded::Register> kSmoothedCases = recorded::RegisterTable<kSmoothed, SmoothedRow>("text_fitting");
+
+}  // namespace

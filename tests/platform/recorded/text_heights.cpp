@@ -64,52 +64,28 @@ void Bold(Facts& facts, LONG height) {
     facts.Add("ink", s.Ink());
 }
 
+// Every cell height from 8 to 40 (each also as a character height), and bold at the
+// heights the controls use; one case per row, registered in this order.
+struct Row {
+    const char* name;
+    LONG height;
+};
+const Row kHeights[] = {
+    {"height_8", 8}, {"height_9", 9}, {"height_10", 10}, {"height_11", 11}, {"height_12", 12}, {"height_13", 13},
+    {"height_14", 14}, {"height_15", 15}, {"height_16", 16}, {"height_17", 17}, {"height_18", 18}, {"height_19", 19},
+    {"height_20", 20}, {"height_21", 21}, {"height_22", 22}, {"height_23", 23}, {"height_24", 24}, {"height_25", 25},
+    {"height_26", 26}, {"height_27", 27}, {"height_28", 28}, {"height_29", 29}, {"height_30", 30}, {"height_31", 31},
+    {"height_32", 32}, {"height_33", 33}, {"height_34", 34}, {"height_35", 35}, {"height_36", 36}, {"height_37", 37},
+    {"height_38", 38}, {"height_39", 39}, {"height_40", 40},
+};
+const Row kBold[] = {
+    {"bold_10", 10}, {"bold_12", 12}, {"bold_13", 13}, {"bold_14", 14}, {"bold_16", 16}, {"bold_18", 18},
+    {"bold_20", 20}, {"bold_24", 24}, {"bold_32", 32},
+};
+
+void HeightRow(Facts& facts, const Row& row) { Height(facts, row.height); }
+void BoldRow(Facts& facts, const Row& row) { Bold(facts, row.height); }
+const std::vector<recorded::Register> kHeightCases = recorded::RegisterTable<kHeights, HeightRow>("text_heights");
+const std::vector<recorded::Register> kBoldCases = recorded::RegisterTable<kBold, BoldRow>("text_heights");
+
 }  // namespace
-
-#define HEIGHT_CASE(h) \
-    RECORDED_CASE(text_heights, height_##h) { Height(facts, h); }
-HEIGHT_CASE(8)
-HEIGHT_CASE(9)
-HEIGHT_CASE(10)
-HEIGHT_CASE(11)
-HEIGHT_CASE(12)
-HEIGHT_CASE(13)
-HEIGHT_CASE(14)
-HEIGHT_CASE(15)
-HEIGHT_CASE(16)
-HEIGHT_CASE(17)
-HEIGHT_CASE(18)
-HEIGHT_CASE(19)
-HEIGHT_CASE(20)
-HEIGHT_CASE(21)
-HEIGHT_CASE(22)
-HEIGHT_CASE(23)
-HEIGHT_CASE(24)
-HEIGHT_CASE(25)
-HEIGHT_CASE(26)
-HEIGHT_CASE(27)
-HEIGHT_CASE(28)
-HEIGHT_CASE(29)
-HEIGHT_CASE(30)
-HEIGHT_CASE(31)
-HEIGHT_CASE(32)
-HEIGHT_CASE(33)
-HEIGHT_CASE(34)
-HEIGHT_CASE(35)
-HEIGHT_CASE(36)
-HEIGHT_CASE(37)
-HEIGHT_CASE(38)
-HEIGHT_CASE(39)
-HEIGHT_CASE(40)
-
-#define BOLD_CASE(h) \
-    RECORDED_CASE(text_heights, bold_##h) { Bold(facts, h); }
-BOLD_CASE(10)
-BOLD_CASE(12)
-BOLD_CASE(13)
-BOLD_CASE(14)
-BOLD_CASE(16)
-BOLD_CASE(18)
-BOLD_CASE(20)
-BOLD_CASE(24)
-BOLD_CASE(32)

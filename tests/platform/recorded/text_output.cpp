@@ -9,20 +9,6 @@ using recorded::Facts;
 using recorded::TextSurface;
 using recorded::Wide;
 
-HFONT Tahoma(LONG height, bool underline, bool strikeout, BYTE quality = NONANTIALIASED_QUALITY) {
-    LOGFONTW lf;
-    std::memset(&lf, 0, sizeof lf);
-    lf.lfHeight = height;
-    lf.lfWeight = FW_NORMAL;
-    lf.lfUnderline = underline;
-    lf.lfStrikeOut = strikeout;
-    lf.lfCharSet = DEFAULT_CHARSET;
-    lf.lfQuality = quality;
-    const char* face = "Tahoma";
-    for (int i = 0; face[i]; ++i) lf.lfFaceName[i] = static_cast<WCHAR>(face[i]);
-    return CreateFontIndirectW(&lf);
-}
-
 void Aligned(Facts& facts, UINT align) {
     TextSurface s(120, 64, 14);
     SetTextAlign(s.dc(), align);
@@ -32,14 +18,10 @@ void Aligned(Facts& facts, UINT align) {
 }
 
 void Decorated(Facts& facts, LONG height, bool underline, bool strikeout) {
-    TextSurface s(120, 64, height);
-    HFONT font = Tahoma(height, underline, strikeout);
-    HGDIOBJ old = SelectObject(s.dc(), font);
+    TextSurface s(120, 64, height, FW_NORMAL, NONANTIALIASED_QUALITY, 0, 0, underline, strikeout);
     std::vector<WCHAR> text = Wide("Decor");
     TextOutW(s.dc(), 4, 4, text.data(), 5);
     facts.Add("ink", s.Ink());
-    SelectObject(s.dc(), old);
-    DeleteObject(font);
 }
 
 void Extents(Facts& facts, LONG height, const char* str, int maxExtent) {

@@ -87,35 +87,6 @@ public:
         FillRect(dc_, &r, b);
         DeleteObject(b);
     }
-    COLORREF Pixel(int x, int y) const { return GetPixel(dc_, x, y); }
-
-    // Bounding box (exclusive right/bottom) of pixels for which pred(colour) holds;
-    // all zero when none.
-    template <class Pred>
-    RECT BoxWhere(Pred pred) const {
-        RECT r{0, 0, 0, 0};
-        bool any = false;
-        for (int y = 0; y < h_; ++y)
-            for (int x = 0; x < w_; ++x)
-                if (pred(Pixel(x, y))) {
-                    if (!any) r = RECT{x, y, x + 1, y + 1};
-                    r.left = std::min<LONG>(r.left, x);
-                    r.top = std::min<LONG>(r.top, y);
-                    r.right = std::max<LONG>(r.right, x + 1);
-                    r.bottom = std::max<LONG>(r.bottom, y + 1);
-                    any = true;
-                }
-        return r;
-    }
-    RECT InkBox(COLORREF background) const {
-        return BoxWhere([background](COLORREF c) { return c != background; });
-    }
-    int Count(COLORREF c) const {
-        int n = 0;
-        for (int y = 0; y < h_; ++y)
-            for (int x = 0; x < w_; ++x) n += Pixel(x, y) == c;
-        return n;
-    }
     // Every pixel as a string of '#' (== ink) and '.', for comparing two drawings.
     std::string Picture(COLORREF ink) const {
         std::string s;

@@ -18,8 +18,6 @@ protected:
         btn = rec.Child(parent, "btn", 10, 20, 60, 30, 7, WS_VISIBLE | BS_OWNERDRAW, L"BUTTON", L"OK");
         D().RunUntilIdle();
         rec.Start({WM_DRAWITEM, WM_COMMAND});
-        rec.Name(parent, "parent");
-        rec.Name(btn, "btn");
         rec.hook = [this](HWND, UINT m, WPARAM, LPARAM, LRESULT*) {
             if (m == WM_COMMAND) rec.Note(GetCapture() ? "captured" : "released");
             return false;
@@ -76,7 +74,6 @@ TEST_F(OwnerDraw, DoubleTapGivesOneClickAndOneDoubleClick) {
 
 TEST_F(OwnerDraw, DisabledButtonLetsTheParentHaveTheTap) {
     rec.Start({WM_DRAWITEM, WM_COMMAND, WM_LBUTTONDOWN});
-    rec.Name(parent, "parent");
     EXPECT_FALSE(EnableWindow(btn, FALSE));
     EXPECT_EQ(rec.Take(), "parent:DRAWITEM(act=1,state=0x4)") << "WM_ENABLE repaints at once";
     D().Tap(20, 30);

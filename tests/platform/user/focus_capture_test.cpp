@@ -27,8 +27,6 @@ TEST_F(Focus, NewFocusIsVisibleWhileTheOldWindowLosesIt) {
     EXPECT_EQ(GetFocus(), p.top) << "a shown top-level window is activated and focused";
     SetFocus(p.a);
     rec.Start({WM_SETFOCUS, WM_KILLFOCUS});
-    rec.Name(p.a, "a");
-    rec.Name(p.b, "b");
     rec.hook = [&](HWND h, UINT m, WPARAM, LPARAM, LRESULT*) {
         if (m == WM_KILLFOCUS) rec.Note("during-kill=" + rec.NameOf(GetFocus()));
         return false;
@@ -56,9 +54,6 @@ TEST_F(Focus, KillFocusHandlerThatMovesTheFocusWins) {
     Pair p = MakePair(rec);
     SetFocus(p.a);
     rec.Start({WM_SETFOCUS, WM_KILLFOCUS});
-    rec.Name(p.a, "a");
-    rec.Name(p.b, "b");
-    rec.Name(p.top, "top");
     rec.hook = [&](HWND h, UINT m, WPARAM, LPARAM, LRESULT*) {
         if (h == p.a && m == WM_KILLFOCUS) SetFocus(p.top);
         return false;
@@ -72,9 +67,6 @@ TEST_F(Focus, HidingOrDisablingTheFocusMovesIt) {
     Pair p = MakePair(rec);
     SetFocus(p.a);
     rec.Start({WM_SETFOCUS, WM_KILLFOCUS, WM_SHOWWINDOW, WM_CANCELMODE, WM_ENABLE});
-    rec.Name(p.a, "a");
-    rec.Name(p.b, "b");
-    rec.Name(p.top, "top");
     ShowWindow(p.a, SW_HIDE);
     EXPECT_EQ(rec.Take(), "a:SHOWWINDOW(0);a:KILLFOCUS(top);top:SETFOCUS(a)");
     SetFocus(p.b);
@@ -90,9 +82,6 @@ TEST_F(Focus, FocusInAnotherTopLevelWindowActivatesItFirst) {
     HWND child = rec.Child(one, "child", 0, 0, 10, 10, 1);
     ASSERT_EQ(GetActiveWindow(), two);
     rec.Start({WM_ACTIVATE, WM_SETFOCUS, WM_KILLFOCUS});
-    rec.Name(one, "one");
-    rec.Name(two, "two");
-    rec.Name(child, "child");
     SetFocus(child);
     EXPECT_EQ(rec.Take(),
               "two:ACTIVATE(0,one);one:ACTIVATE(1,two);two:KILLFOCUS(one);one:SETFOCUS(two);"
@@ -107,8 +96,6 @@ TEST_F(Focus, FocusInAnotherTopLevelWindowActivatesItFirst) {
 TEST_F(Capture, MouseGoesToTheCaptureInItsClientCoordinates) {
     Pair p = MakePair(rec);
     rec.Start({WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_CAPTURECHANGED});
-    rec.Name(p.a, "a");
-    rec.Name(p.b, "b");
     EXPECT_EQ(SetCapture(p.a), nullptr);
     zel::Desktop& d = zel::Desktop::Get();
     d.PointerDown(80, 20);  // over b

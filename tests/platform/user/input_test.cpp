@@ -166,8 +166,6 @@ TEST_F(Keys, ClickActivatesTheTopLevelWindowItLandsIn) {
     HWND two = rec.Top("two", 100, 0, 50, 50);
     ASSERT_EQ(GetActiveWindow(), two);
     rec.Start({WM_ACTIVATE, WM_LBUTTONDOWN});
-    rec.Name(one, "one");
-    rec.Name(two, "two");
     D().Tap(10, 10);
     EXPECT_EQ(rec.Take(), "two:ACTIVATE(0,one);one:ACTIVATE(1,two);one:LBUTTONDOWN(10,10)");
     EXPECT_EQ(GetFocus(), one);

@@ -37,7 +37,6 @@ TEST_F(Painting, PaintComesAfterPostedMessagesAndBeforeTimers) {
     HWND w = rec.Top("w", 0, 0, 50, 50);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_TIMER, WM_USER});
-    rec.Name(w, "w");
     SetTimer(w, 1, 10, nullptr);
     D().Advance(10);
     EXPECT_EQ(rec.Take(), "w:TIMER(1)");
@@ -55,8 +54,6 @@ TEST_F(Painting, HeldPaintsComeOnceWhenLetGo) {
     HWND v = rec.Top("v", 60, 0, 50, 50);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_TIMER, WM_USER});
-    rec.Name(w, "w");
-    rec.Name(v, "v");
     LogPaints(rec);
     zel::user::HoldPaints(true);
     SetTimer(w, 1, 10, nullptr);
@@ -83,8 +80,6 @@ TEST_F(Painting, UpdateWindowPaintsSynchronouslyParentFirst) {
     HWND c = rec.Child(top, "c", 10, 10, 20, 20, 1);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_ERASEBKGND});
-    rec.Name(top, "top");
-    rec.Name(c, "c");
     LogPaints(rec);
     RECT part{1, 2, 3, 4};
     InvalidateRect(c, &part, TRUE);
@@ -100,7 +95,6 @@ TEST_F(Painting, EraseRequestIsStickyAndFEraseReportsARefusal) {
     HWND w = rec.Top("w", 0, 0, 100, 100);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_ERASEBKGND});
-    rec.Name(w, "w");
     LogPaints(rec);
     RECT a{0, 0, 10, 10}, b{50, 50, 60, 70};
     InvalidateRect(w, &a, TRUE);
@@ -138,7 +132,6 @@ TEST_F(Painting, HiddenWindowsHaveNothingToPaintUntilShown) {
     HWND w = rec.Child(top, "w", 10, 10, 40, 30, 1, 0);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_ERASEBKGND});
-    rec.Name(w, "w");
     EXPECT_TRUE(InvalidateRect(w, nullptr, TRUE));
     RECT upd;
     EXPECT_FALSE(GetUpdateRect(w, &upd, FALSE));
@@ -157,8 +150,6 @@ TEST_F(Painting, MovingAChildErasesWhatItUncoveredAtOnceAndItselfWhenPainted) {
     HWND c = rec.Child(top, "c", 10, 10, 100, 60, 1);
     D().RunUntilIdle();
     rec.Start({WM_PAINT, WM_ERASEBKGND});
-    rec.Name(top, "top");
-    rec.Name(c, "c");
     LogPaints(rec);
     MoveWindow(c, 20, 20, 120, 70, TRUE);
     EXPECT_EQ(rec.Take(), "top:ERASEBKGND") << "the child waits: its parent has yet to paint";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include <zel/desktop.h>
 
@@ -10,38 +11,18 @@ namespace zel::test {
 namespace {
 
 const char* MessageName(UINT m) {
-    switch (m) {
-        case WM_NCCREATE: return "NCCREATE";
-        case WM_CREATE: return "CREATE";
-        case WM_DESTROY: return "DESTROY";
-        case WM_NCDESTROY: return "NCDESTROY";
-        case WM_MOVE: return "MOVE";
-        case WM_SIZE: return "SIZE";
-        case WM_ACTIVATE: return "ACTIVATE";
-        case WM_SETFOCUS: return "SETFOCUS";
-        case WM_KILLFOCUS: return "KILLFOCUS";
-        case WM_ENABLE: return "ENABLE";
-        case WM_PAINT: return "PAINT";
-        case WM_ERASEBKGND: return "ERASEBKGND";
-        case WM_SHOWWINDOW: return "SHOWWINDOW";
-        case WM_CANCELMODE: return "CANCELMODE";
-        case WM_DRAWITEM: return "DRAWITEM";
-        case WM_WINDOWPOSCHANGING: return "POSCHANGING";
-        case WM_WINDOWPOSCHANGED: return "POSCHANGED";
-        case WM_NCHITTEST: return "NCHITTEST";
-        case WM_KEYDOWN: return "KEYDOWN";
-        case WM_KEYUP: return "KEYUP";
-        case WM_CHAR: return "CHAR";
-        case WM_COMMAND: return "COMMAND";
-        case WM_TIMER: return "TIMER";
-        case WM_MOUSEMOVE: return "MOUSEMOVE";
-        case WM_LBUTTONDOWN: return "LBUTTONDOWN";
-        case WM_LBUTTONUP: return "LBUTTONUP";
-        case WM_LBUTTONDBLCLK: return "LBUTTONDBLCLK";
-        case WM_CAPTURECHANGED: return "CAPTURECHANGED";
-        case WM_USER: return "USER";
-        default: return nullptr;
-    }
+    static const std::pair<UINT, const char*> names[] = {
+        {WM_NCCREATE, "NCCREATE"}, {WM_CREATE, "CREATE"}, {WM_DESTROY, "DESTROY"}, {WM_NCDESTROY, "NCDESTROY"},
+        {WM_MOVE, "MOVE"}, {WM_SIZE, "SIZE"}, {WM_ACTIVATE, "ACTIVATE"}, {WM_SETFOCUS, "SETFOCUS"},
+        {WM_KILLFOCUS, "KILLFOCUS"}, {WM_ENABLE, "ENABLE"}, {WM_PAINT, "PAINT"}, {WM_ERASEBKGND, "ERASEBKGND"},
+        {WM_SHOWWINDOW, "SHOWWINDOW"}, {WM_CANCELMODE, "CANCELMODE"}, {WM_DRAWITEM, "DRAWITEM"},
+        {WM_WINDOWPOSCHANGING, "POSCHANGING"}, {WM_WINDOWPOSCHANGED, "POSCHANGED"}, {WM_NCHITTEST, "NCHITTEST"},
+        {WM_KEYDOWN, "KEYDOWN"}, {WM_KEYUP, "KEYUP"}, {WM_CHAR, "CHAR"}, {WM_COMMAND, "COMMAND"}, {WM_TIMER, "TIMER"},
+        {WM_MOUSEMOVE, "MOUSEMOVE"}, {WM_LBUTTONDOWN, "LBUTTONDOWN"}, {WM_LBUTTONUP, "LBUTTONUP"},
+        {WM_LBUTTONDBLCLK, "LBUTTONDBLCLK"}, {WM_CAPTURECHANGED, "CAPTURECHANGED"}, {WM_USER, "USER"}};
+    for (const auto& [message, name] : names)
+        if (message == m) return name;
+    return nullptr;
 }
 
 }  // namespace
@@ -62,7 +43,6 @@ Recorder::Recorder() {
 void Recorder::Start(std::initializer_list<UINT> messages) {
     recorded_ = messages;
     log_.clear();
-    names_.clear();
     pending_.clear();
     hook = nullptr;
     eraseResult = 1;
@@ -157,12 +137,14 @@ LRESULT CALLBACK Recorder::Proc(HWND h, UINT m, WPARAM wp, LPARAM lp) {
 void DesktopTest::SetUp() {
     zel::Desktop::Get().Reset();
     rec.Start({});
+    rec.Forget();
     LeakChecked::SetUp();
 }
 
 void DesktopTest::TearDown() {
     zel::Desktop::Get().Reset();
     rec.Start({});
+    rec.Forget();
     LeakChecked::TearDown();
 }
 

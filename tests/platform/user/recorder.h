@@ -18,7 +18,9 @@ public:
     static Recorder& Get();
 
     // Starts a case: only `messages` are logged, hooks and return values are the defaults.
+    // Windows keep their names until Forget (each test's start and end).
     void Start(std::initializer_list<UINT> messages);
+    void Forget() { names_.clear(); }
     // Everything logged since the last call, joined by ';' ("-" when nothing).
     std::string Take();
     void Note(const std::string& entry) { log_.push_back(entry); }

@@ -138,7 +138,6 @@ TEST_F(Windows, SetWindowPosNotifiesOnlyRealChanges) {
     HWND top = rec.Top("top", 0, 0, 100, 100);
     HWND c = rec.Child(top, "c", 1, 2, 10, 10, 1);
     rec.Start({WM_WINDOWPOSCHANGING, WM_WINDOWPOSCHANGED, WM_MOVE, WM_SIZE});
-    rec.Name(c, "c");
     MoveWindow(c, 3, 4, 20, 20, FALSE);
     EXPECT_EQ(rec.Take(), "c:POSCHANGING;c:POSCHANGED;c:MOVE(3,4);c:SIZE(20,20)");
     MoveWindow(c, 3, 4, 20, 20, FALSE);
@@ -157,7 +156,6 @@ TEST_F(Windows, CoordinatesAreClampedToSixteenBits) {
     EXPECT_EQ(WindowRectText(c), "32767,-32768,65534,-1");
 
     rec.Start({WM_WINDOWPOSCHANGING, WM_MOVE, WM_SIZE});
-    rec.Name(c, "c");
     LONG seenX = 0, seenCx = 0;
     rec.hook = [&](HWND h, UINT m, WPARAM, LPARAM lp, LRESULT*) {
         if (h == c && m == WM_WINDOWPOSCHANGING) {
@@ -178,7 +176,6 @@ TEST_F(Windows, MoveAndSizeComeFromDefaultWindowPosChanged) {
     HWND top = rec.Top("top", 0, 0, 100, 100);
     HWND c = rec.Child(top, "c", 0, 0, 10, 10, 1);
     rec.Start({WM_MOVE, WM_SIZE});
-    rec.Name(c, "c");
     // A handler may also move the window while it is being positioned.
     rec.hook = [c](HWND h, UINT m, WPARAM, LPARAM lp, LRESULT*) {
         if (h == c && m == WM_WINDOWPOSCHANGING) reinterpret_cast<WINDOWPOS*>(lp)->x = 40;
