@@ -261,10 +261,13 @@ TEST_F(SkinSetTest, AStoredCanvasIsReusedWhileTheSizeHolds) {
     for (const Paint& p : paints) {
         const zel::GdiCounts before = zel::LiveGdiObjects();
         zelctl::OffscreenCanvas canvas(screen, p.w, p.h, store);
-        if (p.w > 0)
+        if (p.w > 0) {
             EXPECT_EQ(GetPixel(canvas.dc(), 0, 0), p.reused ? last : RGB(0, 0, 0))
                 << p.w << "x" << p.h << ": the last paint's pixels, or a new bitmap's";
-        if (p.reused) EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+        }
+        if (p.reused) {
+            EXPECT_EQ(zel::LiveGdiObjects().bitmaps, before.bitmaps);
+        }
         EXPECT_EQ(GetTextColor(canvas.dc()), RGB(0, 0, 0)) << "each paint starts from a default DC";
         EXPECT_EQ(GetBkMode(canvas.dc()), OPAQUE);
         SetTextColor(canvas.dc(), RGB(9, 9, 9));
@@ -386,8 +389,9 @@ TEST_F(TextTest, ShorteningKeepsFittingTextAndNeverGoesBelowTheEllipsis) {
         EXPECT_EQ(text.Right(3), CString(L"...")) << width;
         const CString prefix = text.Left(text.GetLength() - 3);
         EXPECT_EQ(longText.Left(prefix.GetLength()), prefix) << width;
-        if (!prefix.IsEmpty())
+        if (!prefix.IsEmpty()) {
             EXPECT_GE(width - zelctl::TextWidth(dc_, prefix) - 2, e) << "room for the ellipsis and 2 px, width " << width;
+        }
     }
 }
 
