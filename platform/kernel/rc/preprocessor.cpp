@@ -1,5 +1,7 @@
 #include "kernel/rc/preprocessor.h"
 
+#include "kernel/rc/platform_headers.h"
+
 #include <map>
 #include <optional>
 #include <set>
@@ -72,7 +74,10 @@ std::string StripComments(const std::string& text) {
 
 class Preprocessor {
 public:
-    explicit Preprocessor(const FileReader& reader) : reader_(reader) {
+    // `predefined`: with the resource compiler's own macros (all but the platform header's
+    // reading, PlatformHeaderRead).
+    explicit Preprocessor(const FileReader& reader, bool predefined = true) : reader_(reader) {
+        if (!predefined) return;
         // What the resource compiler predefines; the device flavour of the headers.
         out_.macros["RC_INVOKED"] = Macro{false, "1"};
         out_.macros["_WIN32"] = Macro{false, "1"};
@@ -171,6 +176,7 @@ private:
     void Directive(const std::string& line, Where where, std::vector<Condition>& conditions, bool active, int depth,
                    const std::string& path) {
         const auto [name, arg] = Split(line);
+        if (name != "define" && name != "endif" && !(name == "ifndef" && conditions.empty())) plainDefinitions_ = false;
 
         if (name == "ifdef" || name == "ifndef") {
             bool defined = out_.macros.count(FirstWord(arg)) != 0;
@@ -261,9 +267,49 @@ private:
             AddFile(found, bytes->size(), where);  // still counts: fan-outs end at the same budget
             return;
         }
+        if (const HeaderRead& platform = PlatformHeaderRead(); platform.usable && *bytes == platform.text) {
+            // As reading it would: its definitions in order, once, unless its guard is defined.
+            AddFile(found, bytes->size(), where);
+            if (!out_.macros.count(platform.guard)) {
+                for (const auto& [macro, definition] : platform.macros) out_.macros[macro] = definition;
+                cache_.Forget();
+            }
+            guards_[found] = platform.guard;
+            return;
+        }
         size_t dot = found.rfind('.');
         std::string ext = kernel::Upper(found.substr(dot == std::string::npos ? found.size() : dot));
         ProcessFile(found, *bytes, depth + 1, ext == ".H" || ext == ".C", where);
+    }
+
+    // The platform's framework header (platform_headers.h) read once per process: every
+    // script includes it, and its seven hundred lines were most of what a small script cost
+    // to load. Usable when the text is one guard around plain definitions, so that what it
+    // does depends on nothing but whether its guard is defined.
+    struct HeaderRead {
+        std::string text;
+        std::string guard;
+        MacroTable macros;
+        bool usable = false;
+    };
+    static const HeaderRead& PlatformHeaderRead() {
+        static const HeaderRead read = [] {
+            HeaderRead r;
+            r.text = PlatformHeader("afxres.h").value_or(std::string());
+            const FileReader reader = [&r](const std::string&) { return std::optional<std::string>(r.text); };
+            Preprocessor bare(reader, false);
+            try {
+                bare.Run("afxres.h");
+            } catch (const ScriptError&) {
+                return r;
+            }
+            if (bare.guards_.size() != 1 || !bare.plainDefinitions_) return r;
+            r.guard = bare.guards_.begin()->second;
+            r.macros = std::move(bare.out_.macros);
+            r.usable = true;
+            return r;
+        }();
+        return read;
     }
 
     static bool IsFrameworkHeader(std::string name) {
@@ -284,6 +330,7 @@ private:
     ExpressionCache cache_;
     size_t totalBytes_ = 0;
     std::map<std::string, std::string> guards_;  // a file read whole inside #ifndef NAME: NAME
+    bool plainDefinitions_ = true;  // no directive but #define and the outermost #ifndef / #endif so far
 };
 
 }  // namespace

@@ -331,6 +331,11 @@ TEST_F(ResourceScripts, AHeaderIncludedAgainIsSkippedOnlyWhileItsGuardHidesAllOf
         EXPECT_EQ(script->bitmapsById.size(), 1u) << c.part;
         EXPECT_EQ(script->bitmapsById.count(c.id), 1u) << c.part;
     }
+    // The framework headers are one guarded text: the first defines over the script's own
+    // definitions, the next reads as nothing.
+    EXPECT_EQ(ErrorOf("#define IDCANCEL 9\n#include \"afxres.h\"\n#if IDCANCEL != 2\n#error first\n#endif\n"
+                      "#define IDCANCEL 9\n#include <windows.h>\n#if IDCANCEL != 9\n#error next\n#endif\n"),
+              "");
     // A skipped inclusion still counts against the load's file budget.
     std::string many;
     for (int i = 0; i < 300; ++i) many += "#include \"guarded.rc2\"\n";
