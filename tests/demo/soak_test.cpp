@@ -1,5 +1,6 @@
 // The soak: the default tour played over and over in one process, each time by a demo
-// built from scratch and torn down again. Whatever a play leaves behind shows as GDI
+// built from scratch, taken back through its screens (returns to kept screens and
+// screens dropped for others) and torn down again. Whatever a play leaves behind shows as GDI
 // objects or windows that outlive it, or as resident memory that keeps growing once the
 // caches (glyphs, realized fonts, the skin's images) have reached their working size.
 // ZEL_SOAK_PLAYS changes the number of plays (scripts/fuzz-long plays 1000); the
@@ -12,6 +13,7 @@
 #include "demo_fixture.h"
 #include "host/demo_app.h"
 #include "host/desktop_target.h"
+#include "host/screens.h"
 #include "support/peak_memory.h"
 #include "tour/player.h"
 #include "tour/tour.h"
@@ -75,6 +77,12 @@ TEST_F(Soak, TheDefaultTourPlayedManyTimesKeepsHandlesWindowsAndMemoryFlat) {
             if (play == 1) shotsPerPlay = target.shots;
             ASSERT_GT(target.shots, 0);
             ASSERT_EQ(target.shots, shotsPerPlay) << "play " << play << " took other shots";
+            // Back through the screens the other way: the last ones the tour showed are
+            // returned to, the rest built again while the kept ones are dropped.
+            for (auto s = Screens().rbegin(); s != Screens().rend(); ++s) {
+                ASSERT_TRUE(app.Show(s->name)) << "play " << play << ": " << s->name;
+                zel::Desktop::Get().RunUntilIdle();
+            }
         }
         zel::Desktop::Get().RunUntilIdle();
         CWnd::DeleteTempMap();
