@@ -44,7 +44,8 @@ public:
     void DropKeptScreens();
 
     // How many screens besides the one on show stay built: each holds its windows, its
-    // controls' pictures and its host's frame (about 1.5 MB with the 800 x 480 frames).
+    // controls' pictures and its host's 800 x 480 frame, some 1.75 MB of resident memory
+    // (docs/performance.md, "Screens kept built between shows").
     static constexpr size_t kKeptScreens = 4;
     // The screens kept hidden, the least recently shown first.
     std::vector<std::string> KeptScreens() const;
