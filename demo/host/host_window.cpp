@@ -78,6 +78,22 @@ void HostWindow::HideUnder() {
                      SWP_HIDEWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
 }
 
+void HostWindow::Leave() {
+    const HWND focus = ::GetFocus();
+    focus_ = focus && ::IsChild(m_hWnd, focus) ? focus : nullptr;
+    if (screen_) screen_->Pause();
+}
+
+// As a dialog gives the focus back to the control that had it when it is activated again.
+void HostWindow::Return() {
+    if (!::IsWindow(m_hWnd)) return;
+    if (screen_) screen_->Resume();
+    ::SetActiveWindow(m_hWnd);
+    if (focus_ && ::IsChild(m_hWnd, focus_)) ::SetFocus(focus_);
+    focus_ = nullptr;
+    StatusChanged();  // other screens logged meanwhile
+}
+
 void HostWindow::Destroy() {
     if (::IsWindow(m_hWnd)) DestroyWindow();
 }
@@ -136,8 +152,9 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             StatusChanged();
             return 0;
         case kNavigateMessage:
-            // The last thing this window does: navigating destroys it.
-            if (wParam < Screens().size() && navigate_) navigate_(Screens()[wParam].name);
+            // The last thing this window does: navigating hides it, kept for a return. A tab tapped on a host that is no longer on show
+            // (another screen came up before the message did) asks for nothing.
+            if (wParam < Screens().size() && navigate_ && IsWindowVisible()) navigate_(Screens()[wParam].name);
             return 0;
         default: return CWnd::WindowProc(message, wParam, lParam);
     }

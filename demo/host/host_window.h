@@ -36,6 +36,14 @@ public:
     // Hidden without repainting anything under it: for a host another host is about to
     // cover (destroying a hidden window uncovers nothing either).
     void HideUnder();
+    // Kept for a return while another host is on show: remembers the control with the
+    // focus (activating the other host takes it away) and pauses the screen. Before the
+    // other host is made or activated.
+    void Leave();
+    // Back from Leave, still hidden: the screen resumes, the host is activated (raised
+    // while that moves nothing on the screen), the focus goes back where it was and the
+    // status strip catches up with the log. Show() then puts it on the screen.
+    void Return();
     void Destroy();
     HWND hwnd() const { return m_hWnd; }
 
@@ -70,6 +78,7 @@ private:
     static constexpr size_t kStatusLines = 2;
     std::array<std::string, kStatusLines> status_{};
     bool statusPending_ = false;  // a kStatusMessage is on its way
+    HWND focus_ = nullptr;        // the control that had the focus when the host was left
 };
 
 }  // namespace zel::demo

@@ -1,6 +1,8 @@
 // The device screens of the demo. Each is built as the children of a fresh host window
 // and torn down with it; the host paints around the controls, and hands the screen what
-// it hears from them, its own taps and its timers.
+// it hears from them, its own taps and its timers. A screen shown before is kept built
+// while others are on show (host/demo_app.h): it is paused while hidden and resumed on
+// its return.
 #pragma once
 
 #include <windows.h>
@@ -47,6 +49,13 @@ public:
     virtual void Tap(UINT message, POINT point) {}
     // A timer the screen set on the host window.
     virtual void Timer(UINT_PTR id) {}
+    // The host is about to be hidden and kept for a return: timers whose work only changes
+    // what is shown stop here (a hidden window paints nothing, so their work would be
+    // thrown away).
+    virtual void Pause() {}
+    // Back on show, before the host's first paint: the screen starts its timers again and
+    // brings up to date at once whatever shows time, so that the first paint is current.
+    virtual void Resume() {}
 };
 
 struct ScreenInfo {

@@ -82,6 +82,14 @@ void ClockScreen::Paint(HDC frame) {
     ContentChanged(dialog, changed);
 }
 
+void ClockScreen::Pause() {
+    if (dialog_) dialog_->Pause();
+}
+
+void ClockScreen::Resume() {
+    if (dialog_) dialog_->Resume();
+}
+
 BEGIN_MESSAGE_MAP(ClockDialog, ScreenDialog)
     ON_BN_CLICKED(IDC_CLOCK_DATE, &ClockDialog::OnDateStep)
     ON_BN_CLICKED(IDC_CLOCK_CLOCK, &ClockDialog::OnClockStep)
@@ -183,7 +191,22 @@ void ClockDialog::OnFormatStep() { Changed(kFormatReadout); }
 // are read back twice a second, and a readout is drawn again only when what it shows moved
 // since the last look (a step of the clock announces itself).
 void ClockDialog::OnTimer(UINT_PTR id) {
-    if (id != kReadoutTimer) return;
+    if (id == kReadoutTimer) ReadBack();
+}
+
+void ClockDialog::Pause() {
+    if (::IsWindow(m_hWnd)) KillTimer(kReadoutTimer);
+}
+
+// Read back before the first paint after the return: the running clock counted on while
+// hidden, and its readout shows where it is now, not up to half a second later.
+void ClockDialog::Resume() {
+    if (!::IsWindow(m_hWnd)) return;
+    ReadBack();
+    SetTimer(kReadoutTimer, 500, nullptr);
+}
+
+void ClockDialog::ReadBack() {
     SYSTEMTIME clock{}, picked{};
     clock_.GetTime(&clock);
     datePicker_.GetTime(&picked);

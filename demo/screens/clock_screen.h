@@ -27,6 +27,10 @@ namespace zel::demo {
 class ClockDialog : public ScreenDialog {
 public:
     explicit ClockDialog(const SkinSource& skin);
+    // The readouts' timer stops while the screen is hidden; on return the readouts are
+    // read back at once. The clock control keeps its own time meanwhile.
+    void Pause();
+    void Resume();
 
 protected:
     void DoDataExchange(CDataExchange* dx) override;
@@ -40,6 +44,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    void ReadBack();
+
     void SkinSpinners();
     bool PlaceFormat();
     void SkinPickers();
@@ -66,6 +72,8 @@ public:
     // Draws nothing itself: what the host draws afresh under the dialog, the dialog draws
     // afresh too.
     void Paint(HDC frame) override;
+    void Pause() override;
+    void Resume() override;
 
 private:
     std::unique_ptr<ClockDialog> dialog_;

@@ -199,6 +199,12 @@ void FilesScreen::Timer(UINT_PTR id) {
     if (id == kLookTimer) ContentChanged(host_, kSide);
 }
 
+void FilesScreen::Pause() { KillTimer(host_, kLookTimer); }
+
+// Nothing to catch up on return: the marks change only under the stylus, and a hidden
+// list gets none.
+void FilesScreen::Resume() { SetTimer(host_, kLookTimer, 250, nullptr); }
+
 void FilesScreen::Paint(HDC frame) {
     DrawLabel(frame, Text(list_.GetItemText(list_.GetCurSel(), 0)), SideLine(0), titleFont_, kText, kLine);
     int marked = 0;

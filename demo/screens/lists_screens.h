@@ -65,6 +65,8 @@ public:
     bool AnnouncesChanges() const override { return true; }
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Timer(UINT_PTR id) override;
+    void Pause() override;
+    void Resume() override;
 
 private:
     HWND host_ = nullptr;

@@ -57,6 +57,7 @@ bool PlayerScreen::Build(HWND host, const SkinSource& skin) {
     if (!BuildList(skin) || !BuildVolume(skin) || !BuildProgress() || !BuildTransport(skin)) return false;
     TrackChanged();
     SetTimer(host_, kTickTimer, 1000, nullptr);
+    lastTick_ = GetTickCount();
     return true;
 }
 
@@ -191,13 +192,46 @@ void PlayerScreen::Tap(UINT message, POINT point) {
 
 // While the stylus holds the progress bar the person is seeking: the bar is theirs.
 void PlayerScreen::Timer(UINT_PTR id) {
-    if (id != kTickTimer || !playback_.playing()) return;
+    if (id != kTickTimer) return;
+    lastTick_ = GetTickCount();
+    if (shortTick_) {  // the second begun before the pause is over: whole seconds again
+        SetTimer(host_, kTickTimer, 1000, nullptr);
+        shortTick_ = false;
+    }
+    if (!playback_.playing()) return;
     if (playback_.Tick()) {
         TrackChanged();
         return;
     }
     if (GetCapture() != progress_.m_hWnd) progress_.SetPos(playback_.elapsed());
     Invalidate(kTimes);
+}
+
+// The music plays on while another screen is shown, as a car's player does when the
+// driver looks at the map: only the tick's work on the screen (the progress bar, the
+// times, the list following the track) waits until the player is seen again.
+void PlayerScreen::Pause() {
+    KillTimer(host_, kTickTimer);
+    shortTick_ = false;
+}
+
+// The seconds that went by hidden are played at once (tracks that ended meanwhile move
+// the player on as the tick would), and the next tick comes when the second under way
+// ends, not a whole second after the return.
+void PlayerScreen::Resume() {
+    const DWORD now = GetTickCount();
+    const DWORD seconds = (now - lastTick_) / 1000;
+    lastTick_ += seconds * 1000;
+    bool trackChanged = false;
+    for (DWORD s = 0; s < seconds && playback_.playing(); ++s) trackChanged = playback_.Tick() || trackChanged;
+    if (trackChanged) {
+        TrackChanged();
+    } else if (seconds && playback_.playing()) {
+        progress_.SetPos(playback_.elapsed());
+        Invalidate(kTimes);
+    }
+    SetTimer(host_, kTickTimer, 1000 - (now - lastTick_), nullptr);
+    shortTick_ = true;
 }
 
 void PlayerScreen::Paint(HDC frame) {

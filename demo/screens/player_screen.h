@@ -41,6 +41,8 @@ public:
     void Heard(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Tap(UINT message, POINT point) override;
     void Timer(UINT_PTR id) override;
+    void Pause() override;
+    void Resume() override;
 
 private:
     bool BuildList(const SkinSource& skin);
@@ -62,6 +64,10 @@ private:
     CZELSlider progress_;
     CZELButton previous_, next_;
     CZELBmpButton play_;
+    // When the tick timer last fired (GetTickCount), or was set: the seconds a hidden
+    // player played are counted from it on return.
+    DWORD lastTick_ = 0;
+    bool shortTick_ = false;  // the tick timer is set to end a second begun before a pause
     HINSTANCE skinModule_ = nullptr;
     HBITMAP background_ = nullptr;  // the application's
     // The art as last drawn over its background, paused [0] and playing [1], with the

@@ -1,6 +1,9 @@
 // Tours: scripted sessions on the demo's screens, one command per line.
 //
-//   screen NAME               show a screen (later shots are named after it)
+//   screen NAME               show a screen (later shots are named after it); one shown
+//                             before returns as it was left while fewer than five other
+//                             screens were shown since (DemoApp::kKeptScreens), otherwise
+//                             it is built afresh
 //   tap X Y                   stylus down and up at one point
 //   down X Y / move X Y / up X Y
 //   drag X1 Y1 X2 Y2 [STEPS]  down, STEPS moves along the line (default 10), up at the end
