@@ -152,8 +152,9 @@ LRESULT HostWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             StatusChanged();
             return 0;
         case kNavigateMessage:
-            // The last thing this window does: navigating hides it, kept for a return. A tab tapped on a host that is no longer on show
-            // (another screen came up before the message did) asks for nothing.
+            // The last thing this window does: navigating hides it, kept for a return. A tab
+            // tapped on a host no longer on show (another screen came up before the message
+            // did) asks for nothing.
             if (wParam < Screens().size() && navigate_ && IsWindowVisible()) navigate_(Screens()[wParam].name);
             return 0;
         default: return CWnd::WindowProc(message, wParam, lParam);
