@@ -70,6 +70,12 @@ uint64_t ControlTest::RepaintPixels(CWnd& ctl) {
     return zel::gdi::pixelsWritten - before;
 }
 
+void ControlTest::ExpectRepaintWithin(CWnd& ctl, uint64_t most) {
+    const uint64_t written = RepaintPixels(ctl);
+    EXPECT_GT(written, 0u);
+    EXPECT_LE(written, most) << "pixels written by one repaint";
+}
+
 void ControlTest::ForEachLook(CWnd& ctl, POINT at, const std::function<void(const char* look)>& look) {
     const HWND hwnd = ctl.m_hWnd;
     parent.SetFocus();

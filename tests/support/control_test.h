@@ -54,6 +54,9 @@ protected:
     // The pixels the raster writes for one repaint of the whole of `ctl` (the loop settled
     // first, so only that repaint counts).
     uint64_t RepaintPixels(CWnd& ctl);
+    // That one repaint of `ctl` writes something, and at most `most` pixels (a control moved
+    // far larger than the screen paints what shows, not its whole client).
+    void ExpectRepaintWithin(CWnd& ctl, uint64_t most);
 
     zel::Desktop& desktop = zel::Desktop::Get();
     SkinFolder skins;
