@@ -150,13 +150,18 @@ private:
             if (!raw.empty() && raw.back() == '\r') raw.pop_back();
             std::string line = kernel::Trim(raw);
             const bool directive = !line.empty() && line[0] == '#';
-            if (!line.empty() && guardState != Guard::Broken) {
+            // Only the first line and those at the guard's own level need their directive's
+            // name here; the lines inside are not split twice.
+            const bool guardLevel = guardState == Guard::None || (guardState == Guard::Open && conditions.size() == 1);
+            if (!line.empty() && guardState == Guard::Closed) {
+                guardState = Guard::Broken;  // something after the #endif
+            } else if (!line.empty() && guardLevel) {
                 const auto [name, arg] = directive ? Split(line) : std::pair<std::string, std::string>{};
                 if (guardState == Guard::None && name == "ifndef" && !FirstWord(arg).empty()) {
                     guard = FirstWord(arg);
                     guardState = Guard::Open;
-                } else if (guardState != Guard::Open || (conditions.size() == 1 && (name == "else" || name == "elif"))) {
-                    guardState = Guard::Broken;  // something outside, or a branch taken when NAME is defined
+                } else if (guardState == Guard::None || name == "else" || name == "elif") {
+                    guardState = Guard::Broken;  // something before it, or a branch taken when NAME is defined
                 }
             }
             bool active = conditions.empty() || conditions.back().active;
